@@ -1,0 +1,681 @@
+#include "platform/db/SqliteDatabase.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <cerrno>
+#include <chrono>
+#include <thread>
+
+namespace
+{
+
+constexpr auto kWait = std::chrono::seconds(10);
+constexpr std::size_t kFewRows = 16;
+constexpr int kLogPages = 1000; // about 4 MB: where a checkpoint pays
+
+/// A list of count question marks for an IN.
+std::string Placeholders(std::size_t count)
+{
+    std::string text = "(?";
+    for (std::size_t i = 1; i < count; ++i) {
+        text += ",?";
+    }
+    return text + ")";
+}
+
+bool IsAscending(std::span<std::int64_t const> keys)
+{
+    return std::adjacent_find(keys.begin(), keys.end(), std::greater_equal<>()) == keys.end();
+}
+
+/// A range reads a block faster than a list of keys where few foreign rows lie between.
+bool IsDense(std::span<std::int64_t const> keys)
+{
+    auto const width
+        = static_cast<std::uint64_t>(keys.back()) - static_cast<std::uint64_t>(keys.front());
+    return width < keys.size() + keys.size() / 4;
+}
+
+DbError KindOf(int code, int systemError)
+{
+    switch (code & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return DbError::busy;
+    case SQLITE_FULL:
+        return DbError::full;
+    case SQLITE_READONLY:
+        return code == SQLITE_READONLY_DBMOVED ? DbError::moved : DbError::readOnly;
+    case SQLITE_CORRUPT:
+        return DbError::damaged;
+    case SQLITE_NOTADB:
+        return DbError::foreign;
+    case SQLITE_CONSTRAINT:
+        return DbError::constraint;
+    case SQLITE_IOERR:
+        return systemError == ENOSPC || systemError == EDQUOT ? DbError::full : DbError::failed;
+    default:
+        return DbError::failed;
+    }
+}
+
+} // namespace
+
+CDbStatus SqliteFailure(sqlite3* connection, int code, std::string const& path)
+{
+    auto const kind = KindOf(code, sqlite3_system_errno(connection));
+    auto const file = "The file \"" + path + "\" ";
+    switch (kind) {
+    case DbError::busy:
+        return {kind, file + "is kept busy by another program."};
+    case DbError::full:
+        return {kind, file + "cannot grow: there is no room left on the disk."};
+    case DbError::readOnly:
+        return {kind, file + "cannot be written."};
+    case DbError::moved:
+        return {kind, file + "was renamed or deleted while it was open."};
+    case DbError::damaged:
+        return {kind, file + "is damaged."};
+    case DbError::foreign:
+        return {kind, file + "is not a database, or its beginning is damaged."};
+    default:
+        return {kind,
+            file + "could not be used: " + sqlite3_errmsg(connection) + " (" + std::to_string(code)
+                + ")."};
+    }
+}
+
+CSqliteDatabase::CSqliteDatabase(
+    std::string path, CSchema const& schema, CFileUse use, CConnectionPtr connection)
+    : m_strPath(std::move(path))
+    , m_schema(schema)
+    , m_use(std::move(use))
+    , m_connection(std::move(connection))
+    , m_nNextCheckpoint(kLogPages)
+{
+    // Replaces SQLite's own checkpoints: it tells how long the log is and does nothing else.
+    sqlite3_wal_hook(
+        m_connection.get(),
+        [](void* self, sqlite3*, char const*, int pages) {
+            static_cast<CSqliteDatabase*>(self)->m_nLogPages = pages;
+            return SQLITE_OK;
+        },
+        this);
+}
+
+CSqliteDatabase::~CSqliteDatabase()
+{
+    assert(m_nDepth == 0);
+    m_tables.clear();
+    m_queries.Clear();
+    m_begin.reset();
+    m_commit.reset();
+    m_rollback.reset();
+    // Closing the last connection moves the log into the file. If somebody commits just now we are
+    // not the last one, and nothing is moved.
+    bool const alone = MovedStatus() && m_use.TryLockCheckpoint();
+    if (alone) {
+        sqlite3_wal_checkpoint_v2(
+            m_connection.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    }
+    m_connection.reset();
+    if (alone) {
+        m_use.UnlockCheckpoint();
+    }
+}
+
+CDbStatus CSqliteDatabase::Failure(int code)
+{
+    return SqliteFailure(m_connection.get(), code, m_strPath);
+}
+
+CDbStatus CSqliteDatabase::MovedStatus()
+{
+    int moved = 0;
+    sqlite3_file_control(m_connection.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved == 0 ? CDbStatus() : Failure(SQLITE_READONLY_DBMOVED);
+}
+
+CDbStatus CSqliteDatabase::Prepare(std::string const& sql, CStatementPtr& statement)
+{
+    sqlite3_stmt* prepared = nullptr;
+    int const code = sqlite3_prepare_v3(m_connection.get(), sql.c_str(),
+        static_cast<int>(sql.size()) + 1, SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+    statement.reset(prepared);
+    if (code != SQLITE_OK) {
+        return Failure(code);
+    }
+    assert(prepared != nullptr);
+    return {};
+}
+
+CDbStatus CSqliteDatabase::Prepared(CStatementCache& cache, std::string_view clause,
+    std::string_view head, sqlite3_stmt*& statement)
+{
+    statement = cache.Find(clause);
+    if (statement != nullptr) {
+        return {};
+    }
+    CStatementPtr prepared;
+    if (auto status = Prepare(std::string(head).append(clause), prepared); !status) {
+        return status;
+    }
+    statement = cache.Keep(std::string(clause), std::move(prepared));
+    return {};
+}
+
+CSqliteDatabase::TableStatements& CSqliteDatabase::StatementsOf(CTableInfo const& table)
+{
+    auto const [found, added] = m_tables.try_emplace(&table);
+    if (added) {
+        auto& select = found->second.select;
+        select = "SELECT id";
+        for (auto const& column : table.columns) {
+            select += ", " + column;
+        }
+        select += " FROM " + table.name + " ";
+    }
+    return found->second;
+}
+
+// ---- reading
+
+CDbStatus CSqliteDatabase::FindKeys(
+    CTableInfo const& table, CSelection const& selection, CKeyset& keys)
+{
+    keys.Clear();
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    auto& statements = StatementsOf(table);
+    sqlite3_stmt* statement = nullptr;
+    if (auto status = Prepared(
+            statements.keyFinds, selection.clause, "SELECT id FROM " + table.name + " ", statement);
+        !status) {
+        return status;
+    }
+    CStatementReset const reset(statement);
+    int code = BindValues(statement, selection.values);
+    if (code == SQLITE_OK) {
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            keys.Add(sqlite3_column_int64(statement, 0));
+        }
+    }
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}
+
+CDbStatus CSqliteDatabase::FindRows(
+    CTableInfo const& table, CSelection const& selection, CKeyset& keys, CRowBlock& rows)
+{
+    keys.Clear();
+    rows.Reset(table.columns.size(), 0);
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    auto& statements = StatementsOf(table);
+    sqlite3_stmt* statement = nullptr;
+    if (auto status = Prepared(statements.finds, selection.clause, statements.select, statement);
+        !status) {
+        return status;
+    }
+    CStatementReset const reset(statement);
+    int code = BindValues(statement, selection.values);
+    if (code == SQLITE_OK) {
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            keys.Add(sqlite3_column_int64(statement, 0));
+            CopyCells(statement, 1, static_cast<int>(table.columns.size()), rows.AddRow(), rows);
+        }
+    }
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}
+
+CDbStatus CSqliteDatabase::ReadRows(
+    CTableInfo const& table, std::span<std::int64_t const> keys, CRowBlock& rows)
+{
+    assert(keys.size() <= kBlockRows);
+    rows.Reset(table.columns.size(), keys.size());
+    if (keys.empty()) {
+        return {};
+    }
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    auto& statements = StatementsOf(table);
+    bool const ascending = IsAscending(keys);
+    sqlite3_stmt* statement = nullptr;
+    if (auto status = BindKeys(statements, keys, ascending, statement); !status) {
+        return status;
+    }
+    CStatementReset const reset(statement);
+    return FillInKeyOrder(statement, keys, ascending, table.columns.size(), rows);
+}
+
+CDbStatus CSqliteDatabase::BindKeys(TableStatements& statements, std::span<std::int64_t const> keys,
+    bool ascending, sqlite3_stmt*& statement)
+{
+    bool const range = ascending && IsDense(keys);
+    bool const few = keys.size() <= kFewRows;
+    auto& prepared = range ? statements.range : few ? statements.few : statements.block;
+    std::size_t const places = few ? kFewRows : kBlockRows;
+    if (prepared == nullptr) {
+        auto const sql = statements.select
+            + (range ? std::string("WHERE id BETWEEN ? AND ?")
+                     : "WHERE id IN" + Placeholders(places))
+            + " ORDER BY id";
+        if (auto status = Prepare(sql, prepared); !status) {
+            return status;
+        }
+    }
+    statement = prepared.get();
+    if (range) {
+        sqlite3_bind_int64(statement, 1, keys.front());
+        sqlite3_bind_int64(statement, 2, keys.back());
+        return {};
+    }
+    int parameter = 0;
+    for (auto const key : keys) {
+        sqlite3_bind_int64(statement, ++parameter, key);
+    }
+    while (parameter < static_cast<int>(places)) {
+        sqlite3_bind_null(statement, ++parameter);
+    }
+    return {};
+}
+
+CDbStatus CSqliteDatabase::FillInKeyOrder(sqlite3_stmt* statement,
+    std::span<std::int64_t const> keys, bool ascending, std::size_t columns, CRowBlock& rows)
+{
+    m_order.resize(keys.size());
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        m_order[i] = {keys[i], i};
+    }
+    if (!ascending) {
+        std::sort(m_order.begin(), m_order.end());
+    }
+    auto next = m_order.begin();
+    int code = SQLITE_OK;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+        auto const key = sqlite3_column_int64(statement, 0);
+        while (next != m_order.end() && next->first < key) {
+            ++next;
+        }
+        if (next != m_order.end() && next->first == key) {
+            CopyCells(statement, 1, static_cast<int>(columns), rows.FillRow(next->second), rows);
+            ++next;
+        }
+    }
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}
+
+CDbStatus CSqliteDatabase::Query(
+    std::string_view sql, std::span<DbValue const> values, CRowBlock& rows)
+{
+    rows.Reset(0, 0);
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    sqlite3_stmt* statement = nullptr;
+    if (auto status = Prepared(m_queries, sql, {}, statement); !status) {
+        return status;
+    }
+    CStatementReset const reset(statement);
+    int const columns = sqlite3_column_count(statement);
+    rows.Reset(static_cast<std::size_t>(columns), 0);
+    int code = BindValues(statement, values);
+    if (code == SQLITE_OK) {
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            CopyCells(statement, 0, columns, rows.AddRow(), rows);
+        }
+    }
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}
+
+// ---- writing
+
+CDbStatus CSqliteDatabase::RunControl(CStatementPtr& statement, char const* sql)
+{
+    if (statement == nullptr) {
+        if (auto status = Prepare(sql, statement); !status) {
+            return status;
+        }
+    }
+    CStatementReset const reset(statement.get());
+    int const code = sqlite3_step(statement.get());
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}
+
+/// One write: a transaction of its own, or a step of the one that is open.
+class CSqliteDatabase::WriteScope
+{
+public:
+    explicit WriteScope(CSqliteDatabase& database)
+        : m_database(database)
+        , m_bOwn(database.m_nDepth == 0)
+        , m_status(m_bOwn ? database.Begin() : database.DoomedStatus())
+    {
+    }
+    ~WriteScope()
+    {
+        if (m_bOwn && m_status && !m_bDone) {
+            m_database.Rollback();
+        }
+    }
+    WriteScope(WriteScope const&) = delete;
+    WriteScope& operator=(WriteScope const&) = delete;
+
+    CDbStatus const& Status() const { return m_status; }
+    CDbStatus Done()
+    {
+        m_bDone = true;
+        return m_bOwn ? m_database.Commit() : CDbStatus();
+    }
+
+private:
+    CSqliteDatabase& m_database;
+    bool m_bOwn;
+    bool m_bDone = false;
+    CDbStatus m_status;
+};
+
+CDbStatus CSqliteDatabase::DoomedStatus()
+{
+    // SQLite rolls a transaction back by itself when the disk is full; what follows must not be
+    // committed alone.
+    m_bDoomed = m_bDoomed || sqlite3_get_autocommit(m_connection.get()) != 0;
+    if (m_bDoomed) {
+        return {DbError::failed, "Nothing was stored, because an earlier step failed."};
+    }
+    return {};
+}
+
+CDbStatus CSqliteDatabase::Begin()
+{
+    if (m_nDepth > 0) {
+        auto status = DoomedStatus();
+        m_nDepth += status ? 1 : 0;
+        return status;
+    }
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    if (!m_use.LockCommit(kWait)) {
+        return Failure(SQLITE_BUSY);
+    }
+    if (auto status = RunControl(m_begin, "BEGIN IMMEDIATE"); !status) {
+        m_use.UnlockCommit();
+        return status;
+    }
+    m_nDepth = 1;
+    m_bDoomed = false;
+    return {};
+}
+
+CDbStatus CSqliteDatabase::Commit()
+{
+    assert(m_nDepth > 0);
+    if (auto status = DoomedStatus(); !status) {
+        Rollback();
+        return status;
+    }
+    if (m_nDepth > 1) {
+        --m_nDepth;
+        return {};
+    }
+    if (auto status = RunControl(m_commit, "COMMIT"); !status) {
+        Rollback();
+        return status;
+    }
+    m_nDepth = 0;
+    m_use.UnlockCommit();
+    CheckpointWhenLong();
+    return {};
+}
+
+void CSqliteDatabase::Rollback()
+{
+    assert(m_nDepth > 0);
+    if (--m_nDepth > 0) {
+        m_bDoomed = true;
+        return;
+    }
+    m_bDoomed = false;
+    if (sqlite3_get_autocommit(m_connection.get()) == 0) {
+        // Cannot fail in a way that leaves the transaction open.
+        static_cast<void>(RunControl(m_rollback, "ROLLBACK"));
+    }
+    m_use.UnlockCommit();
+}
+
+CDbStatus CSqliteDatabase::WriteFailure(int code)
+{
+    auto status = Failure(code);
+    // A row that breaks a rule leaves the rest of a transaction as it is; everything else dooms it.
+    m_bDoomed = m_bDoomed || status.Error() != DbError::constraint;
+    return status;
+}
+
+CDbStatus CSqliteDatabase::Insert(
+    CTableInfo const& table, std::span<DbValue const> values, std::int64_t& key)
+{
+    assert(values.size() == table.columns.size());
+    WriteScope scope(*this);
+    if (!scope.Status()) {
+        return scope.Status();
+    }
+    auto& insert = StatementsOf(table).insert;
+    if (insert == nullptr) {
+        std::string sql = "INSERT INTO " + table.name + " (";
+        for (auto const& column : table.columns) {
+            sql += column + ", ";
+        }
+        sql.resize(sql.size() - 2);
+        sql += ") VALUES " + Placeholders(table.columns.size());
+        if (auto status = Prepare(sql, insert); !status) {
+            return status;
+        }
+    }
+    {
+        CStatementReset const reset(insert.get());
+        int code = BindValues(insert.get(), values);
+        if (code == SQLITE_OK) {
+            code = sqlite3_step(insert.get());
+        }
+        if (code != SQLITE_DONE) {
+            return WriteFailure(code);
+        }
+    }
+    key = sqlite3_last_insert_rowid(m_connection.get());
+    return scope.Done();
+}
+
+CDbStatus CSqliteDatabase::Update(CTableInfo const& table, std::int64_t key,
+    std::span<DbValue const> values, std::vector<bool> const& changed)
+{
+    assert(values.size() == table.columns.size() && changed.size() == table.columns.size());
+    WriteScope scope(*this);
+    if (!scope.Status()) {
+        return scope.Status();
+    }
+    auto& update = StatementsOf(table).updates[changed];
+    if (update == nullptr) {
+        std::string sql = "UPDATE " + table.name + " SET ";
+        for (std::size_t i = 0; i < changed.size(); ++i) {
+            if (changed[i]) {
+                sql += table.columns[i] + " = ?, ";
+            }
+        }
+        sql.resize(sql.size() - 2);
+        if (auto status = Prepare(sql + " WHERE id = ?", update); !status) {
+            return status;
+        }
+    }
+    {
+        CStatementReset const reset(update.get());
+        int parameter = 0;
+        for (std::size_t i = 0; i < changed.size(); ++i) {
+            if (changed[i]) {
+                BindValue(update.get(), ++parameter, values[i]);
+            }
+        }
+        sqlite3_bind_int64(update.get(), ++parameter, key);
+        if (int const code = sqlite3_step(update.get()); code != SQLITE_DONE) {
+            return WriteFailure(code);
+        }
+    }
+    if (sqlite3_changes64(m_connection.get()) == 0) {
+        return {DbError::gone, "The record was deleted by another program."};
+    }
+    return scope.Done();
+}
+
+CDbStatus CSqliteDatabase::RemoveOne(
+    CTableInfo const& table, std::int64_t key, std::int64_t& removed)
+{
+    auto& remove = StatementsOf(table).remove;
+    if (remove == nullptr) {
+        if (auto status = Prepare("DELETE FROM " + table.name + " WHERE id = ?", remove); !status) {
+            return status;
+        }
+    }
+    CStatementReset const reset(remove.get());
+    sqlite3_bind_int64(remove.get(), 1, key);
+    if (int const code = sqlite3_step(remove.get()); code != SQLITE_DONE) {
+        return WriteFailure(code);
+    }
+    removed += sqlite3_changes64(m_connection.get());
+    return {};
+}
+
+CDbStatus CSqliteDatabase::Remove(
+    CTableInfo const& table, CKeyset const& keys, std::int64_t& removed)
+{
+    removed = 0;
+    WriteScope scope(*this);
+    auto status = scope.Status();
+    std::int64_t count = 0;
+    for (std::size_t i = 0; status && i < keys.Size(); ++i) {
+        status = RemoveOne(table, keys[i], count);
+    }
+    if (!status) {
+        m_bDoomed = true; // some rows may be gone already: all of them or none
+        return status;
+    }
+    status = scope.Done();
+    if (status) {
+        removed = count;
+    }
+    return status;
+}
+
+CDbStatus CSqliteDatabase::Remove(CTableInfo const& table, std::int64_t key, std::int64_t& removed)
+{
+    CKeyset keys;
+    keys.Add(key);
+    return Remove(table, keys, removed);
+}
+
+CDbStatus CSqliteDatabase::Execute(
+    std::string_view sql, std::span<DbValue const> values, std::int64_t& changed)
+{
+    changed = 0;
+    WriteScope scope(*this);
+    auto status = scope.Status();
+    sqlite3_stmt* statement = nullptr;
+    if (status) {
+        status = Prepared(m_queries, sql, {}, statement);
+    }
+    if (!status) {
+        return status;
+    }
+    {
+        CStatementReset const reset(statement);
+        int code = BindValues(statement, values);
+        while (code == SQLITE_OK || code == SQLITE_ROW) {
+            code = sqlite3_step(statement);
+        }
+        if (code != SQLITE_DONE) {
+            return WriteFailure(code);
+        }
+    }
+    auto const count = sqlite3_changes64(m_connection.get());
+    status = scope.Done();
+    if (status) {
+        changed = count;
+    }
+    return status;
+}
+
+// ---- the file as a whole
+
+void CSqliteDatabase::CheckpointWhenLong()
+{
+    if (m_nLogPages < m_nNextCheckpoint || !m_use.TryLockCheckpoint()) {
+        return;
+    }
+    int pages = 0;
+    int moved = 0;
+    int const code = sqlite3_wal_checkpoint_v2(
+        m_connection.get(), nullptr, SQLITE_CHECKPOINT_PASSIVE, &pages, &moved);
+    m_use.UnlockCheckpoint();
+    // A reader that stays on an old state keeps part of the log: try again when it has grown.
+    bool const whole = code == SQLITE_OK && pages == moved;
+    m_nNextCheckpoint = whole ? kLogPages : m_nLogPages + kLogPages;
+}
+
+CDbStatus CSqliteDatabase::Checkpoint()
+{
+    auto const end = std::chrono::steady_clock::now() + kWait;
+    while (!m_use.TryLockCheckpoint()) {
+        if (std::chrono::steady_clock::now() >= end) {
+            return Failure(SQLITE_BUSY);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    int const code = sqlite3_wal_checkpoint_v2(
+        m_connection.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    auto status = code == SQLITE_OK ? CDbStatus() : Failure(code);
+    m_use.UnlockCheckpoint();
+    m_nNextCheckpoint = kLogPages;
+    return status;
+}
+
+CDbStatus CSqliteDatabase::UseExclusively()
+{
+    if (!m_use.TryExclusive()) {
+        return {DbError::inUse,
+            "The file \"" + m_strPath + "\" is in use by another program. Close it there first."};
+    }
+    return {};
+}
+
+void CSqliteDatabase::ShareAgain()
+{
+    m_use.BackToShared();
+}
+
+// ---- transactions
+
+CTransaction::CTransaction(CDatabase& database)
+    : m_database(database)
+    , m_status(database.Begin())
+    , m_bOpen(m_status.IsOK())
+{
+}
+
+CTransaction::~CTransaction()
+{
+    if (m_bOpen) {
+        m_database.Rollback();
+    }
+}
+
+CDbStatus CTransaction::Commit()
+{
+    if (!m_bOpen) {
+        return m_status;
+    }
+    m_bOpen = false;
+    m_status = m_database.Commit();
+    return m_status;
+}

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "platform/db/Database.h"
+#include "platform/db/FileUse.h"
+#include "platform/db/SqliteStatement.h"
+
+#include <map>
+#include <sqlite3.h>
+#include <unordered_map>
+#include <utility>
+
+struct CConnectionDeleter
+{
+    void operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
+};
+using CConnectionPtr = std::unique_ptr<sqlite3, CConnectionDeleter>;
+
+/// A database file over SQLite in WAL mode with full synchronisation: what was committed is there
+/// after a crash and after a power cut, and readers and writers never wait for each other.
+class CSqliteDatabase final : public CDatabase
+{
+public:
+    CSqliteDatabase(
+        std::string path, CSchema const& schema, CFileUse use, CConnectionPtr connection);
+    ~CSqliteDatabase() override;
+
+    std::string const& Path() const override { return m_strPath; }
+
+    CDbStatus FindKeys(
+        CTableInfo const& table, CSelection const& selection, CKeyset& keys) override;
+    CDbStatus FindRows(CTableInfo const& table, CSelection const& selection, CKeyset& keys,
+        CRowBlock& rows) override;
+    CDbStatus ReadRows(
+        CTableInfo const& table, std::span<std::int64_t const> keys, CRowBlock& rows) override;
+    CDbStatus Query(
+        std::string_view sql, std::span<DbValue const> values, CRowBlock& rows) override;
+
+    CDbStatus Insert(
+        CTableInfo const& table, std::span<DbValue const> values, std::int64_t& key) override;
+    CDbStatus Update(CTableInfo const& table, std::int64_t key, std::span<DbValue const> values,
+        std::vector<bool> const& changed) override;
+    CDbStatus Remove(CTableInfo const& table, CKeyset const& keys, std::int64_t& removed) override;
+    CDbStatus Remove(CTableInfo const& table, std::int64_t key, std::int64_t& removed) override;
+    CDbStatus Execute(
+        std::string_view sql, std::span<DbValue const> values, std::int64_t& changed) override;
+
+    CDbStatus CopyTo(std::string const& path) override;
+    CDbStatus Check(std::vector<std::string>& findings) override;
+    CDbStatus Checkpoint() override;
+    CDbStatus UseExclusively() override;
+    void ShareAgain() override;
+
+    /// Runs the steps that the file's version lacks, in one transaction, after a copy.
+    CDbStatus Migrate(int version);
+
+private:
+    /// The statements over one table, prepared when they are first needed.
+    struct TableStatements
+    {
+        std::string select; ///< "SELECT id, columns FROM table "
+        CStatementPtr few;
+        CStatementPtr block;
+        CStatementPtr range;
+        CStatementPtr insert;
+        CStatementPtr remove;
+        std::map<std::vector<bool>, CStatementPtr> updates;
+        CStatementCache finds;
+        CStatementCache keyFinds;
+    };
+
+    class WriteScope;
+
+    CDbStatus Begin() override;
+    CDbStatus Commit() override;
+    void Rollback() override;
+
+    CDbStatus Failure(int code);
+    CDbStatus MovedStatus();
+    CDbStatus DoomedStatus();
+    CDbStatus WriteFailure(int code);
+    CDbStatus Prepare(std::string const& sql, CStatementPtr& statement);
+    /// Makes sure that a statement kept in the cache under its clause is there.
+    CDbStatus Prepared(CStatementCache& cache, std::string_view clause, std::string_view head,
+        sqlite3_stmt*& statement);
+    CDbStatus RunControl(CStatementPtr& statement, char const* sql);
+    TableStatements& StatementsOf(CTableInfo const& table);
+    CDbStatus BindKeys(TableStatements& statements, std::span<std::int64_t const> keys,
+        bool ascending, sqlite3_stmt*& statement);
+    CDbStatus FillInKeyOrder(sqlite3_stmt* statement, std::span<std::int64_t const> keys,
+        bool ascending, std::size_t columns, CRowBlock& rows);
+    CDbStatus RemoveOne(CTableInfo const& table, std::int64_t key, std::int64_t& removed);
+    CDbStatus AddFindings(char const* sql, char const* what, std::vector<std::string>& findings);
+    CDbStatus CompareSchema(std::vector<std::string>& findings);
+    void CheckpointWhenLong();
+
+    std::string m_strPath;
+    CSchema m_schema;
+    CFileUse m_use;
+    CConnectionPtr m_connection;
+    std::unordered_map<CTableInfo const*, TableStatements> m_tables;
+    CStatementCache m_queries;
+    CStatementPtr m_begin;
+    CStatementPtr m_commit;
+    CStatementPtr m_rollback;
+    std::vector<std::pair<std::int64_t, std::size_t>> m_order; ///< keys of a block, sorted
+    int m_nDepth = 0; ///< of nested transactions
+    bool m_bDoomed = false; ///< something in the open transaction failed: it can only roll back
+    int m_nLogPages = 0; ///< in the write-ahead log after the last commit
+    int m_nNextCheckpoint = 0;
+};
+
+/// The status for what SQLite reports about the file at this path. Call it before a rollback, which
+/// forgets the reason.
+CDbStatus SqliteFailure(sqlite3* connection, int code, std::string const& path);

@@ -1,0 +1,416 @@
+#include "platform/db/Files.h"
+#include "platform/db/SqliteDatabase.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int kPageSize = 4096;
+constexpr int kWaitMilliseconds = 10000;
+constexpr int kMostBytes = 64 * 1024 * 1024; // of one text: far more than any field of ours
+constexpr auto kMaintenanceWait = std::chrono::seconds(2);
+
+std::string Quoted(std::string const& path)
+{
+    return "The file \"" + path + "\" ";
+}
+
+/// Locks and shared memory of the log need all programs on one computer.
+bool IsNetworkFileSystem(std::string const& path)
+{
+    constexpr std::array<unsigned long, 7> kNetwork = {
+        0x6969UL, // NFS
+        0xFF534D42UL, // CIFS
+        0xFE534D42UL, // SMB2
+        0x517BUL, // SMB
+        0x01021997UL, // 9P
+        0x5346414FUL, // AFS
+        0x73757245UL, // Coda
+    };
+    struct statfs info = {};
+    if (::statfs(path.c_str(), &info) != 0) {
+        return false;
+    }
+    auto const type = static_cast<unsigned long>(info.f_type) & 0xFFFFFFFFUL;
+    return std::find(kNetwork.begin(), kNetwork.end(), type) != kNetwork.end();
+}
+
+/// What can be said without opening the file.
+CDbStatus LookAt(std::string const& path, off_t& size)
+{
+    struct stat info = {};
+    if (::lstat(path.c_str(), &info) != 0) {
+        return errno == ENOENT || errno == ENOTDIR
+            ? CDbStatus(DbError::missing, Quoted(path) + "does not exist.")
+            : FileFailure("Cannot use", path, errno);
+    }
+    if (!S_ISREG(info.st_mode)) {
+        // A link would give one database two lock files.
+        return {DbError::foreign, Quoted(path) + "is a link or a folder, not a file."};
+    }
+    if (info.st_size == 0) {
+        return {DbError::empty, Quoted(path) + "is empty: its contents are lost."};
+    }
+    if (IsNetworkFileSystem(path)) {
+        return {DbError::network, Quoted(path) + "is on a network drive, where it is not safe."};
+    }
+    if (::access(path.c_str(), R_OK | W_OK) != 0
+        || ::access(FolderOf(path).c_str(), W_OK | X_OK) != 0) {
+        return {DbError::readOnly,
+            Quoted(path) + "or its folder cannot be written: check the permissions."};
+    }
+    size = info.st_size;
+    return {};
+}
+
+CDbStatus Connect(std::string const& path, CConnectionPtr& connection)
+{
+    // One thread uses a connection. Has no effect, and needs none, once SQLite has been used.
+    sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
+    sqlite3* opened = nullptr;
+    int const code = sqlite3_open_v2(path.c_str(), &opened,
+        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    connection.reset(opened);
+    if (code != SQLITE_OK) {
+        return SqliteFailure(opened, code, path);
+    }
+    sqlite3_busy_timeout(opened, kWaitMilliseconds);
+    sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kMostBytes);
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
+    // A file that turns out not to be ours is left as it is, its log included.
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    int const set = sqlite3_exec(opened,
+        "PRAGMA cell_size_check = ON; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY; "
+        "PRAGMA wal_autocheckpoint = 0;",
+        nullptr, nullptr, nullptr);
+    return set == SQLITE_OK ? CDbStatus() : SqliteFailure(opened, set, path);
+}
+
+/// Reads a pragma that answers with one number or word.
+CDbStatus ReadPragma(
+    sqlite3* connection, std::string const& path, char const* sql, std::string& answer)
+{
+    answer.clear();
+    auto const keep = [](void* target, int, char** values, char**) {
+        *static_cast<std::string*>(target) = values[0] == nullptr ? "" : values[0];
+        return 0;
+    };
+    int const code = sqlite3_exec(connection, sql, keep, &answer, nullptr);
+    return code == SQLITE_OK ? CDbStatus() : SqliteFailure(connection, code, path);
+}
+
+CDbStatus ReadPragma(sqlite3* connection, std::string const& path, char const* sql, long& answer)
+{
+    std::string text;
+    auto status = ReadPragma(connection, path, sql, text);
+    answer = std::strtol(text.c_str(), nullptr, 10);
+    return status;
+}
+
+CDbStatus CheckSize(sqlite3* connection, std::string const& path, off_t size)
+{
+    long pageSize = 0;
+    long pages = 0;
+    auto status = ReadPragma(connection, path, "PRAGMA page_size", pageSize);
+    if (status) {
+        status = ReadPragma(connection, path, "PRAGMA page_count", pages);
+    }
+    if (!status) {
+        return status;
+    }
+    struct stat log = {};
+    bool const hasLog = ::stat((path + "-wal").c_str(), &log) == 0 && log.st_size > 0;
+    // Pages that stand in the log alone may be missing in the file.
+    if (size % pageSize != 0 || (!hasLog && size / pageSize < pages)) {
+        return {DbError::cut, Quoted(path) + "is cut short: a part of it is missing."};
+    }
+    return {};
+}
+
+/// Reads the header and the list of tables, which opening alone does not.
+CDbStatus Recognise(
+    sqlite3* connection, std::string const& path, CSchema const& schema, off_t size, int& version)
+{
+    long applicationID = 0;
+    long tables = 0;
+    long stored = 0;
+    auto status = ReadPragma(connection, path, "PRAGMA application_id", applicationID);
+    if (status) {
+        status = ReadPragma(connection, path, "SELECT count(*) FROM sqlite_schema", tables);
+    }
+    if (!status) {
+        bool const torn = size % 512 != 0 && status.Error() == DbError::damaged;
+        return torn
+            ? CDbStatus(DbError::cut, Quoted(path) + "is cut short: a part of it is missing.")
+            : status;
+    }
+    if (static_cast<std::uint32_t>(applicationID) != schema.applicationID) {
+        return {DbError::foreign,
+            Quoted(path) + "is not a Corvana " + std::string(schema.kind) + " file."};
+    }
+    status = ReadPragma(connection, path, "PRAGMA user_version", stored);
+    if (!status) {
+        return status;
+    }
+    if (stored < 1 || tables == 0) {
+        return {DbError::damaged, Quoted(path) + "is damaged: its tables are missing."};
+    }
+    if (stored > schema.Version()) {
+        return {DbError::newer,
+            Quoted(path) + "was written by a newer version of Corvana. Update this one first."};
+    }
+    version = static_cast<int>(stored);
+    return CheckSize(connection, path, size);
+}
+
+/// A copy comes out of maintenance without its log; a file in use keeps the mode it has.
+CDbStatus SetLogMode(sqlite3* connection, std::string const& path, CFileUse& use)
+{
+    std::string mode;
+    auto status = ReadPragma(connection, path, "PRAGMA journal_mode", mode);
+    if (!status || mode == "wal" || !use.TryExclusive()) {
+        return status;
+    }
+    status = ReadPragma(connection, path, "PRAGMA journal_mode = WAL", mode);
+    use.BackToShared();
+    return status;
+}
+
+/// The first free name for a copy of a file of that version.
+std::string CopyName(std::string const& path, int version)
+{
+    auto const stem = WithExtension(path, ".v" + std::to_string(version));
+    auto name = stem + ".bak";
+    for (int n = 2; ::access(name.c_str(), F_OK) == 0; ++n) {
+        name = stem + "-" + std::to_string(n) + ".bak";
+    }
+    return name;
+}
+
+CDbStatus FillNew(std::string const& path, CSchema const& schema)
+{
+    CConnectionPtr connection;
+    auto status = Connect(path, connection);
+    if (!status) {
+        return status;
+    }
+    sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+    std::string sql = "PRAGMA page_size = " + std::to_string(kPageSize)
+        + "; PRAGMA journal_mode = WAL; BEGIN IMMEDIATE; PRAGMA application_id = "
+        + std::to_string(schema.applicationID) + "; ";
+    for (auto const step : schema.steps) {
+        sql.append(step).append(";\n");
+    }
+    sql += "PRAGMA user_version = " + std::to_string(schema.Version()) + "; COMMIT;";
+    int code = sqlite3_exec(connection.get(), sql.c_str(), nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK) {
+        code = sqlite3_wal_checkpoint_v2(
+            connection.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    }
+    return code == SQLITE_OK ? CDbStatus() : SqliteFailure(connection.get(), code, path);
+}
+
+} // namespace
+
+CDbStatus OpenDatabase(
+    std::string const& path, CSchema const& schema, std::unique_ptr<CDatabase>& database)
+{
+    database.reset();
+    off_t size = 0;
+    CFileUse use;
+    CConnectionPtr connection;
+    int version = 0;
+    auto status = LookAt(path, size);
+    if (status) {
+        status = use.Acquire(path, kMaintenanceWait);
+    }
+    if (status) {
+        // Maintenance may have exchanged the file while we waited.
+        status = LookAt(path, size);
+    }
+    if (status) {
+        status = Connect(path, connection);
+    }
+    if (status) {
+        status = Recognise(connection.get(), path, schema, size, version);
+    }
+    if (status) {
+        status = SetLogMode(connection.get(), path, use);
+    }
+    if (!status) {
+        return status;
+    }
+    sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+    auto opened
+        = std::make_unique<CSqliteDatabase>(path, schema, std::move(use), std::move(connection));
+    if (version < schema.Version()) {
+        if (status = opened->Migrate(version); !status) {
+            return status;
+        }
+    }
+    database = std::move(opened);
+    return {};
+}
+
+CDbStatus CreateDatabase(std::string const& path, CSchema const& schema)
+{
+    auto const part = path + ".part";
+    if (::access(path.c_str(), F_OK) == 0) {
+        return {DbError::exists, Quoted(path) + "exists already and is left as it is."};
+    }
+    auto status = CreateEmptyFile(part);
+    if (!status) {
+        return status;
+    }
+    status = FillNew(part, schema);
+    if (status) {
+        status = SyncFile(part);
+    }
+    if (status) {
+        status = RenameNoReplace(part, path);
+    }
+    if (!status) {
+        ::unlink(part.c_str());
+        ::unlink((part + "-wal").c_str());
+        ::unlink((part + "-shm").c_str());
+        return status;
+    }
+    return SyncFolderOf(path);
+}
+
+// ---- what needs the connection as a whole
+
+CDbStatus CSqliteDatabase::Migrate(int version)
+{
+    auto status = UseExclusively();
+    if (!status) {
+        return status;
+    }
+    status = CopyTo(CopyName(m_strPath, version));
+    if (status) {
+        CTransaction transaction(*this);
+        status = transaction.Status();
+        for (auto step = static_cast<std::size_t>(version); status && step < m_schema.steps.size();
+             ++step) {
+            auto const sql = std::string(m_schema.steps[step])
+                + "; PRAGMA user_version = " + std::to_string(step + 1) + ";";
+            int const code
+                = sqlite3_exec(m_connection.get(), sql.c_str(), nullptr, nullptr, nullptr);
+            status = code == SQLITE_OK ? CDbStatus() : WriteFailure(code);
+        }
+        if (status) {
+            status = transaction.Commit();
+        }
+    }
+    ShareAgain();
+    return status;
+}
+
+CDbStatus CSqliteDatabase::CopyTo(std::string const& path)
+{
+    auto status = MovedStatus();
+    if (status) {
+        // SQLite fills an empty file and keeps its mode; alone it would make one all can read.
+        status = CreateEmptyFile(path);
+    }
+    if (!status) {
+        return status;
+    }
+    CStatementPtr copy;
+    status = Prepare("VACUUM INTO ?", copy);
+    if (status) {
+        BindValue(copy.get(), 1, DbValue(path));
+        if (int const code = sqlite3_step(copy.get()); code != SQLITE_DONE) {
+            status = Failure(code);
+        }
+    }
+    if (status) {
+        status = SyncFile(path);
+    }
+    if (!status) {
+        ::unlink(path.c_str());
+        return status;
+    }
+    return SyncFolderOf(path);
+}
+
+CDbStatus CSqliteDatabase::AddFindings(
+    char const* sql, char const* what, std::vector<std::string>& findings)
+{
+    CRowBlock rows;
+    auto status = Query(sql, {}, rows);
+    for (std::size_t i = 0; status && i < rows.Rows(); ++i) {
+        auto const row = rows.Row(i);
+        auto const& cell = row.Cell(0);
+        auto const text = cell.type == CCell::text ? std::string(row.Text(cell)) : std::string();
+        if (text != "ok") {
+            findings.push_back(what + text);
+        }
+    }
+    return status;
+}
+
+CDbStatus CSqliteDatabase::Check(std::vector<std::string>& findings)
+{
+    auto status = AddFindings("PRAGMA integrity_check", "damage: ", findings);
+    if (status) {
+        status = AddFindings(
+            "PRAGMA foreign_key_check", "rows without their parent row in table ", findings);
+    }
+    if (status) {
+        status = CompareSchema(findings);
+    }
+    return status;
+}
+
+CDbStatus CSqliteDatabase::CompareSchema(std::vector<std::string>& findings)
+{
+    constexpr char const* kObjects = "SELECT name, coalesce(sql, '') FROM sqlite_schema "
+                                     "WHERE name NOT LIKE 'sqlite_%' ORDER BY name";
+    sqlite3* memory = nullptr;
+    int code = sqlite3_open(":memory:", &memory);
+    CConnectionPtr const model(memory);
+    for (std::size_t i = 0; code == SQLITE_OK && i < m_schema.steps.size(); ++i) {
+        code = sqlite3_exec(
+            memory, std::string(m_schema.steps[i]).c_str(), nullptr, nullptr, nullptr);
+    }
+    std::map<std::string, std::string> expected;
+    auto const keep = [](void* target, int, char** values, char**) {
+        static_cast<std::map<std::string, std::string>*>(target)->emplace(values[0], values[1]);
+        return 0;
+    };
+    if (code == SQLITE_OK) {
+        code = sqlite3_exec(memory, kObjects, keep, &expected, nullptr);
+    }
+    if (code != SQLITE_OK) {
+        return SqliteFailure(memory, code, m_strPath);
+    }
+    std::map<std::string, std::string> found;
+    code = sqlite3_exec(m_connection.get(), kObjects, keep, &found, nullptr);
+    if (code != SQLITE_OK) {
+        return Failure(code);
+    }
+    for (auto const& [name, sql] : expected) {
+        auto const match = found.find(name);
+        if (match == found.end()) {
+            findings.push_back("missing: " + name);
+        } else if (match->second != sql) {
+            findings.push_back("not as this version makes it: " + name);
+        }
+    }
+    for (auto const& [name, sql] : found) {
+        if (!expected.contains(name)) {
+            findings.push_back("unknown: " + name);
+        }
+    }
+    return {};
+}

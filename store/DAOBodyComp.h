@@ -1,0 +1,55 @@
+#pragma once
+
+#include "store/DAOEFSet.h"
+
+/// Body compositions, one a row.
+class CDAOBodyComp : public CDAOEFSet
+{
+public:
+    using CDAOEFSet::CDAOEFSet;
+    static CRecordClass const* GetThisClass();
+    CRecordClass const* GetClass() const override { return GetThisClass(); }
+
+    enum actlevel
+    {
+        alSedentary,
+        alLight,
+        alModerate,
+        alActive,
+        alVeryActive
+    };
+    enum method
+    {
+        mBodyMeasurements,
+        mSkinfolds,
+        mHydrostatic,
+        mOther
+    };
+
+    // The current row.
+    std::int32_t m_lMemberID = 0;
+    CEFOleDateTime m_dtBodyCompDate; ///< never after today
+    std::uint8_t m_nClassIndex = 0;
+    double m_dHeight = 0.0; ///< inches
+    double m_dWeight = 0.0; ///< pounds
+    std::uint8_t m_nActLevel = 0; ///< an actlevel
+    std::uint8_t m_nMethod = 0; ///< a method
+    double m_dPercentFat = 0.0;
+    double m_dWaist = 0.0; ///< inches
+    double m_dWrist = 0.0; ///< inches
+    double m_dHip = 0.0; ///< inches
+    double m_dThigh = 0.0;
+    double m_dChest = 0.0;
+    double m_dAbdomen = 0.0;
+    double m_dTriceps = 0.0;
+    double m_dSuprailiac = 0.0;
+    double m_dMidaxillary = 0.0;
+    double m_dSubscapular = 0.0;
+    double m_dWaterTemp = 0.0; ///< as entered
+    double m_dWetWeight = 0.0; ///< as entered
+    double m_dTareWeight = 0.0; ///< as entered
+    std::uint32_t m_dwUnits = 0; ///< what was entered in which unit, bits 4 to 7
+
+protected:
+    void ExchangeFields(CFieldExchange& fx) override;
+};

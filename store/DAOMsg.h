@@ -1,0 +1,22 @@
+#pragma once
+
+#include "store/DAOEFSet.h"
+
+/// The message that a member sees once at the next check-in: none or one row each.
+class CDAOMsg : public CDAOEFSet
+{
+public:
+    using CDAOEFSet::CDAOEFSet;
+    static CRecordClass const* GetThisClass();
+    CRecordClass const* GetClass() const override { return GetThisClass(); }
+
+    /// Selects the messages of a member.
+    int FindMessages(std::int32_t memberID);
+
+    // The current row.
+    std::int32_t m_MemberID = 0;
+    std::string m_Message; ///< at most 200 characters
+
+protected:
+    void ExchangeFields(CFieldExchange& fx) override;
+};

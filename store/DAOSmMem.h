@@ -1,0 +1,32 @@
+#pragma once
+
+#include "store/DAOEFSet.h"
+
+/// The summary row of a member: numbers, name and status. The rows of all other tables hang on it.
+class CDAOSmMem : public CDAOEFSet
+{
+public:
+    using CDAOEFSet::CDAOEFSet;
+    static CRecordClass const* GetThisClass();
+    CRecordClass const* GetClass() const override { return GetThisClass(); }
+
+    enum id
+    {
+        idMember = 0,
+        idWorkout = 1
+    }; ///< which number a look-up uses
+
+    /// Selects the member of that number; not zero when there is one. One index look-up.
+    std::int32_t FindMember(id kind, std::int32_t number);
+
+    // The current row.
+    std::int32_t m_MemberID = 0;
+    std::int32_t m_WorkoutNum = 0;
+    std::string m_FirstName; ///< at most 12 characters
+    std::string m_MiddleInit; ///< at most 1 character
+    std::string m_LastName; ///< at most 20 characters
+    std::uint8_t m_Status = 0; ///< not zero = current, 0 = past
+
+protected:
+    void ExchangeFields(CFieldExchange& fx) override;
+};

@@ -1,0 +1,47 @@
+#include "store/DAOWk.h"
+
+namespace
+{
+
+constexpr std::array<std::string_view, CDAOWk::kStationValues> kColumns
+    = {"circuits", "station1", "station2", "station3", "station4", "station5", "station6",
+        "station7", "station8", "station9", "station10", "station11", "station12"};
+
+} // namespace
+
+CRecordClass const* CDAOWk::GetThisClass()
+{
+    static CRecordClass const record = {"CDAOWk", nullptr, DataFile::member, "workouts"};
+    return &record;
+}
+
+int CDAOWk::FindWks(std::int32_t const& memberID)
+{
+    return memberID == 0 ? Find("ORDER BY check_in, id")
+                         : Find("WHERE member_id = ? ORDER BY check_in, id", memberID);
+}
+
+std::int16_t CDAOWk::GetStnVal(int const& index) const
+{
+    return index >= 0 && index < kStationValues ? m_values[static_cast<std::size_t>(index)]
+                                                : std::int16_t(0);
+}
+
+void CDAOWk::SetStnVal(int const& index, std::int16_t const& value)
+{
+    if (index >= 0 && index < kStationValues) {
+        m_values[static_cast<std::size_t>(index)] = value;
+    }
+}
+
+void CDAOWk::ExchangeFields(CFieldExchange& fx)
+{
+    fx.Field("member_id", m_lMemberID);
+    fx.Field("workout_ok", m_bWorkoutOK);
+    fx.Field("class_index", m_nClassIndex);
+    fx.Field("check_in", m_dtCheckIn);
+    fx.Field("check_out", m_dtCheckOut);
+    for (std::size_t i = 0; i < m_values.size(); ++i) {
+        fx.Field(kColumns[i], m_values[i]);
+    }
+}

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "platform/db/RowBlock.h"
+#include "platform/db/Value.h"
+#include "store/EFOleDateTime.h"
+
+#include <concepts>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// Carries the fields of a record between the members of a record set and something else. A record
+/// set lists its columns once, in ExchangeFields, and this decides what happens to each: read from
+/// a row, put into values to be written, named, or cleared.
+///
+/// A cell whose type or range does not fit its field reads as no value (0, "" or the zero date);
+/// since only what changed is written, the row keeps what another program put there.
+class CFieldExchange
+{
+public:
+    static CFieldExchange Load(CRowView const& row) { return {Mode::load, row}; }
+    static CFieldExchange Clear() { return {Mode::clear, {nullptr, nullptr}}; }
+    static CFieldExchange Store(std::vector<DbValue>& values)
+    {
+        CFieldExchange fx(Mode::store, {nullptr, nullptr});
+        fx.m_pValues = &values;
+        return fx;
+    }
+    static CFieldExchange Describe(std::vector<std::string>& columns)
+    {
+        CFieldExchange fx(Mode::describe, {nullptr, nullptr});
+        fx.m_pColumns = &columns;
+        return fx;
+    }
+
+    template <typename T>
+    void Field(std::string_view column, T& value)
+    {
+        if (m_mode == Mode::load) [[likely]] {
+            Read(m_row.Cell(m_nColumn++), value);
+        } else {
+            Other(column, value);
+        }
+    }
+
+private:
+    enum class Mode
+    {
+        load,
+        store,
+        describe,
+        clear
+    };
+
+    CFieldExchange(Mode mode, CRowView const& row)
+        : m_mode(mode)
+        , m_row(row)
+    {
+    }
+
+    template <std::integral T>
+    void Read(CCell const& cell, T& value)
+    {
+        bool const fits = cell.type == CCell::integer && std::in_range<T>(cell.integerValue);
+        value = fits ? static_cast<T>(cell.integerValue) : T();
+    }
+    void Read(CCell const& cell, bool& value)
+    {
+        value = cell.type == CCell::integer && cell.integerValue != 0;
+    }
+    void Read(CCell const& cell, double& value)
+    {
+        value = cell.type == CCell::real  ? cell.realValue
+            : cell.type == CCell::integer ? static_cast<double>(cell.integerValue)
+                                          : 0.0;
+    }
+    void Read(CCell const& cell, std::string& value)
+    {
+        if (cell.type == CCell::text) {
+            value.assign(m_row.Text(cell));
+        } else {
+            value.clear();
+        }
+    }
+    void Read(CCell const& cell, CEFOleDateTime& value)
+    {
+        value = CEFOleDateTime::FromSeconds(cell.type == CCell::integer ? cell.integerValue : 0);
+    }
+
+    template <typename T>
+    void Other(std::string_view column, T& value)
+    {
+        switch (m_mode) {
+        case Mode::store:
+            m_pValues->push_back(Value(value));
+            break;
+        case Mode::describe:
+            m_pColumns->emplace_back(column);
+            break;
+        default:
+            value = T();
+            break;
+        }
+    }
+
+    template <std::integral T>
+    static DbValue Value(T value)
+    {
+        return static_cast<std::int64_t>(value);
+    }
+    static DbValue Value(double value) { return value; }
+    static DbValue Value(std::string const& value) { return value; }
+    static DbValue Value(CEFOleDateTime const& value) { return value.Seconds(); }
+
+    Mode m_mode;
+    CRowView m_row;
+    std::size_t m_nColumn = 0;
+    std::vector<DbValue>* m_pValues = nullptr;
+    std::vector<std::string>* m_pColumns = nullptr;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "store/DatabaseSession.h"
+#include "tests/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+/// A fresh, empty centre in a folder of its own for each case.
+class CStoreTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        for (auto const file : kDataFiles) {
+            auto const status = CreateDatabase(m_folder / DataFileName(file), DataFileSchema(file));
+            ASSERT_TRUE(status) << status.Text();
+        }
+        CDatabaseSession::Get().SetDataFolder(m_folder);
+    }
+
+    void TearDown() override
+    {
+        CDatabaseSession::Get().ShutDown();
+        CEFOleDateTime::SetClock(std::nullopt);
+    }
+
+    static CDatabase& Database(DataFile file)
+    {
+        CDbStatus status;
+        auto* const database = CDatabaseSession::Get().Open(file, status);
+        EXPECT_NE(database, nullptr) << status.Text();
+        return *database;
+    }
+
+    /// Runs SQL as another record set or program would.
+    static std::int64_t Run(
+        DataFile file, std::string_view sql, std::vector<DbValue> const& values = {})
+    {
+        std::int64_t changed = 0;
+        auto const status = Database(file).Execute(sql, values, changed);
+        EXPECT_TRUE(status) << status.Text();
+        return changed;
+    }
+
+    CTempFolder m_temporary;
+    std::filesystem::path const& m_folder = m_temporary.Path();
+};

@@ -7,14 +7,18 @@
 
 void CEFFile::ParsePath(std::string& path)
 {
-    if (path.empty()) {
-        return;
+    ParsePathFileName(path);
+    if (!path.empty() && !path.ends_with('/')) {
+        path += '/';
     }
-    path = std::filesystem::path(path + "/").lexically_normal().string();
 }
 
 void CEFFile::ParsePathFileName(std::string& path)
 {
+    // Two slashes at the front would be kept as something special.
+    while (path.starts_with("//")) {
+        path.erase(0, 1);
+    }
     path = std::filesystem::path(path).lexically_normal().string();
 }
 

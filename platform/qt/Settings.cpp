@@ -1,0 +1,42 @@
+#include "platform/qt/Settings.h"
+
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// The user's own settings; defaults are the program's matter, not those of files that an
+/// administrator may have left for all users.
+class CUserSettings : public QSettings
+{
+public:
+    CUserSettings()
+        : QSettings(NativeFormat, UserScope, u"Halvetta"_s, u"Corvana"_s)
+    {
+        setFallbacksEnabled(false);
+    }
+};
+
+QString Key(char const* section, char const* entry)
+{
+    return QLatin1StringView(section) + u'/' + QLatin1StringView(entry);
+}
+
+} // namespace
+
+std::int32_t GetProfileInt(char const* section, char const* entry, std::int32_t defaultValue)
+{
+    bool isNumber = false;
+    int const value = CUserSettings().value(Key(section, entry)).toString().toInt(&isNumber);
+    return isNumber ? value : defaultValue;
+}
+
+bool WriteProfileInt(char const* section, char const* entry, std::int32_t value)
+{
+    CUserSettings settings;
+    settings.setValue(Key(section, entry), value);
+    settings.sync();
+    return settings.status() == QSettings::NoError;
+}

@@ -39,7 +39,7 @@ public:
     void Field(std::string_view column, T& value)
     {
         if (m_mode == Mode::load) [[likely]] {
-            Read(m_row.Cell(m_nColumn++), value);
+            Read(*m_pCell++, value);
         } else {
             Other(column, value);
         }
@@ -55,8 +55,9 @@ private:
     };
 
     CFieldExchange(Mode mode, CRowView const& row)
-        : m_mode(mode)
-        , m_row(row)
+        : m_pCell(row.Cells())
+        , m_pBytes(row.Bytes())
+        , m_mode(mode)
     {
     }
 
@@ -79,7 +80,7 @@ private:
     void Read(CCell const& cell, std::string& value)
     {
         if (cell.type == CCell::text) {
-            value.assign(m_row.Text(cell));
+            value.assign(m_pBytes + cell.offset, cell.size);
         } else {
             value.clear();
         }
@@ -114,9 +115,9 @@ private:
     static DbValue Value(std::string const& value) { return value; }
     static DbValue Value(CEFOleDateTime const& value) { return value.Seconds(); }
 
+    CCell const* m_pCell; ///< the next one to read
+    char const* m_pBytes;
     Mode m_mode;
-    CRowView m_row;
-    std::size_t m_nColumn = 0;
     std::vector<DbValue>* m_pValues = nullptr;
     std::vector<std::string>* m_pColumns = nullptr;
 };

@@ -39,6 +39,8 @@ public:
     {
     }
 
+    CCell const* Cells() const { return m_pCells; }
+    char const* Bytes() const { return m_pBytes; } ///< what the offsets of texts count from
     CCell const& Cell(std::size_t column) const { return m_pCells[column]; }
     std::string_view Text(CCell const& cell) const { return {m_pBytes + cell.offset, cell.size}; }
 

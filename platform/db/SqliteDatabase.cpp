@@ -102,6 +102,15 @@ CSqliteDatabase::CSqliteDatabase(
             return SQLITE_OK;
         },
         this);
+    // A function gets all values of a row at once, where asking for each column of a result row
+    // costs a look-up per cell: a sixth of the time of reading a row.
+    sqlite3_create_function_v2(
+        m_connection.get(), "take_row", -1, SQLITE_UTF8 | SQLITE_DIRECTONLY, this,
+        [](sqlite3_context* context, int count, sqlite3_value** values) {
+            static_cast<CSqliteDatabase*>(sqlite3_user_data(context))
+                ->TakeRow({values, static_cast<std::size_t>(count)});
+        },
+        nullptr, nullptr, nullptr);
 }
 
 CSqliteDatabase::~CSqliteDatabase()
@@ -170,11 +179,11 @@ CSqliteDatabase::TableStatements& CSqliteDatabase::StatementsOf(CTableInfo const
     auto const [found, added] = m_tables.try_emplace(&table);
     if (added) {
         auto& select = found->second.select;
-        select = "SELECT id";
+        select = "SELECT take_row(id";
         for (auto const& column : table.columns) {
             select += ", " + column;
         }
-        select += " FROM " + table.name + " ";
+        select += ") FROM " + table.name + " ";
     }
     return found->second;
 }
@@ -220,14 +229,12 @@ CDbStatus CSqliteDatabase::FindRows(
         return status;
     }
     CStatementReset const reset(statement);
-    int code = BindValues(statement, selection.values);
-    if (code == SQLITE_OK) {
-        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-            keys.Add(sqlite3_column_int64(statement, 0));
-            CopyCells(statement, 1, static_cast<int>(table.columns.size()), rows.AddRow(), rows);
-        }
+    if (int const code = BindValues(statement, selection.values); code != SQLITE_OK) {
+        return Failure(code);
     }
-    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+    m_pTakenRows = &rows;
+    m_pTakenKeys = &keys;
+    return TakeRows(statement);
 }
 
 CDbStatus CSqliteDatabase::ReadRows(
@@ -248,7 +255,17 @@ CDbStatus CSqliteDatabase::ReadRows(
         return status;
     }
     CStatementReset const reset(statement);
-    return FillInKeyOrder(statement, keys, ascending, table.columns.size(), rows);
+    m_order.resize(keys.size());
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        m_order[i] = {keys[i], i};
+    }
+    if (!ascending) {
+        std::sort(m_order.begin(), m_order.end());
+    }
+    m_nNextInOrder = 0;
+    m_pTakenRows = &rows;
+    m_pTakenKeys = nullptr;
+    return TakeRows(statement);
 }
 
 CDbStatus CSqliteDatabase::BindKeys(TableStatements& statements, std::span<std::int64_t const> keys,
@@ -283,29 +300,36 @@ CDbStatus CSqliteDatabase::BindKeys(TableStatements& statements, std::span<std::
     return {};
 }
 
-CDbStatus CSqliteDatabase::FillInKeyOrder(sqlite3_stmt* statement,
-    std::span<std::int64_t const> keys, bool ascending, std::size_t columns, CRowBlock& rows)
+CDbStatus CSqliteDatabase::TakeRows(sqlite3_stmt* statement)
 {
-    m_order.resize(keys.size());
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        m_order[i] = {keys[i], i};
-    }
-    if (!ascending) {
-        std::sort(m_order.begin(), m_order.end());
-    }
-    auto next = m_order.begin();
-    int code = SQLITE_OK;
-    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-        auto const key = sqlite3_column_int64(statement, 0);
-        while (next != m_order.end() && next->first < key) {
-            ++next;
-        }
-        if (next != m_order.end() && next->first == key) {
-            CopyCells(statement, 1, static_cast<int>(columns), rows.FillRow(next->second), rows);
-            ++next;
-        }
+    int code = SQLITE_ROW;
+    while (code == SQLITE_ROW) {
+        code = sqlite3_step(statement);
     }
     return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}
+
+/// Called by SQLite for each row: its key and its columns. The rows of a block come by ascending
+/// key; those that nobody asked for, between the keys of a range, are passed over.
+void CSqliteDatabase::TakeRow(std::span<sqlite3_value*> values)
+{
+    auto const key = sqlite3_value_int64(values.front());
+    CCell* cells = nullptr;
+    if (m_pTakenKeys != nullptr) {
+        m_pTakenKeys->Add(key);
+        cells = m_pTakenRows->AddRow();
+    } else {
+        while (m_nNextInOrder < m_order.size() && m_order[m_nNextInOrder].first < key) {
+            ++m_nNextInOrder;
+        }
+        if (m_nNextInOrder == m_order.size() || m_order[m_nNextInOrder].first != key) {
+            return;
+        }
+        cells = m_pTakenRows->FillRow(m_order[m_nNextInOrder++].second);
+    }
+    for (auto* const value : values.subspan(1)) {
+        CopyValue(value, *cells++, *m_pTakenRows);
+    }
 }
 
 CDbStatus CSqliteDatabase::Query(
@@ -325,7 +349,11 @@ CDbStatus CSqliteDatabase::Query(
     int code = BindValues(statement, values);
     if (code == SQLITE_OK) {
         while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-            CopyCells(statement, 0, columns, rows.AddRow(), rows);
+            auto* cells = rows.AddRow();
+            for (int column = 0; column < columns; ++column) {
+                // Plain values are as good as protected ones: one thread uses the connection.
+                CopyValue(sqlite3_column_value(statement, column), cells[column], rows);
+            }
         }
     }
     return code == SQLITE_DONE ? CDbStatus() : Failure(code);

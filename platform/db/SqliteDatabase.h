@@ -57,7 +57,7 @@ private:
     /// The statements over one table, prepared when they are first needed.
     struct TableStatements
     {
-        std::string select; ///< "SELECT id, columns FROM table "
+        std::string select; ///< "SELECT take_row(id, columns) FROM table "
         CStatementPtr few;
         CStatementPtr block;
         CStatementPtr range;
@@ -86,8 +86,8 @@ private:
     TableStatements& StatementsOf(CTableInfo const& table);
     CDbStatus BindKeys(TableStatements& statements, std::span<std::int64_t const> keys,
         bool ascending, sqlite3_stmt*& statement);
-    CDbStatus FillInKeyOrder(sqlite3_stmt* statement, std::span<std::int64_t const> keys,
-        bool ascending, std::size_t columns, CRowBlock& rows);
+    CDbStatus TakeRows(sqlite3_stmt* statement);
+    void TakeRow(std::span<sqlite3_value*> values);
     CDbStatus RemoveOne(CTableInfo const& table, std::int64_t key, std::int64_t& removed);
     CDbStatus AddFindings(char const* sql, char const* what, std::vector<std::string>& findings);
     CDbStatus CompareSchema(std::vector<std::string>& findings);
@@ -102,7 +102,12 @@ private:
     CStatementPtr m_begin;
     CStatementPtr m_commit;
     CStatementPtr m_rollback;
+    // Where the rows of the statement that runs go: to their places in a block, or one after the
+    // other with their keys.
+    CRowBlock* m_pTakenRows = nullptr;
+    CKeyset* m_pTakenKeys = nullptr;
     std::vector<std::pair<std::int64_t, std::size_t>> m_order; ///< keys of a block, sorted
+    std::size_t m_nNextInOrder = 0;
     int m_nDepth = 0; ///< of nested transactions
     bool m_bDoomed = false; ///< something in the open transaction failed: it can only roll back
     int m_nLogPages = 0; ///< in the write-ahead log after the last commit

@@ -46,32 +46,20 @@ int BindValues(sqlite3_stmt* statement, std::span<DbValue const> values)
     return SQLITE_OK;
 }
 
-void CopyCells(sqlite3_stmt* statement, int first, int count, CCell* cells, CRowBlock& block)
+void CopyValue(sqlite3_value* value, CCell& cell, CRowBlock& block)
 {
-    for (int column = 0; column < count; ++column) {
-        // Asking the value instead of the column saves a look-up for its type and another one for
-        // its content; allowed because the connection is used by one thread.
-        auto* const value = sqlite3_column_value(statement, first + column);
-        CCell& cell = cells[column];
-        switch (sqlite3_value_type(value)) {
-        case SQLITE_INTEGER:
-            cell.type = CCell::integer;
-            cell.integerValue = sqlite3_value_int64(value);
-            break;
-        case SQLITE_FLOAT:
-            cell.type = CCell::real;
-            cell.realValue = sqlite3_value_double(value);
-            break;
-        case SQLITE_TEXT:
-        case SQLITE_BLOB: {
-            cell.type = sqlite3_value_type(value) == SQLITE_TEXT ? CCell::text : CCell::blob;
-            auto const* const bytes = static_cast<char const*>(sqlite3_value_blob(value));
-            block.SetBytes(cell, {bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))});
-            break;
-        }
-        default:
-            cell.type = CCell::null;
-            break;
-        }
+    int const type = sqlite3_value_type(value);
+    if (type == SQLITE_INTEGER) [[likely]] {
+        cell.type = CCell::integer;
+        cell.integerValue = sqlite3_value_int64(value);
+    } else if (type == SQLITE_FLOAT) {
+        cell.type = CCell::real;
+        cell.realValue = sqlite3_value_double(value);
+    } else if (type == SQLITE_NULL) {
+        cell.type = CCell::null;
+    } else {
+        cell.type = type == SQLITE_TEXT ? CCell::text : CCell::blob;
+        auto const* const bytes = static_cast<char const*>(sqlite3_value_blob(value));
+        block.SetBytes(cell, {bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))});
     }
 }

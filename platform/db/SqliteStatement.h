@@ -61,5 +61,5 @@ private:
 int BindValue(sqlite3_stmt* statement, int parameter, DbValue const& value);
 int BindValues(sqlite3_stmt* statement, std::span<DbValue const> values);
 
-/// Copies count columns of the current row, from column first on.
-void CopyCells(sqlite3_stmt* statement, int first, int count, CCell* cells, CRowBlock& block);
+/// Copies one value; what is longer than a number goes to the block's bytes.
+void CopyValue(sqlite3_value* value, CCell& cell, CRowBlock& block);

@@ -1,0 +1,19 @@
+#include "store/BodyComp.h"
+
+#include <algorithm>
+#include <cmath>
+
+double CBodyComp::Siri(double density)
+{
+    return 495 / density - 450;
+}
+
+double CBodyComp::Brozek(double density)
+{
+    return 457 / density - 414.2;
+}
+
+double CBodyComp::Limited(double percentFat)
+{
+    return std::isfinite(percentFat) ? std::clamp(percentFat, 0.0, 99.0) : 0.0;
+}

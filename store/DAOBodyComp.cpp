@@ -1,10 +1,45 @@
 #include "store/DAOBodyComp.h"
 
+#include "store/EnumText.h"
+
 CRecordClass const* CDAOBodyComp::GetThisClass()
 {
     static CRecordClass const record
         = {"CDAOBodyComp", nullptr, DataFile::member, "body_compositions"};
     return &record;
+}
+
+int CDAOBodyComp::FindBodyComps(std::int32_t memberID)
+{
+    return memberID == 0 ? Find("ORDER BY body_comp_date, id")
+                         : Find("WHERE member_id = ? ORDER BY body_comp_date, id", memberID);
+}
+
+int CDAOBodyComp::FindBodyComps(std::int32_t memberID, std::uint8_t classIndex)
+{
+    return Find("WHERE member_id = ? AND class_index = ? ORDER BY body_comp_date, id", memberID,
+        classIndex);
+}
+
+int CDAOBodyComp::FindBodyComps(std::int32_t memberID, CEFOleDateTime const& when)
+{
+    return FindFew("WHERE member_id = ? AND body_comp_date = ? ORDER BY id", memberID, when);
+}
+
+char const* CDAOBodyComp::GetActLevelStr(actlevel level)
+{
+    return TextAt(
+        {"Sedentary", "Lightly Active", "Moderately Active", "Active", "Very Active"}, level);
+}
+
+char const* CDAOBodyComp::GetActLevelStrAbbr(actlevel level)
+{
+    return TextAt({"Sed", "Light", "Mod", "Active", "VeryAct"}, level);
+}
+
+char const* CDAOBodyComp::GetMethodStr(method measured)
+{
+    return TextAt({"Body Measurements", "Skinfolds", "Hydrostatic Weighing", "Other"}, measured);
 }
 
 void CDAOBodyComp::ExchangeFields(CFieldExchange& fx)

@@ -26,6 +26,19 @@ public:
         mOther
     };
 
+    /// Selects the body compositions of a member, or of all members when memberID is 0, oldest
+    /// first.
+    int FindBodyComps(std::int32_t memberID);
+    /// Those for one of the member's classes.
+    int FindBodyComps(std::int32_t memberID, std::uint8_t classIndex);
+    /// Those made at that second.
+    int FindBodyComps(std::int32_t memberID, CEFOleDateTime const& when);
+
+    /// Display texts; empty for a number that is none of the enumeration.
+    static char const* GetActLevelStr(actlevel level);
+    static char const* GetActLevelStrAbbr(actlevel level);
+    static char const* GetMethodStr(method measured);
+
     // The current row.
     std::int32_t m_lMemberID = 0;
     CEFOleDateTime m_dtBodyCompDate; ///< never after today

@@ -33,6 +33,11 @@ void CDAOCirc::SetStnVal(int station, double value)
     }
 }
 
+std::string_view CDAOCirc::ColumnName(std::size_t station)
+{
+    return kColumns[station];
+}
+
 void CDAOCirc::ExchangeFields(CFieldExchange& fx)
 {
     fx.Field("eval_id", m_lEvalID);

@@ -20,6 +20,9 @@ public:
     double GetStnVal(int station) const;
     void SetStnVal(int station, double value);
 
+    /// The column of a station from 0 to 23.
+    static std::string_view ColumnName(std::size_t station);
+
     // The current row.
     std::int32_t m_lEvalID = 0;
 

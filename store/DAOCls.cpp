@@ -1,5 +1,7 @@
 #include "store/DAOCls.h"
 
+#include <array>
+
 CRecordClass const* CDAOCls::GetThisClass()
 {
     static CRecordClass const record = {"CDAOCls", nullptr, DataFile::member, "classes"};
@@ -9,6 +11,65 @@ CRecordClass const* CDAOCls::GetThisClass()
 int CDAOCls::FindClasses(std::int32_t memberID)
 {
     return FindFew("WHERE member_id = ? ORDER BY id", memberID);
+}
+
+int CDAOCls::FindClasses(std::int32_t memberID, std::string_view category, std::string_view course,
+    std::string_view section)
+{
+    return FindFew("WHERE member_id = ? AND category = ? AND course = ? AND section = ? "
+                   "ORDER BY id",
+        memberID, category, course, section);
+}
+
+std::uint8_t CDAOCls::GenerateIndex(std::int32_t memberID, std::uint8_t seed)
+{
+    std::array<bool, kLargestIndex + 1> taken = {};
+    auto* const database = Database();
+    CRowBlock rows;
+    std::int64_t const id = memberID;
+    std::vector<DbValue> const values(4, id);
+    if (database == nullptr
+        || !Do(database->Query("SELECT class_index FROM classes WHERE member_id = ? "
+                               "UNION SELECT class_index FROM workouts WHERE member_id = ? "
+                               "UNION SELECT class_index FROM evaluations WHERE member_id = ? "
+                               "UNION SELECT class_index FROM body_compositions "
+                               "WHERE member_id = ?",
+            values, rows))) {
+        return 0;
+    }
+    for (std::size_t i = 0; i < rows.Rows(); ++i) {
+        auto const index = rows.Row(i).Cell(0).integerValue;
+        if (index >= 1 && index <= kLargestIndex) {
+            taken[static_cast<std::size_t>(index)] = true;
+        }
+    }
+    std::uint8_t const first = seed >= 1 && seed <= kLargestIndex ? seed : std::uint8_t(1);
+    for (unsigned step = 0; step < kLargestIndex; ++step) {
+        auto const index = (first - 1U + step) % kLargestIndex + 1U;
+        if (!taken[index]) {
+            return static_cast<std::uint8_t>(index);
+        }
+    }
+    return 0;
+}
+
+int CDAOCls::GetClassIndexString(std::uint8_t index, std::string& text)
+{
+    text = index == kUnknown   ? "Unknown"
+        : index == kAllClasses ? "All Categories/Courses/Sections"
+                               : "";
+    return static_cast<int>(text.size());
+}
+
+int CDAOCls::BuildClassString(std::string& text) const
+{
+    text.clear();
+    for (auto const* part : {&m_Category, &m_Course, &m_Section}) {
+        if (!part->empty()) {
+            text += (text.empty() ? "" : " ") + *part;
+        }
+    }
+    return static_cast<int>(text.size());
 }
 
 void CDAOCls::ExchangeFields(CFieldExchange& fx)

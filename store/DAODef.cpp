@@ -1,6 +1,6 @@
 #include "store/DAODef.h"
 
-#include <array>
+#include "store/EnumText.h"
 
 CRecordClass const* CDAODef::GetThisClass()
 {
@@ -10,17 +10,12 @@ CRecordClass const* CDAODef::GetThisClass()
 
 char const* CDAODef::GetGrdStatStr(gradestat status)
 {
-    constexpr std::array kTexts
-        = {"None", "In Progress", "Satisfactory", "Incomplete", "Withdrawn"};
-    auto const index = static_cast<std::size_t>(status);
-    return index < kTexts.size() ? kTexts[index] : "";
+    return TextAt({"None", "In Progress", "Satisfactory", "Incomplete", "Withdrawn"}, status);
 }
 
 char const* CDAODef::GetEnrPerStr(enrollper period)
 {
-    constexpr std::array kTexts = {"1 Month", "3 Months", "6 Months", "1 Year"};
-    auto const index = static_cast<std::size_t>(period);
-    return index < kTexts.size() ? kTexts[index] : "";
+    return TextAt({"1 Month", "3 Months", "6 Months", "1 Year"}, period);
 }
 
 void CDAODef::ExchangeFields(CFieldExchange& fx)

@@ -283,10 +283,15 @@ bool CDAOEFSet::ShowRow(std::size_t position)
 /// The turn of a row that is not there any more: nobody shall take the row before it for it.
 bool CDAOEFSet::ShowNoRow()
 {
-    auto fx = CFieldExchange::Clear();
-    ExchangeFields(fx);
+    ClearFields();
     m_bOnRow = false;
     return false;
+}
+
+void CDAOEFSet::ClearFields()
+{
+    auto fx = CFieldExchange::Clear();
+    ExchangeFields(fx);
 }
 
 // ---- writing
@@ -296,8 +301,7 @@ bool CDAOEFSet::BeginAdding()
     if (!m_bOpen || GetClass()->readOnly) {
         return false;
     }
-    auto fx = CFieldExchange::Clear();
-    ExchangeFields(fx);
+    ClearFields();
     m_edit = Edit::adding;
     return true;
 }

@@ -79,6 +79,9 @@ public:
     /// The full path of the file that holds the table.
     virtual std::string GetDefaultDBName() const;
 
+    /// Sets every field to no value: 0, "" or the zero date.
+    void ClearFields();
+
     /// The outcome of the last operation that used the database.
     CDbStatus const& LastStatus() const { return m_status; }
 

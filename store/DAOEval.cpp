@@ -7,6 +7,33 @@ CRecordClass const* CDAOEval::GetThisClass()
     return &record;
 }
 
+int CDAOEval::FindEvals(CDAOSmEval::id kind, std::int32_t number)
+{
+    if (kind == CDAOSmEval::idEval) {
+        return FindFew("WHERE eval_id = ?", number);
+    }
+    return number == 0 ? Find("ORDER BY eval_date, id")
+                       : Find("WHERE member_id = ? ORDER BY eval_date, id", number);
+}
+
+int CDAOEval::FindEvals(std::int32_t memberID, std::uint8_t classIndex)
+{
+    return Find(
+        "WHERE member_id = ? AND class_index = ? ORDER BY eval_date, id", memberID, classIndex);
+}
+
+int CDAOEval::FindEvals(std::int32_t memberID, CEFOleDateTime const& when)
+{
+    return FindFew("WHERE member_id = ? AND eval_date = ? ORDER BY id", memberID, when);
+}
+
+double CDAOEval::GetStnVal(int station) const
+{
+    return station >= 0 && station < CDAOCirc::kStations
+        ? m_lifts[static_cast<std::size_t>(station)]
+        : 0.0;
+}
+
 void CDAOEval::ExchangeFields(CFieldExchange& fx)
 {
     fx.Field("eval_id", m_lEvalID);
@@ -25,4 +52,7 @@ void CDAOEval::ExchangeFields(CFieldExchange& fx)
     fx.Field("step_test", m_nStepTest);
     fx.Field("run_seconds", m_nRunSeconds);
     fx.Field("ergometer", m_nErgometer);
+    for (std::size_t i = 0; i < m_lifts.size(); ++i) {
+        fx.Field(CDAOCirc::ColumnName(i), m_lifts[i]);
+    }
 }

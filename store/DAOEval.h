@@ -1,6 +1,10 @@
 #pragma once
 
+#include "store/DAOCirc.h"
 #include "store/DAOEFSet.h"
+#include "store/DAOSmEval.h"
+
+#include <array>
 
 /// The whole evaluation, joined from its tables; only read.
 class CDAOEval : public CDAOEFSet
@@ -9,6 +13,15 @@ public:
     using CDAOEFSet::CDAOEFSet;
     static CRecordClass const* GetThisClass();
     CRecordClass const* GetClass() const override { return GetThisClass(); }
+
+    /// Selects by member ID (all members when it is 0) or by evaluation number, oldest first.
+    int FindEvals(CDAOSmEval::id kind, std::int32_t number);
+    /// Selects the evaluations of a member for one of the member's classes.
+    int FindEvals(std::int32_t memberID, std::uint8_t classIndex);
+    /// Selects the evaluations of a member made at that second.
+    int FindEvals(std::int32_t memberID, CEFOleDateTime const& when);
+    /// The progressive lift of a station from 0 to 23, in pounds; 0 for any other.
+    double GetStnVal(int station) const;
 
     // The current row.
     std::int32_t m_lEvalID = 0;
@@ -30,4 +43,7 @@ public:
 
 protected:
     void ExchangeFields(CFieldExchange& fx) override;
+
+private:
+    std::array<double, CDAOCirc::kStations> m_lifts = {};
 };

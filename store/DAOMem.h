@@ -1,6 +1,9 @@
 #pragma once
 
 #include "store/DAOEFSet.h"
+#include "store/DAOSmMem.h"
+
+class CMemberSearchData;
 
 /// The whole member, joined from several tables; only read.
 class CDAOMem : public CDAOEFSet
@@ -9,6 +12,16 @@ public:
     using CDAOEFSet::CDAOEFSet;
     static CRecordClass const* GetThisClass();
     CRecordClass const* GetClass() const override { return GetThisClass(); }
+
+    /// Selects the member of that number; not zero when there is one. One index look-up.
+    std::int32_t FindMember(CDAOSmMem::id kind, std::int32_t number);
+    /// Selects all members in the table's order, or the current ones alone when past is false.
+    int FindAllMembers(bool past);
+    /// Selects the members that meet all criteria, in name order. Uses the indexes by number, name
+    /// and class where such a criterion is given, and reads every member otherwise. The two flags
+    /// are kept for their callers: the order and the extent do not depend on them.
+    virtual int FindMembers(CMemberSearchData const& search, bool byName, bool past);
+    static char const* GetStatusStr(std::uint8_t status) { return CDAOSmMem::GetStatusStr(status); }
 
     // The current row.
     std::int32_t m_MemberID = 0;

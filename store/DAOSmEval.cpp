@@ -1,9 +1,49 @@
 #include "store/DAOSmEval.h"
 
+#include <algorithm>
+#include <limits>
+
 CRecordClass const* CDAOSmEval::GetThisClass()
 {
     static CRecordClass const record = {"CDAOSmEval", nullptr, DataFile::member, "evaluations"};
     return &record;
+}
+
+int CDAOSmEval::FindEvals(id kind, std::int32_t number)
+{
+    if (kind == idEval) {
+        return FindFew("WHERE eval_id = ?", number);
+    }
+    return number == 0 ? Find("ORDER BY eval_date, id")
+                       : Find("WHERE member_id = ? ORDER BY eval_date, id", number);
+}
+
+int CDAOSmEval::FindEvals(std::int32_t memberID, std::uint8_t classIndex)
+{
+    return Find(
+        "WHERE member_id = ? AND class_index = ? ORDER BY eval_date, id", memberID, classIndex);
+}
+
+int CDAOSmEval::FindEvals(std::int32_t memberID, CEFOleDateTime const& when)
+{
+    return FindFew("WHERE member_id = ? AND eval_date = ? ORDER BY id", memberID, when);
+}
+
+std::int32_t CDAOSmEval::GenerateIDNum()
+{
+    auto const highest = Ask("SELECT max(eval_id) FROM evaluations", {});
+    if (!LastStatus()) {
+        return 0;
+    }
+    if (highest < std::numeric_limits<std::int32_t>::max()) {
+        return static_cast<std::int32_t>(std::max<std::int64_t>(highest, 0) + 1);
+    }
+    // Another program used the largest number: take the first free one.
+    return static_cast<std::int32_t>(
+        Ask("SELECT min(n) FROM (SELECT 1 AS n UNION ALL SELECT eval_id + 1 FROM evaluations "
+            "WHERE eval_id BETWEEN 1 AND 2147483646) "
+            "WHERE n NOT IN (SELECT eval_id FROM evaluations)",
+            {}));
 }
 
 void CDAOSmEval::ExchangeFields(CFieldExchange& fx)

@@ -16,6 +16,16 @@ public:
         idEval = 1
     }; ///< what a look-up by number means
 
+    /// Selects by member ID (all members when it is 0) or by evaluation number, oldest first.
+    int FindEvals(id kind, std::int32_t number);
+    /// Selects the evaluations of a member for one of the member's classes.
+    int FindEvals(std::int32_t memberID, std::uint8_t classIndex);
+    /// Selects the evaluations of a member made at that second.
+    int FindEvals(std::int32_t memberID, CEFOleDateTime const& when);
+    /// A number that no evaluation has; 0 when the file cannot be read. Two programs may get the
+    /// same one: the later of them is refused when it writes.
+    std::int32_t GenerateIDNum();
+
     // The current row.
     std::int32_t m_lEvalID = 0;
     std::int32_t m_lMemberID = 0;

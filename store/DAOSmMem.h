@@ -18,6 +18,17 @@ public:
 
     /// Selects the member of that number; not zero when there is one. One index look-up.
     std::int32_t FindMember(id kind, std::int32_t number);
+    /// Looks a member up without moving the cursor; false when there is none.
+    bool GetMember(id kind, std::int32_t number, std::string& firstName, std::string& middleInit,
+        std::string& lastName, std::uint8_t& status);
+    /// Selects all members in the table's order, or the current ones alone when past is false.
+    int FindAllMembers(bool past);
+    /// The same in name order: last, first, middle initial, ignoring case.
+    int FindAllMembersByName(bool past);
+    /// The number of past members. Reads every summary row.
+    int CountPast();
+    /// "Current" or "Past".
+    static char const* GetStatusStr(std::uint8_t status);
 
     // The current row.
     std::int32_t m_MemberID = 0;

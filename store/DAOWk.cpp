@@ -21,6 +21,43 @@ int CDAOWk::FindWks(std::int32_t const& memberID)
                          : Find("WHERE member_id = ? ORDER BY check_in, id", memberID);
 }
 
+int CDAOWk::FindWks(std::int32_t const& memberID, std::uint8_t const& classIndex)
+{
+    return Find(
+        "WHERE member_id = ? AND class_index = ? ORDER BY check_in, id", memberID, classIndex);
+}
+
+int CDAOWk::FindWks(std::int32_t const& memberID, CEFOleDateTime const& when)
+{
+    return FindFew("WHERE member_id = ? AND check_in = ? ORDER BY id", memberID, when);
+}
+
+int CDAOWk::FindWks(
+    std::int32_t const& memberID, CEFOleDateTime const& from, CEFOleDateTime const& to, ok filter)
+{
+    std::string clause = "WHERE check_in BETWEEN ? AND ?";
+    std::vector<DbValue> values = {from.Seconds(), to.Seconds()};
+    if (memberID != 0) {
+        clause += " AND member_id = ?";
+        values.emplace_back(std::int64_t(memberID));
+    }
+    if (filter != okAll) {
+        clause += " AND (workout_ok <> 0) = ?";
+        values.emplace_back(std::int64_t(filter));
+    }
+    return Select(clause + " ORDER BY check_in, id", std::move(values), false);
+}
+
+int CDAOWk::CountToday()
+{
+    auto from = CEFOleDateTime::GetCurrentTime();
+    auto to = from;
+    from.Midnight();
+    to.PreMidnight();
+    return static_cast<int>(Ask("SELECT count(*) FROM workouts WHERE check_in BETWEEN ? AND ?",
+        {from.Seconds(), to.Seconds()}));
+}
+
 std::int16_t CDAOWk::GetStnVal(int const& index) const
 {
     return index >= 0 && index < kStationValues ? m_values[static_cast<std::size_t>(index)]

@@ -22,6 +22,16 @@ public:
 
     /// Selects the workouts of a member, or of all members when memberID is 0, oldest first.
     int FindWks(std::int32_t const& memberID);
+    /// Selects the workouts of a member for one of the member's classes.
+    int FindWks(std::int32_t const& memberID, std::uint8_t const& classIndex);
+    /// Selects the workouts of a member that were checked in at that second.
+    int FindWks(std::int32_t const& memberID, CEFOleDateTime const& when);
+    /// Selects the workouts checked in from one time to another, both included, that pass the
+    /// filter; of all members when memberID is 0.
+    int FindWks(std::int32_t const& memberID, CEFOleDateTime const& from, CEFOleDateTime const& to,
+        ok filter);
+    /// The number of workouts checked in today.
+    int CountToday();
     /// Whole minutes from check-in to check-out of the current row, truncated, never negative.
     int TotalMinutes() const { return MinutesBetween(m_dtCheckIn, m_dtCheckOut); }
     /// Index 0 is the number of circuits, 1 to 12 the values of the stations; any other reads as 0

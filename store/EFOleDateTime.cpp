@@ -259,6 +259,28 @@ void CEFOleDateTime::PreMidnight()
     }
 }
 
+void CEFOleDateTime::AddMonths(int months)
+{
+    if (!ChkStatus()) {
+        return;
+    }
+    chr::year_month_day const date(DaysOf(DayNumber()));
+    auto const month = chr::year_month(date.year(), date.month()) + chr::months(months);
+    chr::year_month_day const last(month / chr::last);
+    auto const target = month / std::min(date.day(), last.day());
+    auto const days = (chr::sys_days(target) - kEpoch).count();
+    m_nSeconds += (days - DayNumber()) * kDay;
+}
+
+CEFOleDateTime CEFOleDateTime::DayAfter(int year, int month, int day)
+{
+    // Days past the end of a month count on into the next one.
+    auto const first = chr::sys_days(chr::year(year) / month / 1);
+    chr::year_month_day const last(chr::year(year) / month / chr::last);
+    auto const offset = std::min(day, static_cast<int>(static_cast<unsigned>(last.day())));
+    return FromSeconds((first + chr::days(offset) - kEpoch).count() * kDay);
+}
+
 int CEFOleDateTime::ElapsedYrs() const
 {
     if (!ChkStatus()) {

@@ -57,6 +57,10 @@ public:
     bool IsSameDay(CEFOleDateTime const& other) const;
     void Midnight(); ///< to 00:00:00 of its date
     void PreMidnight(); ///< to 23:59:59 of its date
+    /// The same day of a later month, or that month's last day when it has none such.
+    void AddMonths(int months);
+    /// The next day by the calendar of a year, month and day that may not exist (2/29).
+    static CEFOleDateTime DayAfter(int year, int month, int day);
     int ElapsedYrs() const; ///< whole years until today; negative for a date to come
     int ElapsedMin() const; ///< whole minutes until now, never negative
 

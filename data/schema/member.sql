@@ -57,6 +57,8 @@ CREATE TABLE classes (
     other_bonuses INTEGER NOT NULL
 ) STRICT;
 CREATE INDEX classes_of_member ON classes (member_id);
+CREATE INDEX classes_by_class ON classes (category COLLATE NOCASE, course COLLATE NOCASE,
+    section COLLATE NOCASE);
 
 CREATE TABLE messages (
     id INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -194,8 +196,28 @@ SELECT m.id AS id, m.member_id AS member_id, e.expire_date AS expire_date,
     m.workout_number AS workout_number, m.first_name AS first_name,
     m.middle_initial AS middle_initial, m.last_name AS last_name, m.status AS status,
     p.address AS address, p.city AS city, p.state AS state, p.zip AS zip,
-    p.birthday AS birthday, p.sex AS sex
+    p.birthday AS birthday, p.sex AS sex,
+    p.phone AS phone, p.email AS email, p.physician AS physician, p.release AS release,
+    p.employee AS employee, p.goals AS goals, p.medical_history AS medical_history,
+    e.enroll_date AS enroll_date, e.period AS period, e.incentive AS incentive
 FROM members AS m
+LEFT JOIN profiles AS p ON p.member_id = m.member_id
+LEFT JOIN enrollments AS e ON e.member_id = m.member_id;
+
+-- A member once for each class.
+CREATE VIEW member_class_view AS
+SELECT c.id AS id, m.member_id AS member_id, e.expire_date AS expire_date,
+    m.workout_number AS workout_number, m.first_name AS first_name,
+    m.middle_initial AS middle_initial, m.last_name AS last_name, m.status AS status,
+    p.address AS address, p.city AS city, p.state AS state, p.zip AS zip,
+    p.birthday AS birthday, p.sex AS sex,
+    p.phone AS phone, p.email AS email, p.physician AS physician, p.release AS release,
+    p.employee AS employee, p.goals AS goals, p.medical_history AS medical_history,
+    e.enroll_date AS enroll_date, e.period AS period, e.incentive AS incentive,
+    c.class_index AS class_index, c.category AS category, c.course AS course,
+    c.section AS section
+FROM classes AS c
+JOIN members AS m ON m.member_id = c.member_id
 LEFT JOIN profiles AS p ON p.member_id = m.member_id
 LEFT JOIN enrollments AS e ON e.member_id = m.member_id;
 
@@ -206,6 +228,15 @@ SELECT e.id AS id, e.eval_id AS eval_id, s.percent_fat AS percent_fat, e.member_
     e.resting_heart_rate AS resting_heart_rate, e.systolic AS systolic,
     e.diastolic AS diastolic, e.trunk_flexion AS trunk_flexion, e.sit_ups AS sit_ups,
     e.ab_crunches AS ab_crunches, e.step_test AS step_test, e.run_seconds AS run_seconds,
-    e.ergometer AS ergometer
+    e.ergometer AS ergometer,
+    l.lift1 AS lift1, l.lift2 AS lift2, l.lift3 AS lift3,
+    l.lift4 AS lift4, l.lift5 AS lift5, l.lift6 AS lift6,
+    l.lift7 AS lift7, l.lift8 AS lift8, l.lift9 AS lift9,
+    l.lift10 AS lift10, l.lift11 AS lift11, l.lift12 AS lift12,
+    l.lift13 AS lift13, l.lift14 AS lift14, l.lift15 AS lift15,
+    l.lift16 AS lift16, l.lift17 AS lift17, l.lift18 AS lift18,
+    l.lift19 AS lift19, l.lift20 AS lift20, l.lift21 AS lift21,
+    l.lift22 AS lift22, l.lift23 AS lift23, l.lift24 AS lift24
 FROM evaluations AS e
-LEFT JOIN skinfolds AS s ON s.eval_id = e.eval_id;
+LEFT JOIN skinfolds AS s ON s.eval_id = e.eval_id
+LEFT JOIN lifts AS l ON l.eval_id = e.eval_id;

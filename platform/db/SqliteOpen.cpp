@@ -1,5 +1,6 @@
 #include "platform/db/Files.h"
 #include "platform/db/SqliteDatabase.h"
+#include "platform/db/SqliteFold.h"
 
 #include <algorithm>
 #include <array>
@@ -88,6 +89,7 @@ CDbStatus Connect(std::string const& path, CConnectionPtr& connection)
     sqlite3_db_config(opened, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
     // A file that turns out not to be ours is left as it is, its log included.
     sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    AddFoldFunctions(opened);
     int const set = sqlite3_exec(opened,
         "PRAGMA cell_size_check = ON; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY; "
         "PRAGMA wal_autocheckpoint = 0;",

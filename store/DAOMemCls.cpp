@@ -1,0 +1,23 @@
+#include "store/DAOMemCls.h"
+
+#include "store/MemberSearchData.h"
+
+CRecordClass const* CDAOMemCls::GetThisClass()
+{
+    static CRecordClass const record
+        = {"CDAOMemCls", CDAOMem::GetThisClass(), DataFile::member, "member_class_view", true};
+    return &record;
+}
+
+int CDAOMemCls::FindMembers(CMemberSearchData const& search, bool /*byName*/, bool /*past*/)
+{
+    std::vector<DbValue> values;
+    auto const clause = search.Clause(CMemberSearchData::Over::classes, values);
+    return Select(clause, std::move(values), false);
+}
+
+void CDAOMemCls::ExchangeFields(CFieldExchange& fx)
+{
+    CDAOMem::ExchangeFields(fx);
+    fx.Field("class_index", m_ClassIndex);
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "store/DAOMem.h"
+
+/// The members of a class search: a member once for each class that meets the criterion.
+class CDAOMemCls : public CDAOMem
+{
+public:
+    using CDAOMem::CDAOMem;
+    static CRecordClass const* GetThisClass();
+    CRecordClass const* GetClass() const override { return GetThisClass(); }
+
+    int FindMembers(CMemberSearchData const& search, bool byName, bool past) override;
+
+    // The current row, after the fields of CDAOMem.
+    std::uint8_t m_ClassIndex = 0; ///< of the class that met the criterion
+
+protected:
+    void ExchangeFields(CFieldExchange& fx) override;
+};

@@ -1,0 +1,349 @@
+#include "store/MemberServices.h"
+
+#include "store/DAOCat.h"
+#include "store/DAOCour.h"
+#include "store/DAOSec.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <vector>
+
+namespace
+{
+
+/// The member file, and a transaction on it that is rolled back unless committed.
+class CMemberChange
+{
+public:
+    CMemberChange()
+        : m_pDatabase(CDatabaseSession::Get().Open(DataFile::member, m_status))
+    {
+        if (m_pDatabase != nullptr) {
+            m_transaction = std::make_unique<CTransaction>(*m_pDatabase);
+            m_status = m_transaction->Status();
+        }
+    }
+
+    /// Runs one statement unless an earlier one failed; returns the number of rows it touched.
+    std::int64_t Run(std::string_view sql, std::vector<DbValue> const& values)
+    {
+        std::int64_t changed = 0;
+        if (m_status) {
+            m_status = m_pDatabase->Execute(sql, values, changed);
+        }
+        return changed;
+    }
+
+    /// Notes that a record set or another service could not do its part.
+    void Require(bool done)
+    {
+        if (m_status && !done) {
+            m_status = {DbError::failed, "A part of the change could not be stored."};
+        }
+    }
+
+    bool Commit() { return m_status && m_transaction->Commit(); }
+
+private:
+    CDbStatus m_status;
+    CDatabase* m_pDatabase;
+    std::unique_ptr<CTransaction> m_transaction;
+};
+
+constexpr std::array kRecordTables = {"workouts", "evaluations", "body_compositions"};
+
+bool IsClassIndex(std::uint8_t index)
+{
+    return index >= 1 && index <= CDAOCls::kLargestIndex;
+}
+
+/// A class as it stands in the table.
+struct StoredClass
+{
+    CClassSlot slot;
+    bool taken = false; ///< a slot carries its index on
+};
+
+CClassSlot SlotOf(CDAOCls const& row)
+{
+    return {row.m_Category, row.m_Course, row.m_Section,
+        static_cast<CDAODef::gradestat>(row.m_GradeStat), row.m_Orient != 0, row.m_ReEval,
+        row.m_Other, row.m_ClassIndex};
+}
+
+std::vector<StoredClass> ReadClasses(std::int32_t memberID, bool& read)
+{
+    std::vector<StoredClass> classes;
+    CDAOCls set;
+    int const count = set.FindClasses(memberID);
+    read = set.LastStatus().IsOK();
+    for (int i = 0; i < count; ++i) {
+        classes.push_back({SlotOf(set), false});
+        set.Op(CDAOEFSet::opMoveNext);
+    }
+    return classes;
+}
+
+bool IsSameClass(CClassSlot const& a, CClassSlot const& b)
+{
+    return a.category == b.category && a.course == b.course && a.section == b.section;
+}
+
+bool IsHeld(std::vector<CClassSlot> const& slots, std::uint8_t index)
+{
+    return std::any_of(slots.begin(), slots.end(),
+        [&](CClassSlot const& slot) { return slot.classIndex == index; });
+}
+
+/// The first free index that no slot of this save holds either; 0 when there is none.
+std::uint8_t FreshIndex(std::int32_t memberID, std::vector<CClassSlot> const& slots)
+{
+    CDAOCls set;
+    std::uint8_t seed = 1;
+    for (unsigned tries = 0; tries < CDAOCls::kLargestIndex; ++tries) {
+        auto const index = set.GenerateIndex(memberID, seed);
+        if (index == 0 || !IsHeld(slots, index)) {
+            return index;
+        }
+        seed = static_cast<std::uint8_t>(index % CDAOCls::kLargestIndex + 1);
+    }
+    return 0;
+}
+
+/// Settles which index each slot carries on; false when there is none left.
+bool GiveIndexes(
+    std::int32_t memberID, std::vector<CClassSlot>& slots, std::vector<StoredClass>& stored)
+{
+    std::vector<CClassSlot> settled;
+    auto const take = [&](auto const& suits) {
+        auto const found = std::find_if(stored.begin(), stored.end(), [&](StoredClass const& row) {
+            return !row.taken && IsClassIndex(row.slot.classIndex)
+                && !IsHeld(slots, row.slot.classIndex) && suits(row);
+        });
+        if (found == stored.end()) {
+            return std::uint8_t(0);
+        }
+        found->taken = true;
+        return found->slot.classIndex;
+    };
+    // Slots that know their index come first: nobody else may take it.
+    for (std::size_t i = 0; i < slots.size(); ++i) {
+        auto& index = slots[i].classIndex;
+        if (!IsClassIndex(index)) {
+            index = 0;
+        }
+        std::vector<CClassSlot> const earlier(
+            slots.begin(), slots.begin() + static_cast<std::ptrdiff_t>(i));
+        bool const twice = index != 0 && IsHeld(earlier, index);
+        if (twice) {
+            index = 0;
+            index = FreshIndex(memberID, slots);
+            if (index == 0) {
+                return false;
+            }
+        }
+    }
+    for (auto& slot : slots) {
+        if (slot.classIndex == 0) {
+            slot.classIndex
+                = take([&](StoredClass const& row) { return IsSameClass(row.slot, slot); });
+        }
+    }
+    for (auto& slot : slots) {
+        if (slot.classIndex == 0) {
+            slot.classIndex = take([](StoredClass const&) { return true; });
+        }
+        if (slot.classIndex == 0) {
+            slot.classIndex = FreshIndex(memberID, slots);
+        }
+        if (slot.classIndex == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void AddClassRow(CMemberChange& change, std::int32_t memberID, CClassSlot const& slot)
+{
+    CDAOCls row;
+    row.OpenSet(false);
+    change.Require(row.Op(CDAOEFSet::opAddNew));
+    row.m_MemberID = memberID;
+    row.m_ClassIndex = slot.classIndex;
+    row.m_Category = slot.category;
+    row.m_Course = slot.course;
+    row.m_Section = slot.section;
+    row.m_GradeStat = static_cast<std::uint8_t>(slot.gradeStat);
+    row.m_Orient = slot.orientBonus ? 1 : 0;
+    row.m_ReEval = static_cast<std::int16_t>(slot.reEvalBonuses);
+    row.m_Other = static_cast<std::int16_t>(slot.otherBonuses);
+    change.Require(row.Op(CDAOEFSet::opUpdate));
+}
+
+} // namespace
+
+bool IsMember(std::int32_t number, CDAOSmMem::id kind)
+{
+    CDAOSmMem members;
+    return members.FindMember(kind, number) != 0;
+}
+
+bool ResetMember(CDAOSmMem& members, CDAOEnr& enrollments, CDAOProf& profiles, CDAOCls& classes,
+    CDAOMsg& messages)
+{
+    CDAODef defaults;
+    if (defaults.OpenSet(true) == 0) {
+        return false;
+    }
+    defaults.Op(CDAOEFSet::opClose);
+    for (CDAOEFSet* set :
+        std::initializer_list<CDAOEFSet*>{&members, &enrollments, &profiles, &classes, &messages}) {
+        set->ClearFields();
+    }
+    auto today = CEFOleDateTime::GetCurrentTime();
+    today.Midnight();
+    members.m_Status = 1;
+    profiles.m_Birthday = today;
+    profiles.m_Sex = 1;
+    enrollments.m_EnrollDate = today;
+    enrollments.m_ExpireDate = today;
+    enrollments.m_ExpireDate.AddMonths(1);
+    classes.m_ClassIndex = 1;
+    classes.m_GradeStat = defaults.m_nDefGradeStat;
+    classes.m_Orient = (defaults.m_nDefFlags & CDAODef::kOrientBonus) != 0 ? 1 : 0;
+    classes.m_ReEval = defaults.m_nDefReEvalBonuses;
+    classes.m_Other = defaults.m_nDefOtherBonuses;
+    return true;
+}
+
+bool UpdateClasses(std::int32_t memberID, CClassSlot const& slot1, CClassSlot const& slot2,
+    CClassSlot const& slot3)
+{
+    std::vector<CClassSlot> slots;
+    for (auto const* slot : {&slot1, &slot2, &slot3}) {
+        if (!slot->IsEmpty()) {
+            slots.push_back(*slot);
+        }
+    }
+    CMemberChange change;
+    bool read = false;
+    auto stored = ReadClasses(memberID, read);
+    change.Require(read && GiveIndexes(memberID, slots, stored));
+    for (auto const& row : stored) {
+        if (!IsHeld(slots, row.slot.classIndex)) {
+            change.Require(UpdateClassIndex(memberID, row.slot.classIndex, CDAOCls::kUnknown));
+        }
+    }
+    change.Run("DELETE FROM classes WHERE member_id = ?", {std::int64_t(memberID)});
+    for (auto const& slot : slots) {
+        AddClassRow(change, memberID, slot);
+    }
+    return change.Commit();
+}
+
+bool ReplaceClass(
+    std::int32_t memberID, std::uint8_t classIndex, CClassSlot const& replacement, bool transfer)
+{
+    CMemberChange change;
+    auto const changed = change.Run("UPDATE classes SET category = ?, course = ?, section = ?, "
+                                    "grade_status = ?, orientation = ?, re_evaluations = ?, "
+                                    "other_bonuses = ? WHERE member_id = ? AND class_index = ?",
+        {replacement.category, replacement.course, replacement.section,
+            std::int64_t(replacement.gradeStat), std::int64_t(replacement.orientBonus ? 1 : 0),
+            std::int64_t(replacement.reEvalBonuses), std::int64_t(replacement.otherBonuses),
+            std::int64_t(memberID), std::int64_t(classIndex)});
+    change.Require(changed > 0);
+    if (!transfer) {
+        change.Require(DeleteClassData(memberID, classIndex));
+    }
+    return change.Commit();
+}
+
+bool UpdateEnrollment(std::int32_t const& memberID, CEFOleDateTime const& enrollDate,
+    CEFOleDateTime const& expireDate, std::uint8_t const& period, std::uint8_t const& incentive,
+    std::uint8_t const& status)
+{
+    CMemberChange change;
+    std::int64_t const id = memberID;
+    change.Require(
+        change.Run("UPDATE members SET status = ? WHERE member_id = ?", {std::int64_t(status), id})
+        == 1);
+    change.Run("INSERT INTO enrollments (member_id, enroll_date, expire_date, period, incentive) "
+               "VALUES (?, ?, ?, ?, ?) ON CONFLICT (member_id) DO UPDATE SET "
+               "enroll_date = excluded.enroll_date, expire_date = excluded.expire_date, "
+               "period = excluded.period, incentive = excluded.incentive",
+        {id, enrollDate.Seconds(), expireDate.Seconds(), std::int64_t(period),
+            std::int64_t(incentive)});
+    return change.Commit();
+}
+
+bool UpdateClassIndex(std::int32_t memberID, std::uint8_t oldIndex, std::uint8_t newIndex)
+{
+    CMemberChange change;
+    for (std::string const table : kRecordTables) {
+        change.Run(
+            "UPDATE " + table + " SET class_index = ? WHERE member_id = ? AND class_index = ?",
+            {std::int64_t(newIndex), std::int64_t(memberID), std::int64_t(oldIndex)});
+    }
+    return change.Commit();
+}
+
+bool DeleteClassData(std::int32_t memberID, std::uint8_t classIndex)
+{
+    CMemberChange change;
+    for (std::string const table : kRecordTables) {
+        change.Run("DELETE FROM " + table + " WHERE member_id = ? AND class_index = ?",
+            {std::int64_t(memberID), std::int64_t(classIndex)});
+    }
+    return change.Commit();
+}
+
+bool IsCurrentClass(
+    std::string const& category, std::string const& course, std::string const& section)
+{
+    if (category.empty()) {
+        return false;
+    }
+    std::string sql = "SELECT count(*) FROM categories AS a";
+    std::string where = " WHERE a.name = ?";
+    std::vector<DbValue> values = {category};
+    if (!course.empty()) {
+        sql += " JOIN courses AS b ON b.category = a.number";
+        where += " AND b.name = ?";
+        values.emplace_back(course);
+        if (!section.empty()) {
+            sql += " JOIN sections AS c ON c.course = b.number";
+            where += " AND c.name = ?";
+            values.emplace_back(section);
+        }
+    } else if (!section.empty()) {
+        return false;
+    }
+    CDbStatus status;
+    auto* const database = CDatabaseSession::Get().Open(DataFile::center, status);
+    CRowBlock rows;
+    return database != nullptr && database->Query(sql + where, values, rows)
+        && rows.Row(0).Cell(0).integerValue > 0;
+}
+
+CORVAPI_RETURN corv_apiPostMemberMessage(
+    char const* text, std::int32_t memberID, bool replaceExisting)
+{
+    CMemberChange change;
+    CDAOSmMem members;
+    if (members.FindMember(CDAOSmMem::idMember, memberID) == 0) {
+        return members.LastStatus() ? apiNoMember : apiStoreError;
+    }
+    CDAOMsg messages;
+    bool const there = messages.FindMessages(memberID) > 0;
+    change.Require(messages.LastStatus().IsOK());
+    if (there && !messages.m_Message.empty() && !replaceExisting) {
+        return apiSuccess;
+    }
+    change.Require(messages.Op(there ? CDAOEFSet::opEdit : CDAOEFSet::opAddNew));
+    messages.m_MemberID = memberID;
+    messages.m_Message = text;
+    change.Require(messages.Op(CDAOEFSet::opUpdate));
+    return change.Commit() ? apiSuccess : apiStoreError;
+}

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "store/DAOCls.h"
+#include "store/DAODef.h"
+#include "store/DAOEnr.h"
+#include "store/DAOMsg.h"
+#include "store/DAOProf.h"
+#include "store/DAOSmMem.h"
+
+#include <cstdint>
+#include <string>
+
+// What changes several of a member's tables at once. Each service opens what it needs by itself and
+// is one transaction: it happens whole or not at all. Called inside a transaction it is a part of
+// that one.
+
+/// One of the three class slots of a member; without category, course and section it stands for no
+/// class.
+struct CClassSlot
+{
+    std::string category;
+    std::string course;
+    std::string section;
+    CDAODef::gradestat gradeStat = CDAODef::gsNone;
+    bool orientBonus = false;
+    int reEvalBonuses = 0;
+    int otherBonuses = 0;
+    /// The index that the slot's records carry; 0 when the slot does not know.
+    std::uint8_t classIndex = 0;
+
+    bool IsEmpty() const { return category.empty() && course.empty() && section.empty(); }
+};
+
+/// True when a member has that member ID or workout number.
+bool IsMember(std::int32_t number, CDAOSmMem::id kind);
+
+/// Sets the fields of five record sets to those of a new member: current, male, born and enrolled
+/// today for one month, class values from the centre's defaults. False, with nothing set, when the
+/// defaults cannot be read.
+bool ResetMember(CDAOSmMem& members, CDAOEnr& enrollments, CDAOProf& profiles, CDAOCls& classes,
+    CDAOMsg& messages);
+
+/// Rewrites a member's classes from the slots, in their order. A slot keeps the index it gives; one
+/// that gives none keeps the index of the stored class of the same names, else that of a stored
+/// class that no slot took, else gets a free one. An index given twice is replaced in the later
+/// slot. Records of a stored class that no slot holds any more move to index 99. False when it
+/// could not be stored.
+bool UpdateClasses(std::int32_t memberID, CClassSlot const& slot1, CClassSlot const& slot2,
+    CClassSlot const& slot3);
+
+/// Replaces the class of that index. Its workouts, evaluations and body compositions stay with the
+/// new class (transfer), or are deleted. False when the member has no such class or it could not be
+/// stored.
+bool ReplaceClass(
+    std::int32_t memberID, std::uint8_t classIndex, CClassSlot const& replacement, bool transfer);
+
+/// Rewrites a member's enrolment and status. False when there is no such member or it could not be
+/// stored.
+bool UpdateEnrollment(std::int32_t const& memberID, CEFOleDateTime const& enrollDate,
+    CEFOleDateTime const& expireDate, std::uint8_t const& period, std::uint8_t const& incentive,
+    std::uint8_t const& status);
+
+/// Moves the workouts, evaluations and body compositions of a member from one class index to
+/// another. False when it could not be stored.
+bool UpdateClassIndex(std::int32_t memberID, std::uint8_t oldIndex, std::uint8_t newIndex);
+
+/// Deletes the workouts, evaluations and body compositions of a member that carry a class index.
+/// False when it could not be stored.
+bool DeleteClassData(std::int32_t memberID, std::uint8_t classIndex);
+
+/// True when the centre's catalogue has the class; an empty course or section is not looked for.
+bool IsCurrentClass(
+    std::string const& category, std::string const& course, std::string const& section);
+
+enum CORVAPI_RETURN
+{
+    apiSuccess = 0,
+    apiNoMember = 1,
+    apiStoreError = 2
+};
+
+/// Stores the message that the member sees at the next check-in. One that is there already, and not
+/// empty, is replaced only when asked; leaving it counts as success.
+CORVAPI_RETURN corv_apiPostMemberMessage(
+    char const* text, std::int32_t memberID, bool replaceExisting);

@@ -56,3 +56,10 @@ ListeningAddresses() {
         if [[ $address =~ $loopback ]]; then echo "loopback $port"; else echo "network $port"; fi
     done < <(cat /proc/net/tcp /proc/net/tcp6 2>/dev/null | grep -v local_address)
 }
+
+# Prints the first port from 5900 on, VNC's, that nobody listens on.
+FreePort() {
+    local port=5900
+    while grep -qi "$(printf ':%04X .* 0A ' "$port")" /proc/net/tcp{,6}; do ((++port)); done 2>/dev/null
+    echo "$port"
+}

@@ -75,6 +75,7 @@ int Refuse()
 
 /// As in the C library, but for the internet families every address becomes a loopback address or
 /// is refused with EACCES. Other families (local sockets) pass unchanged.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): theirs are reserved
 extern "C" int bind(int fd, sockaddr const* address, socklen_t length) noexcept
 {
     sockaddr_in v4{};

@@ -5,6 +5,8 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # A build must not take its paths from another project's shell.
 unset CDPATH
+# Lets the presets, whose folders differ, share what ccache keeps.
+export CCACHE_NOHASHDIR=1
 
 Say() { printf '%s\n' "$*" >&2; }
 Die() { Say "${0##*/}: $*"; exit 1; }

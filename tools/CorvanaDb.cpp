@@ -1,0 +1,203 @@
+#include "store/DAOCenter.h"
+#include "tools/CenterRows.h"
+#include "tools/CheckFiles.h"
+#include "tools/CreateCenter.h"
+#include "tools/Password.h"
+#include "tools/ShowInfo.h"
+
+#include <CLI/CLI.hpp>
+#include <fcntl.h>
+#include <filesystem>
+#include <iostream>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+std::string_view DemoCenter();
+
+namespace
+{
+
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+constexpr int kUsage = 2;
+
+struct COptions
+{
+    std::string dataFolder;
+    std::string settingsFile;
+    std::string passwordFile;
+};
+
+int Fail(std::string const& text)
+{
+    std::cout << std::flush;
+    std::cerr << "corvana-db: " << text << "\n";
+    return kFailure;
+}
+
+/// New files are the user's alone, a crash leaves no memory behind, and no database ever takes the
+/// place of a standard stream that was closed.
+void ProtectProcess()
+{
+    ::umask(0077);
+    ::prctl(PR_SET_DUMPABLE, 0);
+    int descriptor = 0;
+    do {
+        descriptor = ::open("/dev/null", O_RDWR);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    ::close(descriptor);
+}
+
+int Create(CCenterSettings const& settings, std::string const& passwordFile)
+{
+    auto const folder = CDatabaseSession::Get().DataFolder();
+    // Asked before the password, and once more when the files are made.
+    auto status = FindOldFiles(folder);
+    CSecret password;
+    if (status) {
+        status = GetPassword(passwordFile, password);
+    }
+    if (status) {
+        status = CreateCenter(folder, settings, password.Text());
+    }
+    if (!status) {
+        return Fail(status.Text());
+    }
+    std::cout << "Made the centre \"" << settings.name << "\" in " << folder << ".\n";
+    return kSuccess;
+}
+
+int CreateFromFile(COptions const& options)
+{
+    CCenterSettings settings;
+    auto const status = ReadCenterSettings(options.settingsFile, settings);
+    return status ? Create(settings, options.passwordFile) : Fail(status.Text());
+}
+
+int CreateDemo(COptions const& options)
+{
+    CCenterSettings settings;
+    auto const status = ParseCenterSettings(DemoCenter(), "demo-center.toml", settings);
+    return status ? Create(settings, options.passwordFile) : Fail(status.Text());
+}
+
+int ChangePassword(COptions const& options)
+{
+    CDbStatus status;
+    {
+        CDAOCenter center;
+        if (center.OpenSet(true) == 0) {
+            status = center.LastStatus();
+            return Fail(status ? "There is no centre record to hold a password." : status.Text());
+        }
+    }
+    // Nothing stays open while the user thinks.
+    CDatabaseSession::Get().ShutDown();
+    CSecret password;
+    status = GetPassword(options.passwordFile, password);
+    if (!status) {
+        return Fail(status.Text());
+    }
+    CDAOCenter center;
+    bool const stored = center.SetPassword(password.Text());
+    status = center.LastStatus();
+    CDatabaseSession::Get().ShutDown();
+    if (!stored) {
+        return Fail(PasswordFailure(status).Text());
+    }
+    std::cout << "The administration password is changed.\n";
+    return kSuccess;
+}
+
+bool SetDataFolder(std::string const& chosen)
+{
+    std::error_code failed;
+    auto const folder
+        = std::filesystem::absolute(chosen.empty() ? DefaultDataFolder() : chosen, failed);
+    if (failed) {
+        return false;
+    }
+    auto path = folder.lexically_normal().string();
+    while (path.size() > 1 && path.ends_with('/')) {
+        path.pop_back();
+    }
+    CDatabaseSession::Get().SetDataFolder(path);
+    return true;
+}
+
+int Run(CLI::App const& app, COptions const& options)
+{
+    if (!SetDataFolder(options.dataFolder)) {
+        return Fail("The current folder cannot be found.");
+    }
+    if (app.got_subcommand("create")) {
+        return CreateFromFile(options);
+    }
+    if (app.got_subcommand("demo")) {
+        return CreateDemo(options);
+    }
+    if (app.got_subcommand("info")) {
+        return ShowInfo() ? kSuccess : kFailure;
+    }
+    if (app.got_subcommand("check")) {
+        return CheckFiles();
+    }
+    return ChangePassword(options);
+}
+
+void AddCommands(CLI::App& app, COptions& options)
+{
+    auto const notEmpty
+        = [](std::string const& text) { return text.empty() ? "It is empty." : ""; };
+    app.add_option("--data", options.dataFolder,
+           "The data folder. Without it, CORVANA_DATA, or else the user's own.")
+        ->type_name("DIR")
+        ->check(notEmpty);
+    app.set_version_flag("--version", "corvana-db " CORVANA_VERSION, "Print the version and exit");
+    app.set_help_flag("--help", "Print this help and exit");
+    app.require_subcommand(1);
+    app.fallthrough();
+    auto* const create = app.add_subcommand("create", "Make a centre from a settings file");
+    create->add_option("SETTINGS", options.settingsFile, "The settings file, in TOML")->required();
+    auto* const demo = app.add_subcommand("demo", "Make the demonstration centre");
+    app.add_subcommand("info", "Describe the files, the centre and the queued report jobs");
+    app.add_subcommand("check", "Check the files and tell who uses them");
+    auto* const password = app.add_subcommand("password", "Set a new administration password");
+    for (auto* const command : {create, demo, password}) {
+        command
+            ->add_option("--password-file", options.passwordFile,
+                "Read the password from the first line of this file instead of asking")
+            ->type_name("FILE")
+            ->check(notEmpty);
+    }
+    app.footer("Exit status: 0 success; 1 failure, or findings of check; 2 wrong usage, or a file\n"
+               "that check could not read.");
+}
+
+int Main(int argc, char** argv)
+{
+    COptions options;
+    CLI::App app("Makes, describes and checks the data files of a centre.", "corvana-db");
+    AddCommands(app, options);
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::ParseError const& error) {
+        if (error.get_exit_code() == 0) {
+            return app.exit(error); // help or version
+        }
+        Fail(std::string(error.what()) + ". See corvana-db --help.");
+        return kUsage;
+    }
+    return Run(app, options);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    ProtectProcess();
+    int const result = Main(argc, argv);
+    std::cout << std::flush;
+    return std::cout ? result : std::max(result, Fail("The output could not be written."));
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/db/Status.h"
+#include "tools/CenterSettings.h"
+
+/// Makes the four files of a centre in a folder, which is made too when it is not there: all of
+/// them or, when anything fails, none. Never touches a file that is there already.
+CDbStatus CreateCenter(
+    std::string const& folder, CCenterSettings const& settings, std::string const& password);
+
+/// "exists" when the folder holds one of the four files, or what is left of one.
+CDbStatus FindOldFiles(std::string const& folder);

@@ -1,0 +1,146 @@
+#include "tools/ShowInfo.h"
+
+#include "store/DAOBodyComp.h"
+#include "store/DAOBon.h"
+#include "store/DAOCat.h"
+#include "store/DAOCenter.h"
+#include "store/DAOChkIn.h"
+#include "store/DAOCirc.h"
+#include "store/DAOCls.h"
+#include "store/DAOCour.h"
+#include "store/DAODef.h"
+#include "store/DAOEnr.h"
+#include "store/DAOEvalBodyComp.h"
+#include "store/DAOLiftStn.h"
+#include "store/DAOMsg.h"
+#include "store/DAOProf.h"
+#include "store/DAOReport.h"
+#include "store/DAOSec.h"
+#include "store/DAOSmEval.h"
+#include "store/DAOSmMem.h"
+#include "store/DAOStn.h"
+#include "store/DAOTouch.h"
+#include "store/DAOWk.h"
+#include "tools/Printable.h"
+
+#include <array>
+#include <filesystem>
+#include <iostream>
+
+namespace
+{
+
+constexpr std::array<std::string_view, 14> kReportNames = {"Member Profile", "Member Count",
+    "Member Emergency Contacts", "Membership Status", "Category/Course/Section Roster",
+    "Daily Workouts", "Workout Summaries", "Member Workouts", "Category/Course/Section Workouts",
+    "Test Results Interpretation", "Evaluation Comparison", "Body Composition Interpretation",
+    "Body Composition Comparison", "Category \"Unknown\" Workouts"};
+
+std::array const kTables
+    = {CDAOChkIn::GetThisClass(), CDAOReport::GetThisClass(), CDAOCenter::GetThisClass(),
+        CDAODef::GetThisClass(), CDAOBon::GetThisClass(), CDAOTouch::GetThisClass(),
+        CDAOStn::GetThisClass(), CDAOLiftStn::GetThisClass(), CDAOCat::GetThisClass(),
+        CDAOCour::GetThisClass(), CDAOSec::GetThisClass(), CDAOSmMem::GetThisClass(),
+        CDAOProf::GetThisClass(), CDAOEnr::GetThisClass(), CDAOCls::GetThisClass(),
+        CDAOMsg::GetThisClass(), CDAOWk::GetThisClass(), CDAOSmEval::GetThisClass(),
+        CDAOEvalBodyComp::GetThisClass(), CDAOCirc::GetThisClass(), CDAOBodyComp::GetThisClass()};
+
+bool Fail(CDbStatus const& status)
+{
+    std::cout << std::flush;
+    std::cerr << "corvana-db: " << status.Text() << "\n";
+    return false;
+}
+
+bool ShowFile(DataFile file)
+{
+    auto& session = CDatabaseSession::Get();
+    CDbStatus status;
+    auto* const database = session.Open(file, status);
+    if (database == nullptr) {
+        return Fail(status);
+    }
+    std::error_code failed;
+    auto const size = std::filesystem::file_size(session.PathOf(file), failed);
+    std::cout << session.PathOf(file) << ": " << (failed ? 0 : size) << " bytes, version "
+              << DataFileSchema(file).Version() << "\n";
+    for (auto const* const table : kTables) {
+        if (table->file != file) {
+            continue;
+        }
+        CRowBlock rows;
+        status = database->Query("SELECT count(*) FROM " + std::string(table->table), {}, rows);
+        if (!status) {
+            return Fail(status);
+        }
+        auto const count = rows.Row(0).Cell(0).integerValue;
+        std::cout << "    " << table->table << ": " << count << (count == 1 ? " row\n" : " rows\n");
+    }
+    return true;
+}
+
+bool ShowCenter()
+{
+    CDAOCenter center;
+    int const count = center.OpenSet(true);
+    if (!center.LastStatus()) {
+        return Fail(center.LastStatus());
+    }
+    std::cout << "Centre: " << (count == 0 ? "none" : Printable(center.m_strCenterName)) << "\n";
+    return true;
+}
+
+std::string DateText(CEFOleDateTime const& date)
+{
+    return date.IsZero() ? "none" : date.Format("%Y-%m-%d %H:%M:%S");
+}
+
+void ShowJob(CDAOReport const& job)
+{
+    auto const type = static_cast<std::size_t>(job.m_nRptType);
+    std::cout << "    type " << job.m_nRptType << " ("
+              << (type < kReportNames.size() ? kReportNames[type] : "unknown") << "), parameter "
+              << job.m_nRptParam << ", from " << DateText(job.m_dtRptFrom) << ", to "
+              << DateText(job.m_dtRptTo) << ", class \"" << Printable(job.m_strRptCategory)
+              << "\" \"" << Printable(job.m_strRptCourse) << "\" \""
+              << Printable(job.m_strRptSection) << "\"\n";
+}
+
+bool ShowJobs()
+{
+    CDAOReport jobs;
+    int const count = jobs.FindReports();
+    if (!jobs.LastStatus()) {
+        return Fail(jobs.LastStatus());
+    }
+    std::cout << "Queued report jobs: " << count << "\n";
+    bool onRow = jobs.Op(CDAOEFSet::opMoveFirst);
+    for (int row = 0; row < count; ++row) {
+        if (onRow) { // a report server may take jobs meanwhile
+            ShowJob(jobs);
+        }
+        onRow = jobs.Op(CDAOEFSet::opMoveNext);
+    }
+    return true;
+}
+
+} // namespace
+
+bool ShowInfo()
+{
+    bool well = true;
+    std::array<bool, kDataFiles.size()> readable = {};
+    for (auto const file : kDataFiles) {
+        auto const shown = ShowFile(file);
+        readable[static_cast<std::size_t>(file)] = shown;
+        well = well && shown;
+    }
+    if (readable[static_cast<std::size_t>(DataFile::center)]) {
+        well = ShowCenter() && well;
+    }
+    if (readable[static_cast<std::size_t>(DataFile::report)]) {
+        well = ShowJobs() && well;
+    }
+    CDatabaseSession::Get().ShutDown();
+    return well;
+}

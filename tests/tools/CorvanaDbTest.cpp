@@ -7,7 +7,9 @@
 #include "store/DAOStn.h"
 #include "tests/tools/CorvanaDbFixture.h"
 
+#include <chrono>
 #include <sys/mount.h>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -141,6 +143,22 @@ TEST_F(CorvanaDbTest, FailedWritesLeaveAllFilesOrNone)
     }
     EXPECT_GT(failures, 5);
     EXPECT_LT(failures, 10);
+}
+
+TEST_F(CorvanaDbTest, FileThatAppearsMeanwhileEndsItWithoutATrace)
+{
+    fs::create_directories(m_data);
+    CCommandResult result;
+    std::thread creating([&] { result = Create(); });
+    // The files are filled in a folder beside their places, which takes a password's hash long.
+    auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (fs::is_empty(m_data) && std::chrono::steady_clock::now() < end) { }
+    Write(m_data / "member.mdb", "mine");
+    creating.join();
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.errors.find("member.mdb\": File exists"), std::string::npos) << result.errors;
+    EXPECT_EQ(Names(), "---+");
+    EXPECT_EQ(fs::file_size(m_data / "member.mdb"), 4U);
 }
 
 TEST_F(CorvanaDbTest, EndedEarlyItLeavesAllFilesOrNone)

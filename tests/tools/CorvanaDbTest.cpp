@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <thread>
 
 namespace fs = std::filesystem;
@@ -20,6 +21,16 @@ mode_t ModeOf(fs::path const& path)
 {
     struct stat info = {};
     return ::stat(path.c_str(), &info) == 0 ? info.st_mode & 07777U : 0;
+}
+
+/// Runs a command as somebody whom modes and the privacy of other processes stop, also for root.
+std::vector<std::string> AsOrdinaryUser()
+{
+    if (::geteuid() != 0) {
+        return {};
+    }
+    std::string const without = "-dac_override,-dac_read_search,-sys_ptrace";
+    return {"setpriv", "--bounding-set", without, "--inh-caps", without};
 }
 
 } // namespace
@@ -193,12 +204,7 @@ TEST_F(CorvanaDbTest, FullDiskLeavesAllFilesOrNone)
 
 TEST_F(CorvanaDbTest, FolderThatCannotBeWrittenIsRefused)
 {
-    std::vector<std::string> ordinary;
-    if (::geteuid() == 0) {
-        // Root as everybody else: the modes count.
-        ordinary = {"setpriv", "--bounding-set", "-dac_override,-dac_read_search", "--inh-caps",
-            "-dac_override,-dac_read_search"};
-    }
+    auto const ordinary = AsOrdinaryUser();
     fs::create_directories(m_data);
     ::chmod(m_data.c_str(), 0500);
     auto const inside = Create(ordinary);
@@ -259,6 +265,15 @@ TEST_F(CorvanaDbTest, CheckNamesTheProgramThatHasAFileOpen)
     auto const expected = "report.mdb: all well\n    open in CorvanaDbTest (process "
         + std::to_string(::getpid()) + ")\ncenter.mdb: all well\nmember.mdb";
     EXPECT_NE(check.output.find(expected), std::string::npos) << check.output;
+    // One that guards its memory, as we do, shows by its lock alone.
+    ::prctl(PR_SET_DUMPABLE, 0);
+    auto const hidden = Run({"check"}, AsOrdinaryUser());
+    ::prctl(PR_SET_DUMPABLE, 1);
+    EXPECT_EQ(hidden.exitCode, 0);
+    EXPECT_NE(hidden.output.find("report.mdb: all well\n    open in another program, which"),
+        std::string::npos)
+        << hidden.output;
+    EXPECT_NE(hidden.output.find("center.mdb: all well\nmember.mdb"), std::string::npos);
 }
 
 TEST_F(CorvanaDbTest, InfoListsQueuedJobsAndNoSecrets)

@@ -10,9 +10,13 @@
 namespace
 {
 
-constexpr auto kWait = std::chrono::seconds(10);
+constexpr std::chrono::milliseconds kWait = std::chrono::seconds(10);
 constexpr std::size_t kFewRows = 16;
 constexpr int kLogPages = 1000; // about 4 MB: where a checkpoint pays
+constexpr int kLongLogPages = 4 * kLogPages; // where it is worth making the writers wait
+constexpr auto kLongLogWait = std::chrono::seconds(1);
+constexpr auto kReadersWait = std::chrono::milliseconds(200); // while nobody can write
+constexpr auto kWritersTurn = std::chrono::milliseconds(50);
 
 /// A list of count question marks for an IN.
 std::string Placeholders(std::size_t count)
@@ -98,7 +102,7 @@ CSqliteDatabase::CSqliteDatabase(
     sqlite3_wal_hook(
         m_connection.get(),
         [](void* self, sqlite3*, char const*, int pages) {
-            static_cast<CSqliteDatabase*>(self)->m_nLogPages = pages;
+            static_cast<CSqliteDatabase*>(self)->NoteLogPages(pages);
             return SQLITE_OK;
         },
         this);
@@ -114,15 +118,10 @@ CSqliteDatabase::~CSqliteDatabase()
     m_rollback.reset();
     // Closing the last connection moves the log into the file. If somebody commits just now we are
     // not the last one, and nothing is moved.
-    bool const alone = MovedStatus() && m_use.TryLockCheckpoint();
-    if (alone) {
-        sqlite3_wal_checkpoint_v2(
-            m_connection.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    if (MovedStatus() && m_use.TryLockCheckpoint()) {
+        MoveLog(SQLITE_CHECKPOINT_TRUNCATE, kReadersWait);
     }
     m_connection.reset();
-    if (alone) {
-        m_use.UnlockCheckpoint();
-    }
 }
 
 CDbStatus CSqliteDatabase::Failure(int code)
@@ -608,36 +607,58 @@ CDbStatus CSqliteDatabase::Execute(
 
 // ---- the file as a whole
 
+void CSqliteDatabase::NoteLogPages(int pages)
+{
+    if (pages < m_nLogPages) {
+        m_nNextCheckpoint = kLogPages;
+    }
+    m_nLogPages = pages;
+}
+
+int CSqliteDatabase::MoveLog(int mode, std::chrono::milliseconds wait)
+{
+    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(wait.count()));
+    int const code = sqlite3_wal_checkpoint_v2(m_connection.get(), nullptr, mode, nullptr, nullptr);
+    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(kWait.count()));
+    m_use.UnlockCheckpoint();
+    return code;
+}
+
 void CSqliteDatabase::CheckpointWhenLong()
 {
-    if (m_nLogPages < m_nNextCheckpoint || !m_use.TryLockCheckpoint()) {
+    if (m_nLogPages < m_nNextCheckpoint || !MovedStatus()) {
         return;
     }
-    int pages = 0;
-    int moved = 0;
-    int const code = sqlite3_wal_checkpoint_v2(
-        m_connection.get(), nullptr, SQLITE_CHECKPOINT_PASSIVE, &pages, &moved);
-    m_use.UnlockCheckpoint();
-    // A reader that stays on an old state keeps part of the log: try again when it has grown.
-    bool const whole = code == SQLITE_OK && pages == moved;
-    m_nNextCheckpoint = whole ? kLogPages : m_nLogPages + kLogPages;
+    // Under load some writer and some reader are always at work, and the log would never end.
+    bool const pressing = m_nLogPages >= kLongLogPages;
+    if (pressing && m_use.LockCheckpoint(kLongLogWait)) {
+        MoveLog(SQLITE_CHECKPOINT_RESTART, kReadersWait);
+    } else if (!pressing && m_use.TryLockCheckpoint()) {
+        MoveLog(SQLITE_CHECKPOINT_PASSIVE, {});
+    }
+    // If all of it was moved, the log starts anew with a later commit; until then it has to grow.
+    m_nNextCheckpoint = m_nLogPages + kLogPages / 4;
 }
 
 CDbStatus CSqliteDatabase::Checkpoint()
 {
-    auto const end = std::chrono::steady_clock::now() + kWait;
-    while (!m_use.TryLockCheckpoint()) {
-        if (std::chrono::steady_clock::now() >= end) {
-            return Failure(SQLITE_BUSY);
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    assert(m_nDepth == 0);
+    if (auto status = MovedStatus(); !status) {
+        return status;
     }
-    int const code = sqlite3_wal_checkpoint_v2(
-        m_connection.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
-    auto status = code == SQLITE_OK ? CDbStatus() : Failure(code);
-    m_use.UnlockCheckpoint();
-    m_nNextCheckpoint = kLogPages;
-    return status;
+    auto const end = std::chrono::steady_clock::now() + kWait;
+    int code = SQLITE_BUSY;
+    // In turns, because others cannot write while this waits for somebody's long read.
+    for (;;) {
+        if (m_use.LockCheckpoint(kReadersWait)) {
+            code = MoveLog(SQLITE_CHECKPOINT_TRUNCATE, kReadersWait);
+        }
+        if ((code & 0xFF) != SQLITE_BUSY || std::chrono::steady_clock::now() >= end) {
+            break;
+        }
+        std::this_thread::sleep_for(kWritersTurn);
+    }
+    return code == SQLITE_OK ? CDbStatus() : Failure(code);
 }
 
 CDbStatus CSqliteDatabase::UseExclusively()

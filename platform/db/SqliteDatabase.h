@@ -4,6 +4,7 @@
 #include "platform/db/FileUse.h"
 #include "platform/db/SqliteStatement.h"
 
+#include <chrono>
 #include <map>
 #include <sqlite3.h>
 #include <unordered_map>
@@ -91,7 +92,10 @@ private:
     CDbStatus RemoveOne(CTableInfo const& table, std::int64_t key, std::int64_t& removed);
     CDbStatus AddFindings(char const* sql, char const* what, std::vector<std::string>& findings);
     CDbStatus CompareSchema(std::vector<std::string>& findings);
+    void NoteLogPages(int pages);
     void CheckpointWhenLong();
+    /// Moves the log with the lock for it held, and lets go of that. Returns SQLite's code.
+    int MoveLog(int mode, std::chrono::milliseconds wait);
 
     std::string m_strPath;
     CSchema m_schema;

@@ -421,7 +421,11 @@ CDbStatus CSqliteDatabase::Commit()
         --m_nDepth;
         return {};
     }
-    if (auto status = RunControl(m_commit, "COMMIT"); !status) {
+    auto status = MovedStatus();
+    if (status) {
+        status = RunControl(m_commit, "COMMIT");
+    }
+    if (!status) {
         Rollback();
         return status;
     }

@@ -53,6 +53,13 @@ public:
 
     pid_t Pid() const { return m_nPid; }
 
+    bool IsRunning() const
+    {
+        siginfo_t info = {};
+        auto const id = static_cast<id_t>(m_nPid);
+        return ::waitid(P_PID, id, &info, WEXITED | WNOHANG | WNOWAIT) == 0 && info.si_pid == 0;
+    }
+
     /// The next line it says, without its end; empty when it has nothing more to say.
     std::string Line()
     {

@@ -43,7 +43,7 @@ bool IsNetworkFileSystem(std::string const& path)
 }
 
 /// What can be said without opening the file.
-CDbStatus LookAt(std::string const& path, off_t& size)
+CDbStatus LookAt(std::string const& path)
 {
     struct stat info = {};
     if (::lstat(path.c_str(), &info) != 0) {
@@ -66,7 +66,6 @@ CDbStatus LookAt(std::string const& path, off_t& size)
         return {DbError::readOnly,
             Quoted(path) + "or its folder cannot be written: check the permissions."};
     }
-    size = info.st_size;
     return {};
 }
 
@@ -116,29 +115,78 @@ CDbStatus ReadPragma(sqlite3* connection, std::string const& path, char const* s
     return status;
 }
 
-CDbStatus CheckSize(sqlite3* connection, std::string const& path, off_t size)
+CDbStatus CutStatus(std::string const& path)
 {
+    return {DbError::cut, Quoted(path) + "is cut short: a part of it is missing."};
+}
+
+/// Asks the file itself, past SQLite, which calls every file that ends too early just damaged.
+bool EndsBeforeItsLastPage(sqlite3* connection)
+{
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    std::array<unsigned char, 32> header = {};
+    if (sqlite3_file_control(connection, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK
+        || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK
+        || file->pMethods->xRead(file, header.data(), static_cast<int>(header.size()), 0)
+            != SQLITE_OK) {
+        return false;
+    }
+    sqlite3_int64 pages = 0;
+    for (std::size_t i = 28; i < 32; ++i) {
+        pages = pages * 256 + header[i];
+    }
+    return size < pages * kPageSize;
+}
+
+bool HasLog(std::string const& path)
+{
+    struct stat log = {};
+    return ::stat((path + "-wal").c_str(), &log) == 0 && log.st_size > 0;
+}
+
+/// Others may add pages and empty the log meanwhile, so the order of the steps matters: a page is
+/// first in the log, then in both, then in the file alone.
+CDbStatus CheckSize(sqlite3* connection, std::string const& path)
+{
+    long least = 0;
     long pageSize = 0;
-    long pages = 0;
-    auto status = ReadPragma(connection, path, "PRAGMA page_size", pageSize);
+    auto status = ReadPragma(connection, path, "PRAGMA page_count", least);
     if (status) {
-        status = ReadPragma(connection, path, "PRAGMA page_count", pages);
+        status = ReadPragma(connection, path, "PRAGMA page_size", pageSize);
+    }
+    bool const hasLog = HasLog(path);
+    struct stat file = {};
+    if (status && ::stat(path.c_str(), &file) != 0) {
+        return FileFailure("Cannot use", path, errno);
+    }
+    long most = 0;
+    if (status) {
+        status = ReadPragma(connection, path, "PRAGMA page_count", most);
     }
     if (!status) {
         return status;
     }
-    struct stat log = {};
-    bool const hasLog = ::stat((path + "-wal").c_str(), &log) == 0 && log.st_size > 0;
-    // Pages that stand in the log alone may be missing in the file.
-    if (size % pageSize != 0 || (!hasLog && size / pageSize < pages)) {
-        return {DbError::cut, Quoted(path) + "is cut short: a part of it is missing."};
+    if (!hasLog && file.st_size > most * pageSize) {
+        return {DbError::damaged, Quoted(path) + "is damaged: it is longer than its pages."};
+    }
+    if (file.st_size % pageSize != 0 || (!hasLog && file.st_size < least * pageSize)) {
+        return CutStatus(path);
     }
     return {};
 }
 
+/// Some wrong bits in the header do no harm to a first look, but to rows and later writes.
+bool IsLaidOutAsOurs(sqlite3* connection)
+{
+    int reserved = -1;
+    sqlite3_file_control(connection, "main", SQLITE_FCNTL_RESERVE_BYTES, &reserved);
+    return reserved == 0 && sqlite3_db_readonly(connection, "main") == 0;
+}
+
 /// Reads the header and the list of tables, which opening alone does not.
 CDbStatus Recognise(
-    sqlite3* connection, std::string const& path, CSchema const& schema, off_t size, int& version)
+    sqlite3* connection, std::string const& path, CSchema const& schema, int& version)
 {
     long applicationID = 0;
     long tables = 0;
@@ -148,10 +196,7 @@ CDbStatus Recognise(
         status = ReadPragma(connection, path, "SELECT count(*) FROM sqlite_schema", tables);
     }
     if (!status) {
-        bool const torn = size % 512 != 0 && status.Error() == DbError::damaged;
-        return torn
-            ? CDbStatus(DbError::cut, Quoted(path) + "is cut short: a part of it is missing.")
-            : status;
+        return status;
     }
     if (static_cast<std::uint32_t>(applicationID) != schema.applicationID) {
         return {DbError::foreign,
@@ -168,8 +213,25 @@ CDbStatus Recognise(
         return {DbError::newer,
             Quoted(path) + "was written by a newer version of Corvana. Update this one first."};
     }
+    if (!IsLaidOutAsOurs(connection)) {
+        return {DbError::damaged, Quoted(path) + "is damaged: its beginning is not as we make it."};
+    }
     version = static_cast<int>(stored);
-    return CheckSize(connection, path, size);
+    return CheckSize(connection, path);
+}
+
+/// What to say about a file that was opened and is not to be used. Lets SQLite remove the empty log
+/// that it made beside it; one with changes in it is left as it is.
+CDbStatus Refused(CDbStatus const& status, sqlite3* connection, std::string const& path)
+{
+    if (connection == nullptr) {
+        return status;
+    }
+    if (!HasLog(path)) {
+        sqlite3_db_config(connection, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+    }
+    bool const cut = status.Error() == DbError::damaged && EndsBeforeItsLastPage(connection);
+    return cut ? CutStatus(path) : status;
 }
 
 /// A copy comes out of maintenance without its log; a file in use keeps the mode it has.
@@ -225,29 +287,28 @@ CDbStatus OpenDatabase(
     std::string const& path, CSchema const& schema, std::unique_ptr<CDatabase>& database)
 {
     database.reset();
-    off_t size = 0;
     CFileUse use;
     CConnectionPtr connection;
     int version = 0;
-    auto status = LookAt(path, size);
+    auto status = LookAt(path);
     if (status) {
         status = use.Acquire(path, kMaintenanceWait);
     }
     if (status) {
         // Maintenance may have exchanged the file while we waited.
-        status = LookAt(path, size);
+        status = LookAt(path);
     }
     if (status) {
         status = Connect(path, connection);
     }
     if (status) {
-        status = Recognise(connection.get(), path, schema, size, version);
+        status = Recognise(connection.get(), path, schema, version);
     }
     if (status) {
         status = SetLogMode(connection.get(), path, use);
     }
     if (!status) {
-        return status;
+        return Refused(status, connection.get(), path);
     }
     sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     auto opened

@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <functional>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <unistd.h>
@@ -69,12 +70,18 @@ CDbStatus LookAt(std::string const& path)
     return {};
 }
 
+/// A relative name such as "file:a.mdb" or ":memory:" would mean something else to SQLite.
+std::string FileName(std::string const& path)
+{
+    return path.starts_with('/') ? path : "./" + path;
+}
+
 CDbStatus Connect(std::string const& path, CConnectionPtr& connection)
 {
     // One thread uses a connection. Has no effect, and needs none, once SQLite has been used.
     sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
     sqlite3* opened = nullptr;
-    int const code = sqlite3_open_v2(path.c_str(), &opened,
+    int const code = sqlite3_open_v2(FileName(path).c_str(), &opened,
         SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
     connection.reset(opened);
     if (code != SQLITE_OK) {
@@ -281,6 +288,61 @@ CDbStatus FillNew(std::string const& path, CSchema const& schema)
     return code == SQLITE_OK ? CDbStatus() : SqliteFailure(connection.get(), code, path);
 }
 
+void RemoveWithLog(std::string const& path)
+{
+    for (auto const* const extension : {"", "-wal", "-shm", "-journal"}) {
+        ::unlink((path + extension).c_str());
+    }
+}
+
+/// Gives a finished file its name, or leaves none of that name.
+CDbStatus PutInPlace(std::string const& part, std::string const& path)
+{
+    auto status = SyncFile(part);
+    if (status) {
+        status = RenameNoReplace(part, path);
+    }
+    if (!status) {
+        return status;
+    }
+    status = SyncFolderOf(path);
+    if (!status) {
+        ::unlink(path.c_str());
+    }
+    return status;
+}
+
+/// Makes a new database file, whole under its name or not there at all, even if we are killed. fill
+/// gets the name of an empty file, 0600, which it is to leave closed: SQLite alone would make one
+/// that all can read.
+CDbStatus MakeFile(
+    std::string const& path, std::function<CDbStatus(std::string const& part)> const& fill)
+{
+    if (::access(path.c_str(), F_OK) == 0) {
+        return {DbError::exists, Quoted(path) + "exists already and is left as it is."};
+    }
+    CFileUse use;
+    auto status = use.Acquire(path, kMaintenanceWait);
+    if (status && !use.TryExclusive()) {
+        status = {DbError::inUse, Quoted(path) + "is being made by another program."};
+    }
+    if (!status) {
+        return status;
+    }
+    auto const part = path + ".part";
+    // Nobody else makes this file now: what is there is what a killed program left.
+    RemoveWithLog(part);
+    status = CreateEmptyFile(part);
+    if (status) {
+        status = fill(part);
+    }
+    if (status) {
+        status = PutInPlace(part, path);
+    }
+    RemoveWithLog(part);
+    return status;
+}
+
 } // namespace
 
 CDbStatus OpenDatabase(
@@ -324,28 +386,7 @@ CDbStatus OpenDatabase(
 
 CDbStatus CreateDatabase(std::string const& path, CSchema const& schema)
 {
-    auto const part = path + ".part";
-    if (::access(path.c_str(), F_OK) == 0) {
-        return {DbError::exists, Quoted(path) + "exists already and is left as it is."};
-    }
-    auto status = CreateEmptyFile(part);
-    if (!status) {
-        return status;
-    }
-    status = FillNew(part, schema);
-    if (status) {
-        status = SyncFile(part);
-    }
-    if (status) {
-        status = RenameNoReplace(part, path);
-    }
-    if (!status) {
-        ::unlink(part.c_str());
-        ::unlink((part + "-wal").c_str());
-        ::unlink((part + "-shm").c_str());
-        return status;
-    }
-    return SyncFolderOf(path);
+    return MakeFile(path, [&](std::string const& part) { return FillNew(part, schema); });
 }
 
 // ---- what needs the connection as a whole
@@ -378,30 +419,19 @@ CDbStatus CSqliteDatabase::Migrate(int version)
 
 CDbStatus CSqliteDatabase::CopyTo(std::string const& path)
 {
-    auto status = MovedStatus();
-    if (status) {
-        // SQLite fills an empty file and keeps its mode; alone it would make one all can read.
-        status = CreateEmptyFile(path);
-    }
-    if (!status) {
-        return status;
-    }
-    CStatementPtr copy;
-    status = Prepare("VACUUM INTO ?", copy);
-    if (status) {
-        BindValue(copy.get(), 1, DbValue(path));
-        if (int const code = sqlite3_step(copy.get()); code != SQLITE_DONE) {
-            status = Failure(code);
+    auto const copy = [&](std::string const& part) {
+        DbValue const name = FileName(part);
+        CStatementPtr statement;
+        auto status = Prepare("VACUUM INTO ?", statement);
+        if (status) {
+            BindValue(statement.get(), 1, name);
+            int const code = sqlite3_step(statement.get());
+            status = code == SQLITE_DONE ? CDbStatus() : Failure(code);
         }
-    }
-    if (status) {
-        status = SyncFile(path);
-    }
-    if (!status) {
-        ::unlink(path.c_str());
         return status;
-    }
-    return SyncFolderOf(path);
+    };
+    auto status = MovedStatus();
+    return status ? MakeFile(path, copy) : status;
 }
 
 CDbStatus CSqliteDatabase::AddFindings(

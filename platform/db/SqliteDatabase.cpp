@@ -450,9 +450,8 @@ void CSqliteDatabase::Rollback()
     m_use.UnlockCommit();
 }
 
-CDbStatus CSqliteDatabase::WriteFailure(int code)
+CDbStatus CSqliteDatabase::WriteFailure(CDbStatus status)
 {
-    auto status = Failure(code);
     // A row that breaks a rule leaves the rest of a transaction as it is; everything else dooms it.
     m_bDoomed = m_bDoomed || status.Error() != DbError::constraint;
     return status;
@@ -475,7 +474,7 @@ CDbStatus CSqliteDatabase::Insert(
         sql.resize(sql.size() - 2);
         sql += ") VALUES " + Placeholders(table.columns.size());
         if (auto status = Prepare(sql, insert); !status) {
-            return status;
+            return WriteFailure(status);
         }
     }
     {
@@ -485,7 +484,7 @@ CDbStatus CSqliteDatabase::Insert(
             code = sqlite3_step(insert.get());
         }
         if (code != SQLITE_DONE) {
-            return WriteFailure(code);
+            return WriteFailure(Failure(code));
         }
     }
     key = sqlite3_last_insert_rowid(m_connection.get());
@@ -510,20 +509,24 @@ CDbStatus CSqliteDatabase::Update(CTableInfo const& table, std::int64_t key,
         }
         sql.resize(sql.size() - 2);
         if (auto status = Prepare(sql + " WHERE id = ?", update); !status) {
-            return status;
+            return WriteFailure(status);
         }
     }
     {
         CStatementReset const reset(update.get());
         int parameter = 0;
-        for (std::size_t i = 0; i < changed.size(); ++i) {
+        int code = SQLITE_OK;
+        for (std::size_t i = 0; i < changed.size() && code == SQLITE_OK; ++i) {
             if (changed[i]) {
-                BindValue(update.get(), ++parameter, values[i]);
+                code = BindValue(update.get(), ++parameter, values[i]);
             }
         }
-        sqlite3_bind_int64(update.get(), ++parameter, key);
-        if (int const code = sqlite3_step(update.get()); code != SQLITE_DONE) {
-            return WriteFailure(code);
+        if (code == SQLITE_OK) {
+            sqlite3_bind_int64(update.get(), ++parameter, key);
+            code = sqlite3_step(update.get());
+        }
+        if (code != SQLITE_DONE) {
+            return WriteFailure(Failure(code));
         }
     }
     if (sqlite3_changes64(m_connection.get()) == 0) {
@@ -544,7 +547,7 @@ CDbStatus CSqliteDatabase::RemoveOne(
     CStatementReset const reset(remove.get());
     sqlite3_bind_int64(remove.get(), 1, key);
     if (int const code = sqlite3_step(remove.get()); code != SQLITE_DONE) {
-        return WriteFailure(code);
+        return WriteFailure(Failure(code));
     }
     removed += sqlite3_changes64(m_connection.get());
     return {};
@@ -589,7 +592,7 @@ CDbStatus CSqliteDatabase::Execute(
         status = Prepared(m_queries, sql, {}, statement);
     }
     if (!status) {
-        return status;
+        return WriteFailure(status);
     }
     {
         CStatementReset const reset(statement);
@@ -598,7 +601,7 @@ CDbStatus CSqliteDatabase::Execute(
             code = sqlite3_step(statement);
         }
         if (code != SQLITE_DONE) {
-            return WriteFailure(code);
+            return WriteFailure(Failure(code));
         }
     }
     auto const count = sqlite3_changes64(m_connection.get());

@@ -78,7 +78,7 @@ private:
     CDbStatus Failure(int code);
     CDbStatus MovedStatus();
     CDbStatus DoomedStatus();
-    CDbStatus WriteFailure(int code);
+    CDbStatus WriteFailure(CDbStatus status);
     CDbStatus Prepare(std::string const& sql, CStatementPtr& statement);
     /// Makes sure that a statement kept in the cache under its clause is there.
     CDbStatus Prepared(CStatementCache& cache, std::string_view clause, std::string_view head,

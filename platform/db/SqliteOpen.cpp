@@ -407,7 +407,7 @@ CDbStatus CSqliteDatabase::Migrate(int version)
                 + "; PRAGMA user_version = " + std::to_string(step + 1) + ";";
             int const code
                 = sqlite3_exec(m_connection.get(), sql.c_str(), nullptr, nullptr, nullptr);
-            status = code == SQLITE_OK ? CDbStatus() : WriteFailure(code);
+            status = code == SQLITE_OK ? CDbStatus() : WriteFailure(Failure(code));
         }
         if (status) {
             status = transaction.Commit();

@@ -55,6 +55,10 @@ public:
     CDbStatus Migrate(int version);
 
 private:
+    CDbStatus RunSteps(int version);
+    /// Counts the rows whose parent row is missing.
+    CDbStatus CountOrphans(std::int64_t& orphans);
+
     /// The statements over one table, prepared when they are first needed.
     struct TableStatements
     {

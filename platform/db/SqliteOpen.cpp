@@ -277,7 +277,7 @@ CDbStatus FillNew(std::string const& path, CSchema const& schema)
         + "; PRAGMA journal_mode = WAL; BEGIN IMMEDIATE; PRAGMA application_id = "
         + std::to_string(schema.applicationID) + "; ";
     for (auto const step : schema.steps) {
-        sql.append(step).append(";\n");
+        sql.append(step).append("\n;"); // a step may end with a comment
     }
     sql += "PRAGMA user_version = " + std::to_string(schema.Version()) + "; COMMIT;";
     int code = sqlite3_exec(connection.get(), sql.c_str(), nullptr, nullptr, nullptr);
@@ -399,21 +399,47 @@ CDbStatus CSqliteDatabase::Migrate(int version)
     }
     status = CopyTo(CopyName(m_strPath, version));
     if (status) {
-        CTransaction transaction(*this);
-        status = transaction.Status();
-        for (auto step = static_cast<std::size_t>(version); status && step < m_schema.steps.size();
-             ++step) {
-            auto const sql = std::string(m_schema.steps[step])
-                + "; PRAGMA user_version = " + std::to_string(step + 1) + ";";
-            int const code
-                = sqlite3_exec(m_connection.get(), sql.c_str(), nullptr, nullptr, nullptr);
-            status = code == SQLITE_OK ? CDbStatus() : WriteFailure(Failure(code));
-        }
-        if (status) {
-            status = transaction.Commit();
-        }
+        // A step that replaces a table drops the old one, which would delete the rows below it.
+        // SQLite takes this switch outside of transactions only.
+        sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
+        status = RunSteps(version);
+        sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
     }
     ShareAgain();
+    return status;
+}
+
+CDbStatus CSqliteDatabase::RunSteps(int version)
+{
+    CTransaction transaction(*this);
+    auto status = transaction.Status();
+    std::int64_t orphansBefore = 0;
+    if (status) {
+        status = CountOrphans(orphansBefore);
+    }
+    for (auto step = static_cast<std::size_t>(version); status && step < m_schema.steps.size();
+         ++step) {
+        auto const sql = std::string(m_schema.steps[step])
+            + "\n; PRAGMA user_version = " + std::to_string(step + 1) + ";";
+        int const code = sqlite3_exec(m_connection.get(), sql.c_str(), nullptr, nullptr, nullptr);
+        status = code == SQLITE_OK ? CDbStatus() : WriteFailure(Failure(code));
+    }
+    std::int64_t orphans = 0;
+    if (status) {
+        status = CountOrphans(orphans);
+    }
+    if (status && orphans > orphansBefore) {
+        status = {DbError::constraint,
+            Quoted(m_strPath) + "cannot be brought to the present version: rows would be lost."};
+    }
+    return status ? transaction.Commit() : status;
+}
+
+CDbStatus CSqliteDatabase::CountOrphans(std::int64_t& orphans)
+{
+    CRowBlock rows;
+    auto status = Query("PRAGMA foreign_key_check", {}, rows);
+    orphans = static_cast<std::int64_t>(rows.Rows());
     return status;
 }
 

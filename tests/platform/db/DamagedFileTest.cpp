@@ -237,3 +237,21 @@ TEST_F(DamagedFileTest, NoBitOfTheHeaderLeadsToWorse)
     }
     EXPECT_EQ(problems, std::vector<std::string>());
 }
+
+TEST_F(DamagedFileTest, ANameThatMeansSomethingToSqliteIsJustAName)
+{
+    auto const before = fs::current_path();
+    fs::current_path(m_folder);
+    for (std::string const path : {"file:odd.mdb?mode=memory", ":memory:", "a 'quoted' name.mdb"}) {
+        SCOPED_TRACE(path);
+        ASSERT_TRUE(CreateDatabase(path, Families::Schema()));
+        std::unique_ptr<CDatabase> database;
+        ASSERT_TRUE(OpenDatabase(path, Families::Schema(), database));
+        EXPECT_TRUE(Families::Save(*database, 1));
+        ASSERT_TRUE(database->CopyTo(path + "2"));
+        database.reset();
+        ASSERT_TRUE(OpenDatabase(path + "2", Families::Schema(), database));
+        EXPECT_EQ(Families::Count(*database), 1);
+    }
+    fs::current_path(before);
+}

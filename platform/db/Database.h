@@ -35,7 +35,9 @@ struct CSchema
 {
     std::string_view kind; ///< for messages: "centre", "member"
     std::uint32_t applicationID; ///< stands in the file's header
-    std::vector<std::string_view> steps; ///< step n takes a file of version n to version n + 1
+    /// Step n takes a file of version n to version n + 1. Foreign keys are not acted on meanwhile:
+    /// a step that deletes rows deletes those below them itself.
+    std::vector<std::string_view> steps;
 
     int Version() const { return static_cast<int>(steps.size()); }
 };
@@ -91,11 +93,13 @@ public:
     // The file as a whole.
 
     /// Writes a compacted copy under a name that must not exist yet, readable by its owner alone.
+    /// The name appears when the copy is whole and on the disk. Not within a transaction.
     virtual CDbStatus CopyTo(std::string const& path) = 0;
     /// Reads the whole file and adds a sentence for everything that is not as it should be.
     virtual CDbStatus Check(std::vector<std::string>& findings) = 0;
     /// Moves committed changes from the log into the file, if no commit is under way anywhere;
-    /// empties the log, so that deleted records are gone from it too.
+    /// empties the log, so that deleted records are gone from it too. "busy" when somebody reads
+    /// for longer than the wait. Not within a transaction.
     virtual CDbStatus Checkpoint() = 0;
     /// Makes this program the only one that may use the file. "inUse" when another has it open,
     /// even idle; the others are refused as long as this lasts.

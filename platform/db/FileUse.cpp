@@ -16,6 +16,7 @@ using Clock = std::chrono::steady_clock;
 constexpr auto kPause = std::chrono::milliseconds(5);
 constexpr off_t kUseByte = 0;
 constexpr off_t kCommitByte = 1;
+constexpr off_t kDoorByte = 2;
 
 bool SetLock(int descriptor, short type, off_t byte)
 {
@@ -99,17 +100,20 @@ void CFileUse::BackToShared()
 
 bool CFileUse::LockCommit(std::chrono::milliseconds wait)
 {
-    if (SetLock(m_file.Get(), F_RDLCK, kCommitByte)) {
-        return true;
-    }
     auto const end = Clock::now() + wait;
-    while (Clock::now() < end) {
-        std::this_thread::sleep_for(kPause);
-        if (SetLock(m_file.Get(), F_RDLCK, kCommitByte)) {
-            return true;
+    for (;;) {
+        if (SetLock(m_file.Get(), F_RDLCK, kDoorByte)) {
+            bool const granted = SetLock(m_file.Get(), F_RDLCK, kCommitByte);
+            SetLock(m_file.Get(), F_UNLCK, kDoorByte);
+            if (granted) {
+                return true;
+            }
         }
+        if (Clock::now() >= end) {
+            return false;
+        }
+        std::this_thread::sleep_for(kPause);
     }
-    return false;
 }
 
 void CFileUse::UnlockCommit()
@@ -120,6 +124,23 @@ void CFileUse::UnlockCommit()
 bool CFileUse::TryLockCheckpoint()
 {
     return SetLock(m_file.Get(), F_WRLCK, kCommitByte);
+}
+
+bool CFileUse::LockCheckpoint(std::chrono::milliseconds wait)
+{
+    auto const end = Clock::now() + wait;
+    bool closed = false;
+    bool granted = false;
+    for (;;) {
+        closed = closed || SetLock(m_file.Get(), F_WRLCK, kDoorByte);
+        granted = closed && TryLockCheckpoint();
+        if (granted || Clock::now() >= end) {
+            break;
+        }
+        std::this_thread::sleep_for(kPause);
+    }
+    SetLock(m_file.Get(), F_UNLCK, kDoorByte);
+    return granted;
 }
 
 void CFileUse::UnlockCheckpoint()

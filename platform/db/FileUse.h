@@ -19,7 +19,8 @@ struct CFileUser
 /// process; a leftover file means nothing. Every program holds byte 0 shared from before it opens
 /// the database until after it closed it; maintenance holds it exclusively. Byte 1 is held shared
 /// around every write transaction and exclusively around a checkpoint, so that no commit ever runs
-/// while the log is moved into the file.
+/// while the log is moved into the file. Writers that wait for each other never leave byte 1 free,
+/// so they pass byte 2 on their way in, and a checkpoint that must come about shuts that door.
 ///
 /// The locks belong to the open file, not to the process: closing another descriptor of the same
 /// file does not drop them.
@@ -45,6 +46,9 @@ public:
     void UnlockCommit();
     /// False while any program writes.
     bool TryLockCheckpoint();
+    /// Lets no new write transaction begin until the present ones are through. False when they take
+    /// longer than the wait.
+    bool LockCheckpoint(std::chrono::milliseconds wait);
     void UnlockCheckpoint();
 
 private:

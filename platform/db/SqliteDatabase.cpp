@@ -10,9 +10,13 @@
 namespace
 {
 
-constexpr auto kWait = std::chrono::seconds(10);
+constexpr std::chrono::milliseconds kWait = std::chrono::seconds(10);
 constexpr std::size_t kFewRows = 16;
 constexpr int kLogPages = 1000; // about 4 MB: where a checkpoint pays
+constexpr int kLongLogPages = 4 * kLogPages; // where it is worth making the writers wait
+constexpr auto kLongLogWait = std::chrono::seconds(1);
+constexpr auto kReadersWait = std::chrono::milliseconds(200); // while nobody can write
+constexpr auto kWritersTurn = std::chrono::milliseconds(50);
 
 /// A list of count question marks for an IN.
 std::string Placeholders(std::size_t count)
@@ -98,7 +102,7 @@ CSqliteDatabase::CSqliteDatabase(
     sqlite3_wal_hook(
         m_connection.get(),
         [](void* self, sqlite3*, char const*, int pages) {
-            static_cast<CSqliteDatabase*>(self)->m_nLogPages = pages;
+            static_cast<CSqliteDatabase*>(self)->NoteLogPages(pages);
             return SQLITE_OK;
         },
         this);
@@ -123,15 +127,10 @@ CSqliteDatabase::~CSqliteDatabase()
     m_rollback.reset();
     // Closing the last connection moves the log into the file. If somebody commits just now we are
     // not the last one, and nothing is moved.
-    bool const alone = MovedStatus() && m_use.TryLockCheckpoint();
-    if (alone) {
-        sqlite3_wal_checkpoint_v2(
-            m_connection.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    if (MovedStatus() && m_use.TryLockCheckpoint()) {
+        MoveLog(SQLITE_CHECKPOINT_TRUNCATE, kReadersWait);
     }
     m_connection.reset();
-    if (alone) {
-        m_use.UnlockCheckpoint();
-    }
 }
 
 CDbStatus CSqliteDatabase::Failure(int code)
@@ -450,7 +449,11 @@ CDbStatus CSqliteDatabase::Commit()
         --m_nDepth;
         return {};
     }
-    if (auto status = RunControl(m_commit, "COMMIT"); !status) {
+    auto status = MovedStatus();
+    if (status) {
+        status = RunControl(m_commit, "COMMIT");
+    }
+    if (!status) {
         Rollback();
         return status;
     }
@@ -475,9 +478,8 @@ void CSqliteDatabase::Rollback()
     m_use.UnlockCommit();
 }
 
-CDbStatus CSqliteDatabase::WriteFailure(int code)
+CDbStatus CSqliteDatabase::WriteFailure(CDbStatus status)
 {
-    auto status = Failure(code);
     // A row that breaks a rule leaves the rest of a transaction as it is; everything else dooms it.
     m_bDoomed = m_bDoomed || status.Error() != DbError::constraint;
     return status;
@@ -500,7 +502,7 @@ CDbStatus CSqliteDatabase::Insert(
         sql.resize(sql.size() - 2);
         sql += ") VALUES " + Placeholders(table.columns.size());
         if (auto status = Prepare(sql, insert); !status) {
-            return status;
+            return WriteFailure(status);
         }
     }
     {
@@ -510,7 +512,7 @@ CDbStatus CSqliteDatabase::Insert(
             code = sqlite3_step(insert.get());
         }
         if (code != SQLITE_DONE) {
-            return WriteFailure(code);
+            return WriteFailure(Failure(code));
         }
     }
     key = sqlite3_last_insert_rowid(m_connection.get());
@@ -535,20 +537,24 @@ CDbStatus CSqliteDatabase::Update(CTableInfo const& table, std::int64_t key,
         }
         sql.resize(sql.size() - 2);
         if (auto status = Prepare(sql + " WHERE id = ?", update); !status) {
-            return status;
+            return WriteFailure(status);
         }
     }
     {
         CStatementReset const reset(update.get());
         int parameter = 0;
-        for (std::size_t i = 0; i < changed.size(); ++i) {
+        int code = SQLITE_OK;
+        for (std::size_t i = 0; i < changed.size() && code == SQLITE_OK; ++i) {
             if (changed[i]) {
-                BindValue(update.get(), ++parameter, values[i]);
+                code = BindValue(update.get(), ++parameter, values[i]);
             }
         }
-        sqlite3_bind_int64(update.get(), ++parameter, key);
-        if (int const code = sqlite3_step(update.get()); code != SQLITE_DONE) {
-            return WriteFailure(code);
+        if (code == SQLITE_OK) {
+            sqlite3_bind_int64(update.get(), ++parameter, key);
+            code = sqlite3_step(update.get());
+        }
+        if (code != SQLITE_DONE) {
+            return WriteFailure(Failure(code));
         }
     }
     if (sqlite3_changes64(m_connection.get()) == 0) {
@@ -569,7 +575,7 @@ CDbStatus CSqliteDatabase::RemoveOne(
     CStatementReset const reset(remove.get());
     sqlite3_bind_int64(remove.get(), 1, key);
     if (int const code = sqlite3_step(remove.get()); code != SQLITE_DONE) {
-        return WriteFailure(code);
+        return WriteFailure(Failure(code));
     }
     removed += sqlite3_changes64(m_connection.get());
     return {};
@@ -614,7 +620,7 @@ CDbStatus CSqliteDatabase::Execute(
         status = Prepared(m_queries, sql, {}, statement);
     }
     if (!status) {
-        return status;
+        return WriteFailure(status);
     }
     {
         CStatementReset const reset(statement);
@@ -623,7 +629,7 @@ CDbStatus CSqliteDatabase::Execute(
             code = sqlite3_step(statement);
         }
         if (code != SQLITE_DONE) {
-            return WriteFailure(code);
+            return WriteFailure(Failure(code));
         }
     }
     auto const count = sqlite3_changes64(m_connection.get());
@@ -636,36 +642,58 @@ CDbStatus CSqliteDatabase::Execute(
 
 // ---- the file as a whole
 
+void CSqliteDatabase::NoteLogPages(int pages)
+{
+    if (pages < m_nLogPages) {
+        m_nNextCheckpoint = kLogPages;
+    }
+    m_nLogPages = pages;
+}
+
+int CSqliteDatabase::MoveLog(int mode, std::chrono::milliseconds wait)
+{
+    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(wait.count()));
+    int const code = sqlite3_wal_checkpoint_v2(m_connection.get(), nullptr, mode, nullptr, nullptr);
+    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(kWait.count()));
+    m_use.UnlockCheckpoint();
+    return code;
+}
+
 void CSqliteDatabase::CheckpointWhenLong()
 {
-    if (m_nLogPages < m_nNextCheckpoint || !m_use.TryLockCheckpoint()) {
+    if (m_nLogPages < m_nNextCheckpoint || !MovedStatus()) {
         return;
     }
-    int pages = 0;
-    int moved = 0;
-    int const code = sqlite3_wal_checkpoint_v2(
-        m_connection.get(), nullptr, SQLITE_CHECKPOINT_PASSIVE, &pages, &moved);
-    m_use.UnlockCheckpoint();
-    // A reader that stays on an old state keeps part of the log: try again when it has grown.
-    bool const whole = code == SQLITE_OK && pages == moved;
-    m_nNextCheckpoint = whole ? kLogPages : m_nLogPages + kLogPages;
+    // Under load some writer and some reader are always at work, and the log would never end.
+    bool const pressing = m_nLogPages >= kLongLogPages;
+    if (pressing && m_use.LockCheckpoint(kLongLogWait)) {
+        MoveLog(SQLITE_CHECKPOINT_RESTART, kReadersWait);
+    } else if (!pressing && m_use.TryLockCheckpoint()) {
+        MoveLog(SQLITE_CHECKPOINT_PASSIVE, {});
+    }
+    // If all of it was moved, the log starts anew with a later commit; until then it has to grow.
+    m_nNextCheckpoint = m_nLogPages + kLogPages / 4;
 }
 
 CDbStatus CSqliteDatabase::Checkpoint()
 {
-    auto const end = std::chrono::steady_clock::now() + kWait;
-    while (!m_use.TryLockCheckpoint()) {
-        if (std::chrono::steady_clock::now() >= end) {
-            return Failure(SQLITE_BUSY);
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    assert(m_nDepth == 0);
+    if (auto status = MovedStatus(); !status) {
+        return status;
     }
-    int const code = sqlite3_wal_checkpoint_v2(
-        m_connection.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
-    auto status = code == SQLITE_OK ? CDbStatus() : Failure(code);
-    m_use.UnlockCheckpoint();
-    m_nNextCheckpoint = kLogPages;
-    return status;
+    auto const end = std::chrono::steady_clock::now() + kWait;
+    int code = SQLITE_BUSY;
+    // In turns, because others cannot write while this waits for somebody's long read.
+    for (;;) {
+        if (m_use.LockCheckpoint(kReadersWait)) {
+            code = MoveLog(SQLITE_CHECKPOINT_TRUNCATE, kReadersWait);
+        }
+        if ((code & 0xFF) != SQLITE_BUSY || std::chrono::steady_clock::now() >= end) {
+            break;
+        }
+        std::this_thread::sleep_for(kWritersTurn);
+    }
+    return code == SQLITE_OK ? CDbStatus() : Failure(code);
 }
 
 CDbStatus CSqliteDatabase::UseExclusively()

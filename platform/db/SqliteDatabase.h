@@ -4,6 +4,7 @@
 #include "platform/db/FileUse.h"
 #include "platform/db/SqliteStatement.h"
 
+#include <chrono>
 #include <map>
 #include <sqlite3.h>
 #include <unordered_map>
@@ -54,6 +55,10 @@ public:
     CDbStatus Migrate(int version);
 
 private:
+    CDbStatus RunSteps(int version);
+    /// Counts the rows whose parent row is missing.
+    CDbStatus CountOrphans(std::int64_t& orphans);
+
     /// The statements over one table, prepared when they are first needed.
     struct TableStatements
     {
@@ -77,7 +82,7 @@ private:
     CDbStatus Failure(int code);
     CDbStatus MovedStatus();
     CDbStatus DoomedStatus();
-    CDbStatus WriteFailure(int code);
+    CDbStatus WriteFailure(CDbStatus status);
     CDbStatus Prepare(std::string const& sql, CStatementPtr& statement);
     /// Makes sure that a statement kept in the cache under its clause is there.
     CDbStatus Prepared(CStatementCache& cache, std::string_view clause, std::string_view head,
@@ -91,7 +96,10 @@ private:
     CDbStatus RemoveOne(CTableInfo const& table, std::int64_t key, std::int64_t& removed);
     CDbStatus AddFindings(char const* sql, char const* what, std::vector<std::string>& findings);
     CDbStatus CompareSchema(std::vector<std::string>& findings);
+    void NoteLogPages(int pages);
     void CheckpointWhenLong();
+    /// Moves the log with the lock for it held, and lets go of that. Returns SQLite's code.
+    int MoveLog(int mode, std::chrono::milliseconds wait);
 
     std::string m_strPath;
     CSchema m_schema;

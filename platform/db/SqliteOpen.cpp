@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <functional>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <unistd.h>
@@ -44,7 +45,7 @@ bool IsNetworkFileSystem(std::string const& path)
 }
 
 /// What can be said without opening the file.
-CDbStatus LookAt(std::string const& path, off_t& size)
+CDbStatus LookAt(std::string const& path)
 {
     struct stat info = {};
     if (::lstat(path.c_str(), &info) != 0) {
@@ -67,8 +68,13 @@ CDbStatus LookAt(std::string const& path, off_t& size)
         return {DbError::readOnly,
             Quoted(path) + "or its folder cannot be written: check the permissions."};
     }
-    size = info.st_size;
     return {};
+}
+
+/// A relative name such as "file:a.mdb" or ":memory:" would mean something else to SQLite.
+std::string FileName(std::string const& path)
+{
+    return path.starts_with('/') ? path : "./" + path;
 }
 
 CDbStatus Connect(std::string const& path, CConnectionPtr& connection)
@@ -76,7 +82,7 @@ CDbStatus Connect(std::string const& path, CConnectionPtr& connection)
     // One thread uses a connection. Has no effect, and needs none, once SQLite has been used.
     sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
     sqlite3* opened = nullptr;
-    int const code = sqlite3_open_v2(path.c_str(), &opened,
+    int const code = sqlite3_open_v2(FileName(path).c_str(), &opened,
         SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
     connection.reset(opened);
     if (code != SQLITE_OK) {
@@ -118,29 +124,78 @@ CDbStatus ReadPragma(sqlite3* connection, std::string const& path, char const* s
     return status;
 }
 
-CDbStatus CheckSize(sqlite3* connection, std::string const& path, off_t size)
+CDbStatus CutStatus(std::string const& path)
 {
+    return {DbError::cut, Quoted(path) + "is cut short: a part of it is missing."};
+}
+
+/// Asks the file itself, past SQLite, which calls every file that ends too early just damaged.
+bool EndsBeforeItsLastPage(sqlite3* connection)
+{
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    std::array<unsigned char, 32> header = {};
+    if (sqlite3_file_control(connection, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK
+        || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK
+        || file->pMethods->xRead(file, header.data(), static_cast<int>(header.size()), 0)
+            != SQLITE_OK) {
+        return false;
+    }
+    sqlite3_int64 pages = 0;
+    for (std::size_t i = 28; i < 32; ++i) {
+        pages = pages * 256 + header[i];
+    }
+    return size < pages * kPageSize;
+}
+
+bool HasLog(std::string const& path)
+{
+    struct stat log = {};
+    return ::stat((path + "-wal").c_str(), &log) == 0 && log.st_size > 0;
+}
+
+/// Others may add pages and empty the log meanwhile, so the order of the steps matters: a page is
+/// first in the log, then in both, then in the file alone.
+CDbStatus CheckSize(sqlite3* connection, std::string const& path)
+{
+    long least = 0;
     long pageSize = 0;
-    long pages = 0;
-    auto status = ReadPragma(connection, path, "PRAGMA page_size", pageSize);
+    auto status = ReadPragma(connection, path, "PRAGMA page_count", least);
     if (status) {
-        status = ReadPragma(connection, path, "PRAGMA page_count", pages);
+        status = ReadPragma(connection, path, "PRAGMA page_size", pageSize);
+    }
+    bool const hasLog = HasLog(path);
+    struct stat file = {};
+    if (status && ::stat(path.c_str(), &file) != 0) {
+        return FileFailure("Cannot use", path, errno);
+    }
+    long most = 0;
+    if (status) {
+        status = ReadPragma(connection, path, "PRAGMA page_count", most);
     }
     if (!status) {
         return status;
     }
-    struct stat log = {};
-    bool const hasLog = ::stat((path + "-wal").c_str(), &log) == 0 && log.st_size > 0;
-    // Pages that stand in the log alone may be missing in the file.
-    if (size % pageSize != 0 || (!hasLog && size / pageSize < pages)) {
-        return {DbError::cut, Quoted(path) + "is cut short: a part of it is missing."};
+    if (!hasLog && file.st_size > most * pageSize) {
+        return {DbError::damaged, Quoted(path) + "is damaged: it is longer than its pages."};
+    }
+    if (file.st_size % pageSize != 0 || (!hasLog && file.st_size < least * pageSize)) {
+        return CutStatus(path);
     }
     return {};
 }
 
+/// Some wrong bits in the header do no harm to a first look, but to rows and later writes.
+bool IsLaidOutAsOurs(sqlite3* connection)
+{
+    int reserved = -1;
+    sqlite3_file_control(connection, "main", SQLITE_FCNTL_RESERVE_BYTES, &reserved);
+    return reserved == 0 && sqlite3_db_readonly(connection, "main") == 0;
+}
+
 /// Reads the header and the list of tables, which opening alone does not.
 CDbStatus Recognise(
-    sqlite3* connection, std::string const& path, CSchema const& schema, off_t size, int& version)
+    sqlite3* connection, std::string const& path, CSchema const& schema, int& version)
 {
     long applicationID = 0;
     long tables = 0;
@@ -150,10 +205,7 @@ CDbStatus Recognise(
         status = ReadPragma(connection, path, "SELECT count(*) FROM sqlite_schema", tables);
     }
     if (!status) {
-        bool const torn = size % 512 != 0 && status.Error() == DbError::damaged;
-        return torn
-            ? CDbStatus(DbError::cut, Quoted(path) + "is cut short: a part of it is missing.")
-            : status;
+        return status;
     }
     if (static_cast<std::uint32_t>(applicationID) != schema.applicationID) {
         return {DbError::foreign,
@@ -170,8 +222,25 @@ CDbStatus Recognise(
         return {DbError::newer,
             Quoted(path) + "was written by a newer version of Corvana. Update this one first."};
     }
+    if (!IsLaidOutAsOurs(connection)) {
+        return {DbError::damaged, Quoted(path) + "is damaged: its beginning is not as we make it."};
+    }
     version = static_cast<int>(stored);
-    return CheckSize(connection, path, size);
+    return CheckSize(connection, path);
+}
+
+/// What to say about a file that was opened and is not to be used. Lets SQLite remove the empty log
+/// that it made beside it; one with changes in it is left as it is.
+CDbStatus Refused(CDbStatus const& status, sqlite3* connection, std::string const& path)
+{
+    if (connection == nullptr) {
+        return status;
+    }
+    if (!HasLog(path)) {
+        sqlite3_db_config(connection, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+    }
+    bool const cut = status.Error() == DbError::damaged && EndsBeforeItsLastPage(connection);
+    return cut ? CutStatus(path) : status;
 }
 
 /// A copy comes out of maintenance without its log; a file in use keeps the mode it has.
@@ -210,7 +279,7 @@ CDbStatus FillNew(std::string const& path, CSchema const& schema)
         + "; PRAGMA journal_mode = WAL; BEGIN IMMEDIATE; PRAGMA application_id = "
         + std::to_string(schema.applicationID) + "; ";
     for (auto const step : schema.steps) {
-        sql.append(step).append(";\n");
+        sql.append(step).append("\n;"); // a step may end with a comment
     }
     sql += "PRAGMA user_version = " + std::to_string(schema.Version()) + "; COMMIT;";
     int code = sqlite3_exec(connection.get(), sql.c_str(), nullptr, nullptr, nullptr);
@@ -221,35 +290,89 @@ CDbStatus FillNew(std::string const& path, CSchema const& schema)
     return code == SQLITE_OK ? CDbStatus() : SqliteFailure(connection.get(), code, path);
 }
 
+void RemoveWithLog(std::string const& path)
+{
+    for (auto const* const extension : {"", "-wal", "-shm", "-journal"}) {
+        ::unlink((path + extension).c_str());
+    }
+}
+
+/// Gives a finished file its name, or leaves none of that name.
+CDbStatus PutInPlace(std::string const& part, std::string const& path)
+{
+    auto status = SyncFile(part);
+    if (status) {
+        status = RenameNoReplace(part, path);
+    }
+    if (!status) {
+        return status;
+    }
+    status = SyncFolderOf(path);
+    if (!status) {
+        ::unlink(path.c_str());
+    }
+    return status;
+}
+
+/// Makes a new database file, whole under its name or not there at all, even if we are killed. fill
+/// gets the name of an empty file, 0600, which it is to leave closed: SQLite alone would make one
+/// that all can read.
+CDbStatus MakeFile(
+    std::string const& path, std::function<CDbStatus(std::string const& part)> const& fill)
+{
+    if (::access(path.c_str(), F_OK) == 0) {
+        return {DbError::exists, Quoted(path) + "exists already and is left as it is."};
+    }
+    CFileUse use;
+    auto status = use.Acquire(path, kMaintenanceWait);
+    if (status && !use.TryExclusive()) {
+        status = {DbError::inUse, Quoted(path) + "is being made by another program."};
+    }
+    if (!status) {
+        return status;
+    }
+    auto const part = path + ".part";
+    // Nobody else makes this file now: what is there is what a killed program left.
+    RemoveWithLog(part);
+    status = CreateEmptyFile(part);
+    if (status) {
+        status = fill(part);
+    }
+    if (status) {
+        status = PutInPlace(part, path);
+    }
+    RemoveWithLog(part);
+    return status;
+}
+
 } // namespace
 
 CDbStatus OpenDatabase(
     std::string const& path, CSchema const& schema, std::unique_ptr<CDatabase>& database)
 {
     database.reset();
-    off_t size = 0;
     CFileUse use;
     CConnectionPtr connection;
     int version = 0;
-    auto status = LookAt(path, size);
+    auto status = LookAt(path);
     if (status) {
         status = use.Acquire(path, kMaintenanceWait);
     }
     if (status) {
         // Maintenance may have exchanged the file while we waited.
-        status = LookAt(path, size);
+        status = LookAt(path);
     }
     if (status) {
         status = Connect(path, connection);
     }
     if (status) {
-        status = Recognise(connection.get(), path, schema, size, version);
+        status = Recognise(connection.get(), path, schema, version);
     }
     if (status) {
         status = SetLogMode(connection.get(), path, use);
     }
     if (!status) {
-        return status;
+        return Refused(status, connection.get(), path);
     }
     sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     auto opened
@@ -265,28 +388,7 @@ CDbStatus OpenDatabase(
 
 CDbStatus CreateDatabase(std::string const& path, CSchema const& schema)
 {
-    auto const part = path + ".part";
-    if (::access(path.c_str(), F_OK) == 0) {
-        return {DbError::exists, Quoted(path) + "exists already and is left as it is."};
-    }
-    auto status = CreateEmptyFile(part);
-    if (!status) {
-        return status;
-    }
-    status = FillNew(part, schema);
-    if (status) {
-        status = SyncFile(part);
-    }
-    if (status) {
-        status = RenameNoReplace(part, path);
-    }
-    if (!status) {
-        ::unlink(part.c_str());
-        ::unlink((part + "-wal").c_str());
-        ::unlink((part + "-shm").c_str());
-        return status;
-    }
-    return SyncFolderOf(path);
+    return MakeFile(path, [&](std::string const& part) { return FillNew(part, schema); });
 }
 
 // ---- what needs the connection as a whole
@@ -299,50 +401,65 @@ CDbStatus CSqliteDatabase::Migrate(int version)
     }
     status = CopyTo(CopyName(m_strPath, version));
     if (status) {
-        CTransaction transaction(*this);
-        status = transaction.Status();
-        for (auto step = static_cast<std::size_t>(version); status && step < m_schema.steps.size();
-             ++step) {
-            auto const sql = std::string(m_schema.steps[step])
-                + "; PRAGMA user_version = " + std::to_string(step + 1) + ";";
-            int const code
-                = sqlite3_exec(m_connection.get(), sql.c_str(), nullptr, nullptr, nullptr);
-            status = code == SQLITE_OK ? CDbStatus() : WriteFailure(code);
-        }
-        if (status) {
-            status = transaction.Commit();
-        }
+        // A step that replaces a table drops the old one, which would delete the rows below it.
+        // SQLite takes this switch outside of transactions only.
+        sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
+        status = RunSteps(version);
+        sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
     }
     ShareAgain();
     return status;
 }
 
+CDbStatus CSqliteDatabase::RunSteps(int version)
+{
+    CTransaction transaction(*this);
+    auto status = transaction.Status();
+    std::int64_t orphansBefore = 0;
+    if (status) {
+        status = CountOrphans(orphansBefore);
+    }
+    for (auto step = static_cast<std::size_t>(version); status && step < m_schema.steps.size();
+         ++step) {
+        auto const sql = std::string(m_schema.steps[step])
+            + "\n; PRAGMA user_version = " + std::to_string(step + 1) + ";";
+        int const code = sqlite3_exec(m_connection.get(), sql.c_str(), nullptr, nullptr, nullptr);
+        status = code == SQLITE_OK ? CDbStatus() : WriteFailure(Failure(code));
+    }
+    std::int64_t orphans = 0;
+    if (status) {
+        status = CountOrphans(orphans);
+    }
+    if (status && orphans > orphansBefore) {
+        status = {DbError::constraint,
+            Quoted(m_strPath) + "cannot be brought to the present version: rows would be lost."};
+    }
+    return status ? transaction.Commit() : status;
+}
+
+CDbStatus CSqliteDatabase::CountOrphans(std::int64_t& orphans)
+{
+    CRowBlock rows;
+    auto status = Query("PRAGMA foreign_key_check", {}, rows);
+    orphans = static_cast<std::int64_t>(rows.Rows());
+    return status;
+}
+
 CDbStatus CSqliteDatabase::CopyTo(std::string const& path)
 {
-    auto status = MovedStatus();
-    if (status) {
-        // SQLite fills an empty file and keeps its mode; alone it would make one all can read.
-        status = CreateEmptyFile(path);
-    }
-    if (!status) {
-        return status;
-    }
-    CStatementPtr copy;
-    status = Prepare("VACUUM INTO ?", copy);
-    if (status) {
-        BindValue(copy.get(), 1, DbValue(path));
-        if (int const code = sqlite3_step(copy.get()); code != SQLITE_DONE) {
-            status = Failure(code);
+    auto const copy = [&](std::string const& part) {
+        DbValue const name = FileName(part);
+        CStatementPtr statement;
+        auto status = Prepare("VACUUM INTO ?", statement);
+        if (status) {
+            BindValue(statement.get(), 1, name);
+            int const code = sqlite3_step(statement.get());
+            status = code == SQLITE_DONE ? CDbStatus() : Failure(code);
         }
-    }
-    if (status) {
-        status = SyncFile(path);
-    }
-    if (!status) {
-        ::unlink(path.c_str());
         return status;
-    }
-    return SyncFolderOf(path);
+    };
+    auto status = MovedStatus();
+    return status ? MakeFile(path, copy) : status;
 }
 
 CDbStatus CSqliteDatabase::AddFindings(

@@ -59,6 +59,7 @@ private:
 
 /// Binds a value; a text must stay where it is until the statement is reset.
 int BindValue(sqlite3_stmt* statement, int parameter, DbValue const& value);
+int BindValue(sqlite3_stmt* statement, int parameter, DbValue&& value) = delete;
 int BindValues(sqlite3_stmt* statement, std::span<DbValue const> values);
 
 /// Copies one value; what is longer than a number goes to the block's bytes.

@@ -2,6 +2,7 @@
 #include "tools/CenterRows.h"
 #include "tools/CheckFiles.h"
 #include "tools/CreateCenter.h"
+#include "tools/DemoRecords.h"
 #include "tools/Password.h"
 #include "tools/ShowInfo.h"
 
@@ -27,6 +28,8 @@ struct COptions
     std::string dataFolder;
     std::string settingsFile;
     std::string passwordFile;
+    int members = 500;
+    std::uint64_t seed = 1;
 };
 
 int Fail(std::string const& text)
@@ -49,7 +52,8 @@ void ProtectProcess()
     ::close(descriptor);
 }
 
-int Create(CCenterSettings const& settings, std::string const& passwordFile)
+int Create(CCenterSettings const& settings, std::string const& passwordFile,
+    std::function<CDbStatus()> const& fill = {})
 {
     auto const folder = CDatabaseSession::Get().DataFolder();
     // Asked before the password, and once more when the files are made.
@@ -59,7 +63,7 @@ int Create(CCenterSettings const& settings, std::string const& passwordFile)
         status = GetPassword(passwordFile, password);
     }
     if (status) {
-        status = CreateCenter(folder, settings, password.Text());
+        status = CreateCenter(folder, settings, password.Text(), fill);
     }
     if (!status) {
         return Fail(status.Text());
@@ -79,7 +83,8 @@ int CreateDemo(COptions const& options)
 {
     CCenterSettings settings;
     auto const status = ParseCenterSettings(DemoCenter(), "demo-center.toml", settings);
-    return status ? Create(settings, options.passwordFile) : Fail(status.Text());
+    auto const fill = [&] { return WriteDemoRecords(settings, options.members, options.seed); };
+    return status ? Create(settings, options.passwordFile, fill) : Fail(status.Text());
 }
 
 int ChangePassword(COptions const& options)
@@ -160,7 +165,15 @@ void AddCommands(CLI::App& app, COptions& options)
     app.fallthrough();
     auto* const create = app.add_subcommand("create", "Make a centre from a settings file");
     create->add_option("SETTINGS", options.settingsFile, "The settings file, in TOML")->required();
-    auto* const demo = app.add_subcommand("demo", "Make the demonstration centre");
+    auto* const demo
+        = app.add_subcommand("demo", "Make the demonstration centre, with members and records");
+    demo->add_option("--members", options.members, "How many members it has")
+        ->type_name("N")
+        ->check(CLI::Range(0, kMostDemoMembers))
+        ->capture_default_str();
+    demo->add_option("--seed", options.seed, "Another seed makes other members")
+        ->type_name("S")
+        ->capture_default_str();
     app.add_subcommand("info", "Describe the files, the centre and the queued report jobs");
     app.add_subcommand("check", "Check the files and tell who uses them");
     auto* const password = app.add_subcommand("password", "Set a new administration password");

@@ -111,8 +111,8 @@ std::string PathIn(std::string const& folder, DataFile file)
     return folder + "/" + std::string(DataFileName(file));
 }
 
-CDbStatus MakeFiles(
-    std::string const& folder, CCenterSettings const& settings, std::string const& password)
+CDbStatus MakeFiles(std::string const& folder, CCenterSettings const& settings,
+    std::string const& password, std::function<CDbStatus()> const& fill)
 {
     for (auto const file : kDataFiles) {
         if (auto status = CreateDatabase(PathIn(folder, file), DataFileSchema(file)); !status) {
@@ -122,6 +122,9 @@ CDbStatus MakeFiles(
     auto& session = CDatabaseSession::Get();
     session.SetDataFolder(folder);
     auto status = WriteCenterRows(settings, password);
+    if (status && fill) {
+        status = fill();
+    }
     session.ShutDown();
     return status;
 }
@@ -165,8 +168,8 @@ CDbStatus FindOldFiles(std::string const& folder)
     return {};
 }
 
-CDbStatus CreateCenter(
-    std::string const& folder, CCenterSettings const& settings, std::string const& password)
+CDbStatus CreateCenter(std::string const& folder, CCenterSettings const& settings,
+    std::string const& password, std::function<CDbStatus()> const& fill)
 {
     CSignalPause const pause;
     CFolderMaker folders;
@@ -179,7 +182,7 @@ CDbStatus CreateCenter(
         status = work.Make(folder);
     }
     if (status) {
-        status = MakeFiles(work.Path(), settings, password);
+        status = MakeFiles(work.Path(), settings, password, fill);
     }
     if (status) {
         status = MoveFiles(work.Path(), folder);

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/db/Status.h"
+#include "tools/CenterSettings.h"
+
+#include <cstdint>
+
+inline constexpr int kMostDemoMembers = 500'000;
+
+/// Fills the session's empty centre with members and all their records over the last three years,
+/// with some who are checked in now, and with a queued report. The same seed makes the same centre
+/// on the same day. About 30 workouts a member; 3,000,000 take about a minute.
+CDbStatus WriteDemoRecords(CCenterSettings const& center, int members, std::uint64_t seed);

@@ -1,45 +1,10 @@
 #include "platform/db/SqliteDatabase.h"
 
-#include <algorithm>
-#include <array>
 #include <cassert>
 #include <cerrno>
-#include <chrono>
-#include <thread>
 
 namespace
 {
-
-constexpr std::chrono::milliseconds kWait = std::chrono::seconds(10);
-constexpr std::size_t kFewRows = 16;
-constexpr int kLogPages = 1000; // about 4 MB: where a checkpoint pays
-constexpr int kLongLogPages = 4 * kLogPages; // where it is worth making the writers wait
-constexpr auto kLongLogWait = std::chrono::seconds(1);
-constexpr auto kReadersWait = std::chrono::milliseconds(200); // while nobody can write
-constexpr auto kWritersTurn = std::chrono::milliseconds(50);
-
-/// A list of count question marks for an IN.
-std::string Placeholders(std::size_t count)
-{
-    std::string text = "(?";
-    for (std::size_t i = 1; i < count; ++i) {
-        text += ",?";
-    }
-    return text + ")";
-}
-
-bool IsAscending(std::span<std::int64_t const> keys)
-{
-    return std::adjacent_find(keys.begin(), keys.end(), std::greater_equal<>()) == keys.end();
-}
-
-/// A range reads a block faster than a list of keys where few foreign rows lie between.
-bool IsDense(std::span<std::int64_t const> keys)
-{
-    auto const width
-        = static_cast<std::uint64_t>(keys.back()) - static_cast<std::uint64_t>(keys.front());
-    return width < keys.size() + keys.size() / 4;
-}
 
 DbError KindOf(int code, int systemError)
 {
@@ -187,177 +152,6 @@ CSqliteDatabase::TableStatements& CSqliteDatabase::StatementsOf(CTableInfo const
     return found->second;
 }
 
-// ---- reading
-
-CDbStatus CSqliteDatabase::FindKeys(
-    CTableInfo const& table, CSelection const& selection, CKeyset& keys)
-{
-    keys.Clear();
-    if (auto status = MovedStatus(); !status) {
-        return status;
-    }
-    auto& statements = StatementsOf(table);
-    sqlite3_stmt* statement = nullptr;
-    if (auto status = Prepared(
-            statements.keyFinds, selection.clause, "SELECT id FROM " + table.name + " ", statement);
-        !status) {
-        return status;
-    }
-    CStatementReset const reset(statement);
-    int code = BindValues(statement, selection.values);
-    if (code == SQLITE_OK) {
-        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-            keys.Add(sqlite3_column_int64(statement, 0));
-        }
-    }
-    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
-}
-
-CDbStatus CSqliteDatabase::FindRows(
-    CTableInfo const& table, CSelection const& selection, CKeyset& keys, CRowBlock& rows)
-{
-    keys.Clear();
-    rows.Reset(table.columns.size(), 0);
-    if (auto status = MovedStatus(); !status) {
-        return status;
-    }
-    auto& statements = StatementsOf(table);
-    sqlite3_stmt* statement = nullptr;
-    if (auto status = Prepared(statements.finds, selection.clause, statements.select, statement);
-        !status) {
-        return status;
-    }
-    CStatementReset const reset(statement);
-    if (int const code = BindValues(statement, selection.values); code != SQLITE_OK) {
-        return Failure(code);
-    }
-    m_pTakenRows = &rows;
-    m_pTakenKeys = &keys;
-    return TakeRows(statement);
-}
-
-CDbStatus CSqliteDatabase::ReadRows(
-    CTableInfo const& table, std::span<std::int64_t const> keys, CRowBlock& rows)
-{
-    assert(keys.size() <= kBlockRows);
-    rows.Reset(table.columns.size(), keys.size());
-    if (keys.empty()) {
-        return {};
-    }
-    if (auto status = MovedStatus(); !status) {
-        return status;
-    }
-    auto& statements = StatementsOf(table);
-    bool const ascending = IsAscending(keys);
-    sqlite3_stmt* statement = nullptr;
-    if (auto status = BindKeys(statements, keys, ascending, statement); !status) {
-        return status;
-    }
-    CStatementReset const reset(statement);
-    m_order.resize(keys.size());
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        m_order[i] = {keys[i], i};
-    }
-    if (!ascending) {
-        std::sort(m_order.begin(), m_order.end());
-    }
-    m_nNextInOrder = 0;
-    m_pTakenRows = &rows;
-    m_pTakenKeys = nullptr;
-    return TakeRows(statement);
-}
-
-CDbStatus CSqliteDatabase::BindKeys(TableStatements& statements, std::span<std::int64_t const> keys,
-    bool ascending, sqlite3_stmt*& statement)
-{
-    bool const range = ascending && IsDense(keys);
-    bool const few = keys.size() <= kFewRows;
-    auto& prepared = range ? statements.range : few ? statements.few : statements.block;
-    std::size_t const places = few ? kFewRows : kBlockRows;
-    if (prepared == nullptr) {
-        auto const sql = statements.select
-            + (range ? std::string("WHERE id BETWEEN ? AND ?")
-                     : "WHERE id IN" + Placeholders(places))
-            + " ORDER BY id";
-        if (auto status = Prepare(sql, prepared); !status) {
-            return status;
-        }
-    }
-    statement = prepared.get();
-    if (range) {
-        sqlite3_bind_int64(statement, 1, keys.front());
-        sqlite3_bind_int64(statement, 2, keys.back());
-        return {};
-    }
-    int parameter = 0;
-    for (auto const key : keys) {
-        sqlite3_bind_int64(statement, ++parameter, key);
-    }
-    while (parameter < static_cast<int>(places)) {
-        sqlite3_bind_null(statement, ++parameter);
-    }
-    return {};
-}
-
-CDbStatus CSqliteDatabase::TakeRows(sqlite3_stmt* statement)
-{
-    int code = SQLITE_ROW;
-    while (code == SQLITE_ROW) {
-        code = sqlite3_step(statement);
-    }
-    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
-}
-
-/// Called by SQLite for each row: its key and its columns. The rows of a block come by ascending
-/// key; those that nobody asked for, between the keys of a range, are passed over.
-void CSqliteDatabase::TakeRow(std::span<sqlite3_value*> values)
-{
-    auto const key = sqlite3_value_int64(values.front());
-    CCell* cells = nullptr;
-    if (m_pTakenKeys != nullptr) {
-        m_pTakenKeys->Add(key);
-        cells = m_pTakenRows->AddRow();
-    } else {
-        while (m_nNextInOrder < m_order.size() && m_order[m_nNextInOrder].first < key) {
-            ++m_nNextInOrder;
-        }
-        if (m_nNextInOrder == m_order.size() || m_order[m_nNextInOrder].first != key) {
-            return;
-        }
-        cells = m_pTakenRows->FillRow(m_order[m_nNextInOrder++].second);
-    }
-    for (auto* const value : values.subspan(1)) {
-        CopyValue(value, *cells++, *m_pTakenRows);
-    }
-}
-
-CDbStatus CSqliteDatabase::Query(
-    std::string_view sql, std::span<DbValue const> values, CRowBlock& rows)
-{
-    rows.Reset(0, 0);
-    if (auto status = MovedStatus(); !status) {
-        return status;
-    }
-    sqlite3_stmt* statement = nullptr;
-    if (auto status = Prepared(m_queries, sql, {}, statement); !status) {
-        return status;
-    }
-    CStatementReset const reset(statement);
-    int const columns = sqlite3_column_count(statement);
-    rows.Reset(static_cast<std::size_t>(columns), 0);
-    int code = BindValues(statement, values);
-    if (code == SQLITE_OK) {
-        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-            auto* cells = rows.AddRow();
-            for (int column = 0; column < columns; ++column) {
-                // Plain values are as good as protected ones: one thread uses the connection.
-                CopyValue(sqlite3_column_value(statement, column), cells[column], rows);
-            }
-        }
-    }
-    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
-}
-
 // ---- writing
 
 CDbStatus CSqliteDatabase::RunControl(CStatementPtr& statement, char const* sql)
@@ -405,15 +199,22 @@ private:
     CDbStatus m_status;
 };
 
+/// The first failure is the one to tell.
+void CSqliteDatabase::Doom(CDbStatus const& status)
+{
+    if (m_doom) {
+        m_doom = status;
+    }
+}
+
 CDbStatus CSqliteDatabase::DoomedStatus()
 {
     // SQLite rolls a transaction back by itself when the disk is full; what follows must not be
     // committed alone.
-    m_bDoomed = m_bDoomed || sqlite3_get_autocommit(m_connection.get()) != 0;
-    if (m_bDoomed) {
-        return {DbError::failed, "Nothing was stored, because an earlier step failed."};
+    if (m_doom && sqlite3_get_autocommit(m_connection.get()) != 0) {
+        Doom({DbError::failed, "Nothing was stored, because an earlier step failed."});
     }
-    return {};
+    return m_doom;
 }
 
 CDbStatus CSqliteDatabase::Begin()
@@ -434,7 +235,7 @@ CDbStatus CSqliteDatabase::Begin()
         return status;
     }
     m_nDepth = 1;
-    m_bDoomed = false;
+    m_doom = {};
     return {};
 }
 
@@ -467,10 +268,10 @@ void CSqliteDatabase::Rollback()
 {
     assert(m_nDepth > 0);
     if (--m_nDepth > 0) {
-        m_bDoomed = true;
+        Doom({DbError::failed, "Nothing was stored, because a part of it was taken back."});
         return;
     }
-    m_bDoomed = false;
+    m_doom = {};
     if (sqlite3_get_autocommit(m_connection.get()) == 0) {
         // Cannot fail in a way that leaves the transaction open.
         static_cast<void>(RunControl(m_rollback, "ROLLBACK"));
@@ -481,7 +282,9 @@ void CSqliteDatabase::Rollback()
 CDbStatus CSqliteDatabase::WriteFailure(CDbStatus status)
 {
     // A row that breaks a rule leaves the rest of a transaction as it is; everything else dooms it.
-    m_bDoomed = m_bDoomed || status.Error() != DbError::constraint;
+    if (status.Error() != DbError::constraint) {
+        Doom(status);
+    }
     return status;
 }
 
@@ -500,7 +303,7 @@ CDbStatus CSqliteDatabase::Insert(
             sql += column + ", ";
         }
         sql.resize(sql.size() - 2);
-        sql += ") VALUES " + Placeholders(table.columns.size());
+        sql += ") VALUES " + SqlPlaceholders(table.columns.size());
         if (auto status = Prepare(sql, insert); !status) {
             return WriteFailure(status);
         }
@@ -592,7 +395,7 @@ CDbStatus CSqliteDatabase::Remove(
         status = RemoveOne(table, keys[i], count);
     }
     if (!status) {
-        m_bDoomed = true; // some rows may be gone already: all of them or none
+        Doom(status); // some rows may be gone already: all of them or none
         return status;
     }
     status = scope.Done();
@@ -638,76 +441,6 @@ CDbStatus CSqliteDatabase::Execute(
         changed = count;
     }
     return status;
-}
-
-// ---- the file as a whole
-
-void CSqliteDatabase::NoteLogPages(int pages)
-{
-    if (pages < m_nLogPages) {
-        m_nNextCheckpoint = kLogPages;
-    }
-    m_nLogPages = pages;
-}
-
-int CSqliteDatabase::MoveLog(int mode, std::chrono::milliseconds wait)
-{
-    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(wait.count()));
-    int const code = sqlite3_wal_checkpoint_v2(m_connection.get(), nullptr, mode, nullptr, nullptr);
-    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(kWait.count()));
-    m_use.UnlockCheckpoint();
-    return code;
-}
-
-void CSqliteDatabase::CheckpointWhenLong()
-{
-    if (m_nLogPages < m_nNextCheckpoint || !MovedStatus()) {
-        return;
-    }
-    // Under load some writer and some reader are always at work, and the log would never end.
-    bool const pressing = m_nLogPages >= kLongLogPages;
-    if (pressing && m_use.LockCheckpoint(kLongLogWait)) {
-        MoveLog(SQLITE_CHECKPOINT_RESTART, kReadersWait);
-    } else if (!pressing && m_use.TryLockCheckpoint()) {
-        MoveLog(SQLITE_CHECKPOINT_PASSIVE, {});
-    }
-    // If all of it was moved, the log starts anew with a later commit; until then it has to grow.
-    m_nNextCheckpoint = m_nLogPages + kLogPages / 4;
-}
-
-CDbStatus CSqliteDatabase::Checkpoint()
-{
-    assert(m_nDepth == 0);
-    if (auto status = MovedStatus(); !status) {
-        return status;
-    }
-    auto const end = std::chrono::steady_clock::now() + kWait;
-    int code = SQLITE_BUSY;
-    // In turns, because others cannot write while this waits for somebody's long read.
-    for (;;) {
-        if (m_use.LockCheckpoint(kReadersWait)) {
-            code = MoveLog(SQLITE_CHECKPOINT_TRUNCATE, kReadersWait);
-        }
-        if ((code & 0xFF) != SQLITE_BUSY || std::chrono::steady_clock::now() >= end) {
-            break;
-        }
-        std::this_thread::sleep_for(kWritersTurn);
-    }
-    return code == SQLITE_OK ? CDbStatus() : Failure(code);
-}
-
-CDbStatus CSqliteDatabase::UseExclusively()
-{
-    if (!m_use.TryExclusive()) {
-        return {DbError::inUse,
-            "The file \"" + m_strPath + "\" is in use by another program. Close it there first."};
-    }
-    return {};
-}
-
-void CSqliteDatabase::ShareAgain()
-{
-    m_use.BackToShared();
 }
 
 // ---- transactions

@@ -55,6 +55,10 @@ public:
     CDbStatus Migrate(int version);
 
 private:
+    static constexpr std::chrono::milliseconds kWait{10'000};
+    static constexpr std::chrono::milliseconds kReadersWait{200}; ///< while nobody can write
+    static constexpr int kLogPages = 1000; ///< about 4 MB: where a checkpoint pays
+
     CDbStatus RunSteps(int version);
     /// Counts the rows whose parent row is missing.
     CDbStatus CountOrphans(std::int64_t& orphans);
@@ -81,6 +85,7 @@ private:
 
     CDbStatus Failure(int code);
     CDbStatus MovedStatus();
+    void Doom(CDbStatus const& status);
     CDbStatus DoomedStatus();
     CDbStatus WriteFailure(CDbStatus status);
     CDbStatus Prepare(std::string const& sql, CStatementPtr& statement);
@@ -117,7 +122,7 @@ private:
     std::vector<std::pair<std::int64_t, std::size_t>> m_order; ///< keys of a block, sorted
     std::size_t m_nNextInOrder = 0;
     int m_nDepth = 0; ///< of nested transactions
-    bool m_bDoomed = false; ///< something in the open transaction failed: it can only roll back
+    CDbStatus m_doom; ///< what failed in the open transaction, which can only roll back then
     int m_nLogPages = 0; ///< in the write-ahead log after the last commit
     int m_nNextCheckpoint = 0;
 };

@@ -16,6 +16,15 @@ sqlite3_stmt* CStatementCache::Keep(std::string name, CStatementPtr statement)
     return m_statements.insert_or_assign(std::move(name), std::move(statement)).first->second.get();
 }
 
+std::string SqlPlaceholders(std::size_t count)
+{
+    std::string text = "(?";
+    for (std::size_t i = 1; i < count; ++i) {
+        text += ",?";
+    }
+    return text + ")";
+}
+
 int BindValue(sqlite3_stmt* statement, int parameter, DbValue const& value)
 {
     return std::visit(

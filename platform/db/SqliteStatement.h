@@ -57,6 +57,9 @@ private:
     std::unordered_map<std::string, CStatementPtr, Hash, std::equal_to<>> m_statements;
 };
 
+/// A list of count question marks: "(?,?,?)".
+std::string SqlPlaceholders(std::size_t count);
+
 /// Binds a value; a text must stay where it is until the statement is reset.
 int BindValue(sqlite3_stmt* statement, int parameter, DbValue const& value);
 int BindValue(sqlite3_stmt* statement, int parameter, DbValue&& value) = delete;

@@ -138,7 +138,7 @@ TEST_F(TransactionTest, AFullDiskInTheMiddleLeavesNothingThatFollows)
     EXPECT_FALSE(Families::SaveRows(*m_database, 5000));
     std::int64_t removed = 0;
     EXPECT_FALSE(m_database->Execute("DELETE FROM children", {}, removed));
-    EXPECT_FALSE(transaction.Commit());
+    EXPECT_EQ(transaction.Commit().Error(), DbError::full) << "the reason, not its consequence";
     EXPECT_EQ(Families::Count(*m_database), 0);
     EXPECT_TRUE(Families::Save(*m_database, 1));
     EXPECT_EQ(Families::Count(*m_database), 1);

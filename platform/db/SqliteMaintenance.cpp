@@ -1,0 +1,154 @@
+// What concerns the file as a whole: its log, its exclusive use, and whether it is sound.
+#include "platform/db/SqliteDatabase.h"
+
+#include <cassert>
+#include <chrono>
+#include <thread>
+
+namespace
+{
+
+constexpr std::chrono::seconds kLongLogWait{1};
+constexpr std::chrono::milliseconds kWritersTurn{50};
+
+} // namespace
+
+void CSqliteDatabase::NoteLogPages(int pages)
+{
+    if (pages < m_nLogPages) {
+        m_nNextCheckpoint = kLogPages;
+    }
+    m_nLogPages = pages;
+}
+
+int CSqliteDatabase::MoveLog(int mode, std::chrono::milliseconds wait)
+{
+    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(wait.count()));
+    int const code = sqlite3_wal_checkpoint_v2(m_connection.get(), nullptr, mode, nullptr, nullptr);
+    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(kWait.count()));
+    m_use.UnlockCheckpoint();
+    return code;
+}
+
+void CSqliteDatabase::CheckpointWhenLong()
+{
+    if (m_nLogPages < m_nNextCheckpoint || !MovedStatus()) {
+        return;
+    }
+    // Under load some writer and some reader are always at work, and the log would never end.
+    bool const pressing = m_nLogPages >= 4 * kLogPages;
+    if (pressing && m_use.LockCheckpoint(kLongLogWait)) {
+        MoveLog(SQLITE_CHECKPOINT_RESTART, kReadersWait);
+    } else if (!pressing && m_use.TryLockCheckpoint()) {
+        MoveLog(SQLITE_CHECKPOINT_PASSIVE, {});
+    }
+    // If all of it was moved, the log starts anew with a later commit; until then it has to grow.
+    m_nNextCheckpoint = m_nLogPages + kLogPages / 4;
+}
+
+CDbStatus CSqliteDatabase::Checkpoint()
+{
+    assert(m_nDepth == 0);
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    auto const end = std::chrono::steady_clock::now() + kWait;
+    int code = SQLITE_BUSY;
+    // In turns, because others cannot write while this waits for somebody's long read.
+    for (;;) {
+        if (m_use.LockCheckpoint(kReadersWait)) {
+            code = MoveLog(SQLITE_CHECKPOINT_TRUNCATE, kReadersWait);
+        }
+        if ((code & 0xFF) != SQLITE_BUSY || std::chrono::steady_clock::now() >= end) {
+            break;
+        }
+        std::this_thread::sleep_for(kWritersTurn);
+    }
+    return code == SQLITE_OK ? CDbStatus() : Failure(code);
+}
+
+CDbStatus CSqliteDatabase::UseExclusively()
+{
+    if (!m_use.TryExclusive()) {
+        return {DbError::inUse,
+            "The file \"" + m_strPath + "\" is in use by another program. Close it there first."};
+    }
+    return {};
+}
+
+void CSqliteDatabase::ShareAgain()
+{
+    m_use.BackToShared();
+}
+
+CDbStatus CSqliteDatabase::AddFindings(
+    char const* sql, char const* what, std::vector<std::string>& findings)
+{
+    CRowBlock rows;
+    auto status = Query(sql, {}, rows);
+    for (std::size_t i = 0; status && i < rows.Rows(); ++i) {
+        auto const row = rows.Row(i);
+        auto const& cell = row.Cell(0);
+        auto const text = cell.type == CCell::text ? std::string(row.Text(cell)) : std::string();
+        if (text != "ok") {
+            findings.push_back(what + text);
+        }
+    }
+    return status;
+}
+
+CDbStatus CSqliteDatabase::Check(std::vector<std::string>& findings)
+{
+    auto status = AddFindings("PRAGMA integrity_check", "damage: ", findings);
+    if (status) {
+        status = AddFindings(
+            "PRAGMA foreign_key_check", "rows without their parent row in table ", findings);
+    }
+    if (status) {
+        status = CompareSchema(findings);
+    }
+    return status;
+}
+
+CDbStatus CSqliteDatabase::CompareSchema(std::vector<std::string>& findings)
+{
+    constexpr char const* kObjects = "SELECT name, coalesce(sql, '') FROM sqlite_schema "
+                                     "WHERE name NOT LIKE 'sqlite_%' ORDER BY name";
+    sqlite3* memory = nullptr;
+    int code = sqlite3_open(":memory:", &memory);
+    CConnectionPtr const model(memory);
+    for (std::size_t i = 0; code == SQLITE_OK && i < m_schema.steps.size(); ++i) {
+        code = sqlite3_exec(
+            memory, std::string(m_schema.steps[i]).c_str(), nullptr, nullptr, nullptr);
+    }
+    std::map<std::string, std::string> expected;
+    auto const keep = [](void* target, int, char** values, char**) {
+        static_cast<std::map<std::string, std::string>*>(target)->emplace(values[0], values[1]);
+        return 0;
+    };
+    if (code == SQLITE_OK) {
+        code = sqlite3_exec(memory, kObjects, keep, &expected, nullptr);
+    }
+    if (code != SQLITE_OK) {
+        return SqliteFailure(memory, code, m_strPath);
+    }
+    std::map<std::string, std::string> found;
+    code = sqlite3_exec(m_connection.get(), kObjects, keep, &found, nullptr);
+    if (code != SQLITE_OK) {
+        return Failure(code);
+    }
+    for (auto const& [name, sql] : expected) {
+        auto const match = found.find(name);
+        if (match == found.end()) {
+            findings.push_back("missing: " + name);
+        } else if (match->second != sql) {
+            findings.push_back("not as this version makes it: " + name);
+        }
+    }
+    for (auto const& [name, sql] : found) {
+        if (!expected.contains(name)) {
+            findings.push_back("unknown: " + name);
+        }
+    }
+    return {};
+}

@@ -1,0 +1,195 @@
+// How keys and rows are read.
+#include "platform/db/SqliteDatabase.h"
+
+#include <algorithm>
+#include <cassert>
+#include <functional>
+
+namespace
+{
+
+constexpr std::size_t kFewRows = 16;
+
+bool IsAscending(std::span<std::int64_t const> keys)
+{
+    return std::adjacent_find(keys.begin(), keys.end(), std::greater_equal<>()) == keys.end();
+}
+
+/// A range reads a block faster than a list of keys where few foreign rows lie between.
+bool IsDense(std::span<std::int64_t const> keys)
+{
+    auto const width
+        = static_cast<std::uint64_t>(keys.back()) - static_cast<std::uint64_t>(keys.front());
+    return width < keys.size() + keys.size() / 4;
+}
+
+} // namespace
+
+CDbStatus CSqliteDatabase::FindKeys(
+    CTableInfo const& table, CSelection const& selection, CKeyset& keys)
+{
+    keys.Clear();
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    auto& statements = StatementsOf(table);
+    sqlite3_stmt* statement = nullptr;
+    if (auto status = Prepared(
+            statements.keyFinds, selection.clause, "SELECT id FROM " + table.name + " ", statement);
+        !status) {
+        return status;
+    }
+    CStatementReset const reset(statement);
+    int code = BindValues(statement, selection.values);
+    if (code == SQLITE_OK) {
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            keys.Add(sqlite3_column_int64(statement, 0));
+        }
+    }
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}
+
+CDbStatus CSqliteDatabase::FindRows(
+    CTableInfo const& table, CSelection const& selection, CKeyset& keys, CRowBlock& rows)
+{
+    keys.Clear();
+    rows.Reset(table.columns.size(), 0);
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    auto& statements = StatementsOf(table);
+    sqlite3_stmt* statement = nullptr;
+    if (auto status = Prepared(statements.finds, selection.clause, statements.select, statement);
+        !status) {
+        return status;
+    }
+    CStatementReset const reset(statement);
+    if (int const code = BindValues(statement, selection.values); code != SQLITE_OK) {
+        return Failure(code);
+    }
+    m_pTakenRows = &rows;
+    m_pTakenKeys = &keys;
+    return TakeRows(statement);
+}
+
+CDbStatus CSqliteDatabase::ReadRows(
+    CTableInfo const& table, std::span<std::int64_t const> keys, CRowBlock& rows)
+{
+    assert(keys.size() <= kBlockRows);
+    rows.Reset(table.columns.size(), keys.size());
+    if (keys.empty()) {
+        return {};
+    }
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    auto& statements = StatementsOf(table);
+    bool const ascending = IsAscending(keys);
+    sqlite3_stmt* statement = nullptr;
+    if (auto status = BindKeys(statements, keys, ascending, statement); !status) {
+        return status;
+    }
+    CStatementReset const reset(statement);
+    m_order.resize(keys.size());
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        m_order[i] = {keys[i], i};
+    }
+    if (!ascending) {
+        std::sort(m_order.begin(), m_order.end());
+    }
+    m_nNextInOrder = 0;
+    m_pTakenRows = &rows;
+    m_pTakenKeys = nullptr;
+    return TakeRows(statement);
+}
+
+CDbStatus CSqliteDatabase::BindKeys(TableStatements& statements, std::span<std::int64_t const> keys,
+    bool ascending, sqlite3_stmt*& statement)
+{
+    bool const range = ascending && IsDense(keys);
+    bool const few = keys.size() <= kFewRows;
+    auto& prepared = range ? statements.range : few ? statements.few : statements.block;
+    std::size_t const places = few ? kFewRows : kBlockRows;
+    if (prepared == nullptr) {
+        auto const sql = statements.select
+            + (range ? std::string("WHERE id BETWEEN ? AND ?")
+                     : "WHERE id IN" + SqlPlaceholders(places))
+            + " ORDER BY id";
+        if (auto status = Prepare(sql, prepared); !status) {
+            return status;
+        }
+    }
+    statement = prepared.get();
+    if (range) {
+        sqlite3_bind_int64(statement, 1, keys.front());
+        sqlite3_bind_int64(statement, 2, keys.back());
+        return {};
+    }
+    int parameter = 0;
+    for (auto const key : keys) {
+        sqlite3_bind_int64(statement, ++parameter, key);
+    }
+    while (parameter < static_cast<int>(places)) {
+        sqlite3_bind_null(statement, ++parameter);
+    }
+    return {};
+}
+
+CDbStatus CSqliteDatabase::TakeRows(sqlite3_stmt* statement)
+{
+    int code = SQLITE_ROW;
+    while (code == SQLITE_ROW) {
+        code = sqlite3_step(statement);
+    }
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}
+
+/// Called by SQLite for each row: its key and its columns. The rows of a block come by ascending
+/// key; those that nobody asked for, between the keys of a range, are passed over.
+void CSqliteDatabase::TakeRow(std::span<sqlite3_value*> values)
+{
+    auto const key = sqlite3_value_int64(values.front());
+    CCell* cells = nullptr;
+    if (m_pTakenKeys != nullptr) {
+        m_pTakenKeys->Add(key);
+        cells = m_pTakenRows->AddRow();
+    } else {
+        while (m_nNextInOrder < m_order.size() && m_order[m_nNextInOrder].first < key) {
+            ++m_nNextInOrder;
+        }
+        if (m_nNextInOrder == m_order.size() || m_order[m_nNextInOrder].first != key) {
+            return;
+        }
+        cells = m_pTakenRows->FillRow(m_order[m_nNextInOrder++].second);
+    }
+    for (auto* const value : values.subspan(1)) {
+        CopyValue(value, *cells++, *m_pTakenRows);
+    }
+}
+
+CDbStatus CSqliteDatabase::Query(
+    std::string_view sql, std::span<DbValue const> values, CRowBlock& rows)
+{
+    rows.Reset(0, 0);
+    if (auto status = MovedStatus(); !status) {
+        return status;
+    }
+    sqlite3_stmt* statement = nullptr;
+    if (auto status = Prepared(m_queries, sql, {}, statement); !status) {
+        return status;
+    }
+    CStatementReset const reset(statement);
+    int const columns = sqlite3_column_count(statement);
+    rows.Reset(static_cast<std::size_t>(columns), 0);
+    int code = BindValues(statement, values);
+    if (code == SQLITE_OK) {
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            auto* cells = rows.AddRow();
+            for (int column = 0; column < columns; ++column) {
+                // Plain values are as good as protected ones: one thread uses the connection.
+                CopyValue(sqlite3_column_value(statement, column), cells[column], rows);
+            }
+        }
+    }
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}

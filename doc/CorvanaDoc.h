@@ -1,0 +1,156 @@
+#pragma once
+
+#include "store/Circuit.h"
+#include "store/DAOBodyComp.h"
+#include "store/DAOBon.h"
+#include "store/DAOCat.h"
+#include "store/DAOCenter.h"
+#include "store/DAOChkIn.h"
+#include "store/DAOCirc.h"
+#include "store/DAOCls.h"
+#include "store/DAOCour.h"
+#include "store/DAODef.h"
+#include "store/DAOEnr.h"
+#include "store/DAOEval.h"
+#include "store/DAOEvalBodyComp.h"
+#include "store/DAOMem.h"
+#include "store/DAOMsg.h"
+#include "store/DAOProf.h"
+#include "store/DAOReport.h"
+#include "store/DAOSec.h"
+#include "store/DAOSmEval.h"
+#include "store/DAOSmMem.h"
+#include "store/DAOTouch.h"
+#include "store/DAOWk.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class CAppCommands;
+class CDAOStn;
+class CDocViews;
+class QWidget;
+
+/// The kinds of record that are copied, restored and deleted as a whole.
+enum class CRecordKind
+{
+    members,
+    workouts,
+    evaluations,
+    bodyComps
+};
+
+/// The one document of the program. It owns a record set of every kind and the configuration of
+/// the centre from start to exit, and has an operation for everything that menus, buttons, lists
+/// and the tree call. An operation is defined in the folder whose matter it is.
+class CCorvanaDoc
+{
+    Q_DECLARE_TR_FUNCTIONS(CCorvanaDoc)
+public:
+    explicit CCorvanaDoc(CAppCommands& app);
+    ~CCorvanaDoc();
+    CCorvanaDoc(CCorvanaDoc const&) = delete;
+    CCorvanaDoc& operator=(CCorvanaDoc const&) = delete;
+
+    /// Who is told what happens. Not owned; null as long as there is no main window.
+    void SetViews(CDocViews* views) { m_pViews = views; }
+
+    /// Loads the configuration of the centre and starts the report server if the user wants it.
+    /// Returns whether there is a configuration; if not, the user has been told why.
+    bool OnNewDocument();
+
+    /// Makes the first class of the catalogue the default class. False when there is no category.
+    bool SetDefaultClass();
+
+    // Members
+
+    /// Edits a member, or with ID 0 the one whose ID is entered; true when saved.
+    bool EditMember(std::int32_t memberID);
+    void EditExistingMember();
+    /// Deletes a member after asking, or with ID 0 the one whose ID is entered; true when deleted.
+    bool DeleteMember(std::int32_t memberID, QString const& expiration);
+    void FindMembers();
+
+    // Records of members. With a set, AddEdit... edits the row on which it stands; without one it
+    // adds. True when something was stored.
+
+    bool AddEditWorkout(CDAOWk* set);
+    void ShowMemberWorkouts();
+    void FindWorkouts();
+    bool AddEditEvaluation(CDAOEval* set);
+    void ShowMemberEvaluations();
+    bool AddEditBodyComp(CDAOBodyComp* set);
+    void ShowMemberBodyComps();
+
+    // Whole tables
+
+    void BackUpAll(CRecordKind kind);
+    void ArchiveAll(CRecordKind kind);
+    void RestoreAll(CRecordKind kind);
+    void DeleteAll(CRecordKind kind);
+    void CompactDatabase();
+
+    // Reports and figures
+
+    /// Asks what a report of the type (0 to 13) needs and adds a job to the report queue. True when
+    /// the job was added; the user is told when it could not be.
+    bool QueueReport(int type);
+    void ShowQuickStats();
+    /// Starts the report server and tells the user whether one runs.
+    void StartReportServer();
+
+    // Record sets, made in this order and destroyed in the reverse one. Those of the centre keep
+    // the values that OnNewDocument read.
+    CDAOCenter m_setCenter;
+    CDAODef m_setDef;
+    CDAOBon m_setBon;
+    CDAOCat m_setCat;
+    CDAOCour m_setCour;
+    CDAOSec m_setSec;
+    CDAOTouch m_setTouch;
+    CDAOChkIn m_setChkIn;
+    CDAOMem m_setMem;
+    CDAOSmMem m_setSmMem;
+    CDAOProf m_setProf;
+    CDAOEnr m_setEnr;
+    CDAOCls m_setCls;
+    CDAOMsg m_setMsg;
+    CDAOEval m_setEval;
+    CDAOSmEval m_setSmEval;
+    CDAOCirc m_setCirc;
+    CDAOEvalBodyComp m_setEvalBodyComp;
+    CDAOWk m_setWk;
+    CDAOBodyComp m_setBodyComp;
+    CDAOReport m_setReport;
+
+    // Stations in the order of their table; the two lists are of one length.
+    std::vector<std::string> m_lstStnNames;
+    std::vector<std::string> m_lstStnAbbrs;
+
+    CCircuit m_circuit; ///< calculates the work weights of evaluations
+
+    std::string m_strDefCategory; ///< default class; parts that the catalogue lacks are empty
+    std::string m_strDefCourse;
+    std::string m_strDefSection;
+
+    std::uint8_t m_nEvalClassSel = 101; ///< class index of the evaluation selection, 101 for all
+    std::int32_t m_nEvalMemberSel = 0; ///< member ID of the evaluation selection
+
+private:
+    bool LoadConfiguration();
+    void LoadStations(CDAOStn& set, int count);
+    /// Tells the failure, with the engine's reason if there is one; always false.
+    bool Fail(QString const& text, CDAOEFSet const& set);
+    bool AddReport(int type, QString const& name);
+    bool StoreReport(int type);
+    void TellNotBuiltYet();
+    QWidget* Window() const;
+    void ShowResult(QString const& text);
+
+    CAppCommands& m_app;
+    CDocViews* m_pViews = nullptr;
+};

@@ -1,0 +1,100 @@
+// Operations that menus and buttons reach and that do nothing yet. One that gets built moves to the
+// folder whose matter it is.
+#include "doc/CorvanaDoc.h"
+
+#include "ui/Messages.h"
+
+void CCorvanaDoc::TellNotBuiltYet()
+{
+    Tell(Window(), tr("This command is not available yet."));
+}
+
+bool CCorvanaDoc::EditMember(std::int32_t)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
+void CCorvanaDoc::EditExistingMember()
+{
+    TellNotBuiltYet();
+}
+
+bool CCorvanaDoc::DeleteMember(std::int32_t, QString const&)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
+void CCorvanaDoc::FindMembers()
+{
+    TellNotBuiltYet();
+}
+
+bool CCorvanaDoc::AddEditWorkout(CDAOWk*)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
+void CCorvanaDoc::ShowMemberWorkouts()
+{
+    TellNotBuiltYet();
+}
+
+void CCorvanaDoc::FindWorkouts()
+{
+    TellNotBuiltYet();
+}
+
+bool CCorvanaDoc::AddEditEvaluation(CDAOEval*)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
+void CCorvanaDoc::ShowMemberEvaluations()
+{
+    TellNotBuiltYet();
+}
+
+bool CCorvanaDoc::AddEditBodyComp(CDAOBodyComp*)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
+void CCorvanaDoc::ShowMemberBodyComps()
+{
+    TellNotBuiltYet();
+}
+
+void CCorvanaDoc::BackUpAll(CRecordKind)
+{
+    TellNotBuiltYet();
+}
+
+void CCorvanaDoc::ArchiveAll(CRecordKind)
+{
+    TellNotBuiltYet();
+}
+
+void CCorvanaDoc::RestoreAll(CRecordKind)
+{
+    TellNotBuiltYet();
+}
+
+void CCorvanaDoc::DeleteAll(CRecordKind)
+{
+    TellNotBuiltYet();
+}
+
+void CCorvanaDoc::CompactDatabase()
+{
+    TellNotBuiltYet();
+}
+
+void CCorvanaDoc::ShowQuickStats()
+{
+    TellNotBuiltYet();
+}

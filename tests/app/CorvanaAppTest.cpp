@@ -1,0 +1,367 @@
+#include "app/CorvanaApp.h"
+
+#include "platform/qt/Companions.h"
+#include "platform/qt/Settings.h"
+#include "platform/qt/SingleInstance.h"
+#include "tests/doc/TestCentre.h"
+#include "tests/ui/MessageRecorder.h"
+
+#include <QAction>
+#include <QFile>
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <array>
+#include <clocale>
+
+using namespace Qt::StringLiterals;
+
+/// The application in this process, and the program as processes of its own, each case with
+/// settings, runtime folder and centre of its own. Companion programs are real processes.
+class CorvanaAppTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    // First, while this process does not hold the name of the program itself.
+    void aSecondCopyEndsSilently();
+    void storesDefaultsWhenThereAreNoSettings();
+    void readsAndTogglesTheOptions();
+    void startsAndStopsTheReportServer();
+    void stopsAReportServerThatItDidNotStart();
+    void startsWithoutAReportServerProgram();
+    void backsUpAtExitIfWanted();
+    void runsNoExitStepsAfterAFailedStart();
+    void keepsNumbersFreeOfTheLocale();
+    void showsItsNameAndVersion();
+    void savesAPicture();
+    void refusesAPictureThatCannotBe_data();
+    void refusesAPictureThatCannotBe();
+    void answersItsArguments_data();
+    void answersItsArguments();
+
+private:
+    void HaveCompanions();
+    std::unique_ptr<QProcess> RunProgram(QStringList const& arguments) const;
+    std::unique_ptr<CCorvanaApp> MakeApp();
+
+    std::unique_ptr<QTemporaryDir> m_home;
+    std::unique_ptr<CTestCentre> m_centre;
+    std::unique_ptr<CMessageRecorder> m_messages;
+    int m_nArguments = 1;
+    QByteArray m_strName = "corvana";
+    std::array<char*, 2> m_arguments = {m_strName.data(), nullptr};
+};
+
+namespace
+{
+
+constexpr int kAbsent = -1;
+auto const kServerFailed
+    = u"Error: the report server application failed to initialize on this PC."_s;
+
+int Stored(char const* option)
+{
+    return GetProfileInt("settings", option, kAbsent);
+}
+
+QAction* Command(int number)
+{
+    for (auto* const window : QApplication::topLevelWidgets()) {
+        if (auto* const action = window->findChild<QAction*>(u"command%1"_s.arg(number))) {
+            return action;
+        }
+    }
+    return nullptr;
+}
+
+bool Soon(std::function<bool()> const& isTrue)
+{
+    return QTest::qWaitFor(isTrue, 5000);
+}
+
+} // namespace
+
+void CorvanaAppTest::initTestCase()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+void CorvanaAppTest::init()
+{
+    m_home = std::make_unique<QTemporaryDir>();
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home->path()));
+    // Qt keeps the path it has seen first; the variable is for the processes that cases start.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_home->path());
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_home->path()));
+    qputenv("PATH", "/usr/bin:/bin");
+    m_centre = std::make_unique<CTestCentre>();
+    m_messages = std::make_unique<CMessageRecorder>();
+}
+
+void CorvanaAppTest::cleanup()
+{
+    QuitCompanion(kReportServer);
+    QuitCompanion(kBackupUtility);
+    m_messages.reset();
+    m_centre.reset();
+    m_home.reset();
+}
+
+/// From here on stand-ins for the companions are found in the search path.
+void CorvanaAppTest::HaveCompanions()
+{
+    qputenv("PATH", COMPANIONS_FOLDER ":/usr/bin:/bin");
+}
+
+std::unique_ptr<CCorvanaApp> CorvanaAppTest::MakeApp()
+{
+    return std::make_unique<CCorvanaApp>(m_nArguments, m_arguments.data());
+}
+
+std::unique_ptr<QProcess> CorvanaAppTest::RunProgram(QStringList const& arguments) const
+{
+    auto process = std::make_unique<QProcess>();
+    process->start(QStringLiteral(CORVANA_PROGRAM), arguments);
+    process->waitForStarted();
+    return process;
+}
+
+void CorvanaAppTest::storesDefaultsWhenThereAreNoSettings()
+{
+    {
+        auto const app = MakeApp();
+        QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+        QCOMPARE(Stored("report_server"), kAbsent); // nothing is written before the exit
+        QCOMPARE(app->ExitInstance(7), 7);
+    }
+    QCOMPARE(Stored("report_server"), 1);
+    QCOMPARE(Stored("load_members"), 0);
+    QCOMPARE(Stored("auto_backup"), 0);
+}
+
+void CorvanaAppTest::readsAndTogglesTheOptions()
+{
+    WriteProfileInt("settings", "report_server", 0);
+    WriteProfileInt("settings", "load_members", 5); // anything but 0 is on
+    WriteProfileInt("settings", "auto_backup", -1); // the same as absent
+    auto const app = MakeApp();
+    QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+    QVERIFY(m_messages->Texts().isEmpty()); // the report server was not asked for
+    QVERIFY(!Command(32888)->isChecked());
+    QVERIFY(Command(32889)->isChecked());
+    QVERIFY(!Command(32891)->isChecked());
+
+    Command(32889)->trigger();
+    QCOMPARE(app->m_bLoadMembers, 0);
+    Command(32889)->trigger();
+    Command(32888)->trigger();
+    app->ExitInstance(0);
+    QCOMPARE(Stored("report_server"), 1);
+    QCOMPARE(Stored("load_members"), 1);
+    QCOMPARE(Stored("auto_backup"), 0);
+}
+
+void CorvanaAppTest::startsAndStopsTheReportServer()
+{
+    HaveCompanions();
+    auto const app = MakeApp();
+    QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+    QVERIFY(Soon([] { return FindCompanion(kReportServer); }));
+    QVERIFY(m_messages->Texts().isEmpty());
+    Command(32885)->trigger();
+    QCOMPARE(m_messages->Texts(), QStringList{u"Report Server is running on this PC."_s});
+    app->ExitInstance(0);
+    QVERIFY(Soon([] { return !FindCompanion(kReportServer); }));
+    QVERIFY(!FindCompanion(kBackupUtility));
+}
+
+void CorvanaAppTest::stopsAReportServerThatItDidNotStart()
+{
+    WriteProfileInt("settings", "report_server", 0);
+    HaveCompanions();
+    QVERIFY(StartCompanion(kReportServer, COMPANIONS_FOLDER));
+    QVERIFY(Soon([] { return FindCompanion(kReportServer); }));
+    auto const app = MakeApp();
+    QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+    app->ExitInstance(0);
+    QVERIFY(Soon([] { return !FindCompanion(kReportServer); }));
+}
+
+void CorvanaAppTest::startsWithoutAReportServerProgram()
+{
+    auto const app = MakeApp();
+    QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+    QCOMPARE(m_messages->Texts(), QStringList{kServerFailed});
+    QCOMPARE(m_messages->Messages()[0].m_icon, CMessageIcon::exclamation);
+}
+
+void CorvanaAppTest::backsUpAtExitIfWanted()
+{
+    WriteProfileInt("settings", "report_server", 0);
+    WriteProfileInt("settings", "auto_backup", 1);
+    {
+        auto const app = MakeApp();
+        QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+        app->ExitInstance(0);
+        QCOMPARE(m_messages->Texts(),
+            QStringList{u"Error: the Corvana backup utility failed to initialize on this PC."_s});
+    }
+    QCOMPARE(Stored("auto_backup"), 1); // the exit went on all the same
+    HaveCompanions();
+    auto const app = MakeApp();
+    QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+    app->ExitInstance(0);
+    QVERIFY(Soon([] { return FindCompanion(kBackupUtility); }));
+    QCOMPARE(m_messages->Texts().size(), 1);
+}
+
+void CorvanaAppTest::runsNoExitStepsAfterAFailedStart()
+{
+    HaveCompanions();
+    QVERIFY(StartCompanion(kReportServer, COMPANIONS_FOLDER));
+    QVERIFY(Soon([] { return FindCompanion(kReportServer); }));
+    CTestCentre::Run("DELETE FROM stations");
+    {
+        auto const app = MakeApp();
+        QCOMPARE(app->InitInstance(), CCorvanaApp::Start::failed);
+    }
+    QCOMPARE(m_messages->Texts(),
+        QStringList{u"Error: could not retrieve data from station recordset."_s});
+    QVERIFY(FindCompanion(kReportServer));
+    QCOMPARE(Stored("report_server"), kAbsent);
+}
+
+void CorvanaAppTest::keepsNumbersFreeOfTheLocale()
+{
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    auto const app = MakeApp();
+    qputenv("LC_ALL", "C.UTF-8");
+    QCOMPARE(std::setlocale(LC_NUMERIC, nullptr), "C");
+    QCOMPARE(QLocale().toString(1234.5), u"1234.5"_s);
+    QCOMPARE(QLocale().dayName(1), u"Monday"_s);
+}
+
+void CorvanaAppTest::showsItsNameAndVersion()
+{
+    auto const app = MakeApp();
+    WriteProfileInt("settings", "report_server", 0);
+    QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+    QStringList texts;
+    bool hasIcon = false;
+    QTimer::singleShot(0, app.get(), [&] {
+        auto* const about = QApplication::activeModalWidget();
+        texts += about->windowTitle();
+        for (auto const* const label : about->findChildren<QLabel*>()) {
+            texts += label->text();
+            hasIcon = hasIcon || !label->pixmap().isNull();
+        }
+        about->findChild<QPushButton*>()->click();
+    });
+    Command(57664)->trigger();
+    QVERIFY(hasIcon);
+    QVERIFY(texts.contains(u"About"_s));
+    QVERIFY(texts.contains(u"Corvana"_s));
+    QVERIFY(texts.contains(u"Version 3.2.0.0"_s));
+    QCOMPARE(texts.constLast().count(u'\n'), 4); // the legal notice has five lines
+}
+
+void CorvanaAppTest::aSecondCopyEndsSilently()
+{
+    QStringList const arguments{u"--data"_s, QString::fromStdString(m_centre->Folder().string())};
+    auto const first = RunProgram(arguments);
+    QVERIFY(Soon([] { return IsCORVAppRunning("Corvana", false); }));
+    auto const second = RunProgram(arguments);
+    QVERIFY(second->waitForFinished(5000));
+    QCOMPARE(second->exitCode(), 0);
+    QVERIFY(second->readAllStandardOutput().isEmpty());
+    QVERIFY(second->readAllStandardError().isEmpty());
+    QCOMPARE(first->state(), QProcess::Running);
+    first->kill();
+    QVERIFY(first->waitForFinished(5000));
+}
+
+void CorvanaAppTest::savesAPicture()
+{
+    HaveCompanions();
+    auto const file = m_home->filePath(u"window.png"_s);
+    auto const program = RunProgram({u"--screenshot"_s, file, u"--data"_s,
+        QString::fromStdString(m_centre->Folder().string())});
+    QVERIFY(program->waitForFinished(10000));
+    QVERIFY(!program->readAllStandardError().contains("corvana:"));
+    QCOMPARE(program->exitCode(), 0);
+    QCOMPARE(QImage(file).size(), QSize(700, 550));
+    // A picture starts and stores nothing.
+    QVERIFY(!FindCompanion(kReportServer));
+    QCOMPARE(Stored("report_server"), kAbsent);
+}
+
+void CorvanaAppTest::refusesAPictureThatCannotBe_data()
+{
+    QTest::addColumn<QString>("data");
+    QTest::addColumn<QString>("picture");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("no centre") << u"nowhere"_s << u"window.png"_s
+                               << u"Error: could not retrieve data from center recordset."_s;
+    QTest::newRow("no folder for the picture")
+        << QString() << u"nowhere/window.png"_s << u"cannot be saved."_s;
+}
+
+void CorvanaAppTest::refusesAPictureThatCannotBe()
+{
+    QFETCH(QString const, data);
+    QFETCH(QString const, picture);
+    QFETCH(QString const, message);
+    auto const folder = data.isEmpty() ? QString::fromStdString(m_centre->Folder().string())
+                                       : m_home->filePath(data);
+    auto const program
+        = RunProgram({u"--data"_s, folder, u"--screenshot"_s, m_home->filePath(picture)});
+    QVERIFY(program->waitForFinished(10000));
+    QCOMPARE(program->exitCode(), 1);
+    QVERIFY(program->readAllStandardError().contains(message.toUtf8()));
+    QVERIFY(!QFile::exists(m_home->filePath(data.isEmpty() ? picture : data)));
+}
+
+void CorvanaAppTest::answersItsArguments_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("output");
+    QTest::newRow("version") << QStringList{u"--version"_s} << 0 << u"Corvana 3.2.0.0\n"_s;
+    QTest::newRow("help") << QStringList{u"--help"_s} << 0 << u"--screenshot <FILE>"_s;
+    QTest::newRow("unknown option") << QStringList{u"--dta"_s} << 2 << u"'dta'"_s;
+    QTest::newRow("word too many") << QStringList{u"center.mdb"_s} << 2 << u"'center.mdb'"_s;
+    QTest::newRow("no value") << QStringList{u"--data"_s} << 2 << u"'--data'"_s;
+    QTest::newRow("empty value") << QStringList{u"--data="_s} << 2 << u"--data"_s;
+    QTest::newRow("no display") << QStringList{} << 1 << u"no display"_s;
+}
+
+void CorvanaAppTest::answersItsArguments()
+{
+    QFETCH(QStringList const, arguments);
+    QFETCH(QString const, output);
+    // Without any display: none of this needs one.
+    auto environment = QProcessEnvironment::systemEnvironment();
+    for (auto const& variable : {u"QT_QPA_PLATFORM"_s, u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s}) {
+        environment.remove(variable);
+    }
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(CORVANA_PROGRAM), arguments);
+    QVERIFY(program.waitForFinished(5000));
+    QTEST(program.exitCode(), "exitCode");
+    auto const onOutput = program.readAllStandardOutput();
+    auto const onError = program.readAllStandardError();
+    QCOMPARE(onOutput.isEmpty(), program.exitCode() != 0);
+    QVERIFY2((onOutput + onError).contains(output.toUtf8()), onOutput + onError);
+}
+
+QTEST_APPLESS_MAIN(CorvanaAppTest)
+#include "CorvanaAppTest.moc"

@@ -1,0 +1,356 @@
+#include "app/MainFrame.h"
+
+#include "doc/CorvanaDoc.h"
+#include "tests/doc/TestApp.h"
+#include "tests/doc/TestCentre.h"
+#include "tests/ui/MessageRecorder.h"
+#include "ui/ControlID.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTest>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+class MainWindowTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void standsWhereItShould();
+    void everyCommandReachesItsOperation();
+    void keysReachTheirCommands();
+    void optionsShowTheirState();
+    void promptsStandInTheStatusBar();
+    void buttonsStandInTwoColumns();
+    void buttonsReachTheirOperations();
+    void enterPressesTheDefaultOrFocusedButton();
+    void tabFollowsReadingOrder();
+    void bannerHasItsColours_data();
+    void bannerHasItsColours();
+    void bannerIsReadOut();
+    void withoutANameThereIsNoBanner();
+    void treeKeepsItsWidth();
+    void nothingIsOutOfReach();
+    void showsLockKeys();
+
+private:
+    void Show();
+    QWidget& View() const { return *m_frame->findChild<QWidget*>(u"mainView"_s); }
+    QPushButton& Button(char const* name) const
+    {
+        return *m_frame->findChild<QPushButton*>(QLatin1StringView(name));
+    }
+    int QueuedType() const;
+
+    std::unique_ptr<CTestCentre> m_centre;
+    std::unique_ptr<CMessageRecorder> m_messages;
+    std::unique_ptr<CTestApp> m_app;
+    std::unique_ptr<CCorvanaDoc> m_doc;
+    std::unique_ptr<CMainFrame> m_frame;
+};
+
+namespace
+{
+
+auto const kNotYet = u"This command is not available yet."_s;
+
+} // namespace
+
+void MainWindowTest::init()
+{
+    m_centre = std::make_unique<CTestCentre>();
+    m_messages = std::make_unique<CMessageRecorder>();
+    m_app = std::make_unique<CTestApp>();
+    m_doc = std::make_unique<CCorvanaDoc>(*m_app);
+    CEFOleDateTime::SetClock(CEFOleDateTime(2026, 11, 6, 18, 5, 9));
+    m_frame = std::make_unique<CMainFrame>(*m_doc, *m_app);
+    m_doc->SetViews(m_frame.get());
+}
+
+void MainWindowTest::cleanup()
+{
+    CEFOleDateTime::SetClock(std::nullopt);
+    m_frame.reset();
+    m_doc.reset();
+    m_app.reset();
+    m_messages.reset();
+    m_centre.reset();
+}
+
+void MainWindowTest::Show()
+{
+    QVERIFY(m_doc->OnNewDocument());
+    m_frame->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_frame.get()));
+}
+
+/// The type of the only job in the queue; -1 when there is not exactly one. Empties the queue.
+int MainWindowTest::QueuedType() const
+{
+    CDAOReport queue;
+    int const type = queue.FindReports() == 1 ? queue.m_nRptType : -1;
+    queue.DelAll();
+    return type;
+}
+
+void MainWindowTest::standsWhereItShould()
+{
+    QCOMPARE(m_frame->pos(), QPoint(75, 75));
+    QCOMPARE(m_frame->size(), QSize(700, 550));
+    QCOMPARE(m_frame->windowTitle(), u"Corvana"_s);
+    Show();
+    auto const sizes = m_frame->findChild<QSplitter*>()->sizes();
+    QCOMPARE(sizes[0], 233);
+    QVERIFY(qAbs(sizes[1] - 466) <= 5); // the handle takes its share
+    auto const* const ready = m_frame->statusBar()->findChild<QLabel*>(QString());
+    QCOMPARE(ready->text(), u"Ready"_s);
+    QVERIFY(ready->isVisible());
+}
+
+void MainWindowTest::everyCommandReachesItsOperation()
+{
+    Show();
+    QMap<int, QString> const appCalls{
+        {57664, u"ShowAbout"_s}, {57606, u"SetUpPrinter"_s}, {57665, u"Exit"_s}};
+    QMap<int, int> const built{{32822, 1}, {32894, 13}};
+    for (auto const& command : CommandTable()) {
+        auto const number = QByteArray::number(command.m_nNumber);
+        auto* const action = m_frame->findChild<QAction*>(u"command%1"_s.arg(command.m_nNumber));
+        QVERIFY2((action != nullptr) == command.m_menu.has_value(), number);
+        if (action == nullptr || command.m_option) {
+            continue;
+        }
+        QVERIFY2(action->isEnabled() && !action->associatedObjects().isEmpty(), number);
+        auto const messagesBefore = m_messages->Texts().size();
+        auto const callsBefore = m_app->m_lstCalls.size();
+        action->trigger();
+        if (appCalls.contains(command.m_nNumber)) {
+            QCOMPARE(m_app->m_lstCalls.constLast(), appCalls[command.m_nNumber]);
+        } else if (command.m_nNumber == 32885) {
+            QCOMPARE(m_messages->Texts().constLast(), u"Report Server is running on this PC."_s);
+        } else if (built.contains(command.m_nNumber)) {
+            QCOMPARE(QueuedType(), built[command.m_nNumber]);
+            QVERIFY(m_frame->statusBar()->currentMessage().contains(u"queued"_s));
+        } else {
+            QVERIFY2(m_messages->Texts().size() == messagesBefore + 1, number);
+            QCOMPARE(m_messages->Texts().constLast(), kNotYet);
+            QCOMPARE(m_app->m_lstCalls.size(), callsBefore);
+        }
+    }
+}
+
+void MainWindowTest::keysReachTheirCommands()
+{
+    Show();
+    int expected = 0;
+    for (auto const key : {Qt::Key_M, Qt::Key_W, Qt::Key_E, Qt::Key_B}) {
+        for (auto const modifiers :
+            {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::ControlModifier | Qt::AltModifier}) {
+            QTest::keyClick(m_frame.get(), key, modifiers);
+            QCOMPARE(m_messages->Texts().size(), ++expected);
+        }
+    }
+}
+
+void MainWindowTest::optionsShowTheirState()
+{
+    m_app->m_options = {CAppOption::loadMembers};
+    m_frame = std::make_unique<CMainFrame>(*m_doc, *m_app);
+    QMap<int, bool> const on{{32888, false}, {32889, true}, {32891, false}};
+    for (auto const [number, isOn] : on.asKeyValueRange()) {
+        auto* const action = m_frame->findChild<QAction*>(u"command%1"_s.arg(number));
+        QVERIFY(action->isCheckable());
+        QCOMPARE(action->isChecked(), isOn);
+        action->trigger();
+        QCOMPARE(action->isChecked(), !isOn);
+    }
+    QCOMPARE(m_app->m_options, (std::set{CAppOption::reportServer, CAppOption::autoBackup}));
+}
+
+void MainWindowTest::promptsStandInTheStatusBar()
+{
+    Show();
+    auto* const file = m_frame->menuBar()->actions().constFirst()->menu();
+    QTest::keyClick(m_frame.get(), Qt::Key_F, Qt::AltModifier);
+    QTRY_COMPARE(QApplication::activePopupWidget(), file);
+    QCOMPARE(m_frame->statusBar()->currentMessage(), u"Change printer or printing options"_s);
+    QTest::keyClick(file, Qt::Key_Down);
+    QCOMPARE(m_frame->statusBar()->currentMessage(),
+        u"Copy members, workouts, evaluations, or body compositions from database"_s);
+    QTest::keyClick(file, Qt::Key_Escape);
+    QCOMPARE(m_frame->statusBar()->currentMessage(), QString());
+}
+
+void MainWindowTest::buttonsStandInTwoColumns()
+{
+    m_frame->resize(1000, 700);
+    Show();
+    auto const place = [this](char const* name) { return Button(name).geometry(); };
+    std::array<std::pair<char const*, char const*>, 4> const rows
+        = {{{"memberButton", "memberReportButton"}, {"workoutButton", "workoutReportButton"},
+            {"evaluationButton", "evaluationReportButton"},
+            {"bodyCompButton", "bodyCompReportButton"}}};
+    auto const size = place("memberButton").size();
+    int const centre = View().width() / 2;
+    int top = place("memberButton").top();
+    for (auto const& [left, right] : rows) {
+        QCOMPARE(place(left), QRect(QPoint(centre - (2 * size.width() + 7) / 2, top), size));
+        QCOMPARE(place(right), place(left).translated(size.width() + 7, 0));
+        top += size.height() + 7;
+    }
+    auto const between = (place("memberButton").left() + place("memberReportButton").left()) / 2;
+    QCOMPARE(place("quickStatsButton"), QRect(QPoint(between, top), size));
+    QCOMPARE(ControlID(&Button("quickStatsButton")), 1188);
+    QCOMPARE(ControlID(&Button("evaluationReportButton")), 1200);
+}
+
+void MainWindowTest::buttonsReachTheirOperations()
+{
+    Show();
+    auto const buttons = View().findChildren<QPushButton*>();
+    QCOMPARE(buttons.size(), 9);
+    for (auto* const button : buttons) {
+        m_messages = nullptr;
+        m_messages = std::make_unique<CMessageRecorder>();
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(m_messages->Texts(), QStringList{kNotYet});
+    }
+}
+
+void MainWindowTest::enterPressesTheDefaultOrFocusedButton()
+{
+    Show();
+    QStringList pressed;
+    for (auto* const button : View().findChildren<QPushButton*>()) {
+        connect(
+            button, &QPushButton::clicked, this, [&pressed, button] { pressed += button->text(); });
+    }
+    View().setFocus();
+    QTest::keyClick(m_frame->focusWidget(), Qt::Key_Return);
+    Button("workoutReportButton").setFocus();
+    QTest::keyClick(m_frame->focusWidget(), Qt::Key_Enter);
+    View().setFocus();
+    QTest::keyClick(m_frame->focusWidget(), Qt::Key_Enter);
+    QCOMPARE(pressed, (QStringList{u"Member"_s, u"Workout Report"_s, u"Member"_s}));
+}
+
+void MainWindowTest::tabFollowsReadingOrder()
+{
+    Show();
+    Button("memberButton").setFocus();
+    QStringList texts;
+    for (int i = 0; i < 9; ++i) {
+        texts += qobject_cast<QPushButton*>(m_frame->focusWidget())->text();
+        QTest::keyClick(m_frame->focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(texts,
+        (QStringList{u"Member"_s, u"Member Report"_s, u"Workout"_s, u"Workout Report"_s,
+            u"Evaluation"_s, u"Evaluation Report"_s, u"Body Composition"_s,
+            u"Body Composition Report"_s, u"Quick Statistics"_s}));
+}
+
+void MainWindowTest::bannerHasItsColours_data()
+{
+    QTest::addColumn<int>("panel"); // red in the low byte, as stored
+    QTest::addColumn<QColor>("shown");
+    QTest::addColumn<QColor>("text");
+    QTest::newRow("light") << 0xF2E6D9 << QColor(0xD9, 0xE6, 0xF2) << QColor(Qt::black);
+    QTest::newRow("dark") << 0x400000 << QColor(0, 0, 0x40) << QColor(Qt::white);
+    QTest::newRow("red") << 0x0000C0 << QColor(0xC0, 0, 0) << QColor(Qt::white);
+}
+
+void MainWindowTest::bannerHasItsColours()
+{
+    QFETCH(int const, panel);
+    QFETCH(QColor const, shown);
+    QFETCH(QColor const, text);
+    CTestCentre::Run("UPDATE touch SET panel_color = " + std::to_string(panel));
+    Show();
+    auto const image = View().grab().toImage();
+    int const centre = View().width() / 2;
+    // The banner's text begins 40 below the top, the panel 10 above it, the frame 20 above it.
+    QCOMPARE(image.pixelColor(centre, 25), QColor(0x16, 0x4A, 0x78));
+    QCOMPARE(image.pixelColor(centre, 35), shown);
+    int textPixels = 0;
+    for (int x = centre - 60; x < centre + 60; ++x) {
+        for (int y = 40; y < 60; ++y) {
+            textPixels += image.pixelColor(x, y) == text ? 1 : 0;
+        }
+    }
+    QVERIFY(textPixels > 20);
+}
+
+void MainWindowTest::bannerIsReadOut()
+{
+    CTestCentre::Run("UPDATE center SET zip = '', address2 = ''");
+    Show();
+    QTRY_COMPARE(View().accessibleName(),
+        u"Riverside Fitness Center\n12 Harbor Street\n(217) 555-0142\n"
+        "Web: www.riverside.example\nEmail: desk@riverside.example"_s);
+    QCOMPARE(View().accessibleDescription(), u"Friday - November  06, 2026"_s);
+    CEFOleDateTime::SetClock(CEFOleDateTime(2026, 11, 7));
+    View().repaint();
+    QCOMPARE(View().accessibleDescription(), u"Saturday - November  07, 2026"_s);
+}
+
+void MainWindowTest::withoutANameThereIsNoBanner()
+{
+    CTestCentre::Run("UPDATE center SET name = ''");
+    Show();
+    auto const image = View().grab().toImage();
+    QCOMPARE(image.pixelColor(View().width() / 2, 25), View().palette().color(QPalette::Window));
+    QVERIFY(Button("memberButton").y() > 40);
+    QVERIFY(Button("memberButton").y() < 40 + 4 * 20); // the date stands where the banner would
+}
+
+void MainWindowTest::treeKeepsItsWidth()
+{
+    Show();
+    m_frame->resize(1200, 800);
+    auto const* const splitter = m_frame->findChild<QSplitter*>();
+    QTRY_COMPARE(splitter->width(), 1200);
+    QCOMPARE(splitter->sizes()[0], 233);
+    QTRY_COMPARE(Button("quickStatsButton").geometry().center().x() / 4, View().width() / 2 / 4);
+}
+
+void MainWindowTest::nothingIsOutOfReach()
+{
+    Show();
+    m_frame->resize(300, 200);
+    auto const* const scrollArea = m_frame->findChild<QScrollArea*>();
+    QTRY_VERIFY(scrollArea->viewport()->height() < View().height());
+    for (auto const* const button : View().findChildren<QPushButton*>()) {
+        QVERIFY(View().rect().contains(button->geometry()));
+    }
+}
+
+void MainWindowTest::showsLockKeys()
+{
+    Show();
+    auto const press = [this](Qt::Key key, quint32 modifiers) {
+        QKeyEvent event(QEvent::KeyPress, key, {}, 0, 0, modifiers);
+        QCoreApplication::sendEvent(m_frame->focusWidget(), &event);
+    };
+    auto const pane = [this](char const* name) {
+        return m_frame->findChild<QLabel*>(QLatin1StringView(name))->text();
+    };
+    press(Qt::Key_CapsLock, 0x02);
+    QCOMPARE(pane("capPane"), u"CAP"_s);
+    QCOMPARE(pane("numPane"), QString());
+    press(Qt::Key_NumLock, 0x10);
+    QCOMPARE(pane("capPane"), QString());
+    QCOMPARE(pane("numPane"), u"NUM"_s);
+}
+
+QTEST_MAIN(MainWindowTest)
+#include "MainWindowTest.moc"

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "doc/AppCommands.h"
+#include "doc/DocViews.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <set>
+
+/// An application that only notes what it is asked for.
+class CTestApp : public CAppCommands
+{
+public:
+    QStringList m_lstCalls;
+    std::set<CAppOption> m_options; ///< those that are on
+    bool m_bReportServerStarts = true;
+
+    void ShowAbout() override { m_lstCalls += QStringLiteral("ShowAbout"); }
+    void SetUpPrinter() override { m_lstCalls += QStringLiteral("SetUpPrinter"); }
+    void Exit() override { m_lstCalls += QStringLiteral("Exit"); }
+    bool IsOptionOn(CAppOption option) const override { return m_options.contains(option); }
+    void ToggleOption(CAppOption option) override
+    {
+        if (m_options.erase(option) == 0) {
+            m_options.insert(option);
+        }
+    }
+    bool StartReportServer() override
+    {
+        m_lstCalls += QStringLiteral("StartReportServer");
+        return m_bReportServerStarts;
+    }
+};
+
+/// Views that only note what they are told.
+class CTestViews : public CDocViews
+{
+public:
+    QStringList m_lstResults;
+
+    QWidget* Window() override { return nullptr; }
+    void ShowResult(QString const& text) override { m_lstResults += text; }
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ui/WaitDlg.h"
+
+class QProgressBar;
+
+/// A wait window with a bar that advances one step a row:
+///
+///     CProgressDlg progress(this, tr("Loading workouts, please wait..."), count);
+///     for (...) {
+///         ...
+///         progress.Step();
+///     }
+class CProgressDlg : public CWaitDlg
+{
+    Q_OBJECT
+public:
+    /// The bar takes count rows modulo 65536; with 0 of them it stays empty.
+    CProgressDlg(QWidget* owner, QString const& sentence, int count);
+    ~CProgressDlg() override;
+
+    /// One row is done. Past its maximum the bar starts over. Costs about 0.1 us; the window is
+    /// brought up to date at most 60 times a second.
+    void Step();
+
+private:
+    QProgressBar* m_pBar = nullptr;
+    int m_nMaximum = 0;
+    int m_nPosition = 0;
+};

@@ -54,6 +54,7 @@ bool CCorvanaDoc::LoadConfiguration()
         return Fail(tr("Error: could not retrieve data from station recordset."), stations);
     }
     LoadStations(stations, count);
+    m_circuit.Load(); // a centre without lift stations has no work weights, which is no fault
     return SetDefaultClass() || Fail(tr("Error: could not set default class."), m_setCat);
 }
 

@@ -29,11 +29,14 @@ private Q_SLOTS:
 void CorvanaDocTest::loadsTheConfiguration()
 {
     CTestCentre const centre;
+    CTestCentre::Run("INSERT INTO lift_stations (name, least_lift, greatest_lift) "
+                     "VALUES ('Leg Curl', 10, 250)");
     CMessageRecorder const messages;
     CTestApp app;
     CCorvanaDoc doc(app);
     QVERIFY(doc.OnNewDocument());
     QVERIFY(messages.Texts().isEmpty());
+    QCOMPARE(doc.m_circuit.m_nNumStations, 1);
 
     // The sets are closed, and their values still there.
     QCOMPARE(doc.m_setCenter.m_strCenterName, "Riverside Fitness Center");

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 
 inline constexpr char const* kPassword = "correct horse battery";
+inline constexpr char const* kPasswordLine = "correct horse battery\n"; ///< as in its file
 
 inline constexpr char const* kSettings = R"([center]
 name = "Łódź Gym"
@@ -62,7 +63,7 @@ class CCorvanaDbTest : public testing::Test
 protected:
     void SetUp() override
     {
-        Write(m_password, std::string(kPassword) + "\n");
+        Write(m_password, kPasswordLine);
         Write(m_settings, kSettings);
     }
     void TearDown() override { CDatabaseSession::Get().ShutDown(); }

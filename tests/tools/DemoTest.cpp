@@ -17,12 +17,13 @@ protected:
         CDatabaseSession::Get().SetDataFolder(m_data);
     }
 
-    static std::int64_t Number(std::string const& sql, DataFile file = DataFile::member)
+    static std::int64_t Number(std::string_view sql, std::vector<DbValue> const& values = {},
+        DataFile file = DataFile::member)
     {
         CDbStatus status;
         CRowBlock rows;
         auto* const database = CDatabaseSession::Get().Open(file, status);
-        EXPECT_TRUE(database != nullptr && database->Query(sql, {}, rows)) << sql;
+        EXPECT_TRUE(database != nullptr && database->Query(sql, values, rows)) << sql;
         return rows.Rows() == 0 ? -1 : rows.Row(0).Cell(0).integerValue;
     }
 
@@ -52,27 +53,27 @@ TEST_F(DemoTest, RecordsFitEachOtherAndTheirLimits)
 {
     ASSERT_NO_FATAL_FAILURE(MakeDemo("1"));
     EXPECT_EQ(Number("SELECT count(*) FROM members"), 300);
-    for (auto const* const table : {"workouts", "evaluations", "body_compositions"}) {
-        std::string const name = table;
-        EXPECT_GT(Number("SELECT count(*) FROM " + name), 50) << name;
-        EXPECT_EQ(Number("SELECT count(*) FROM " + name
-                      + " AS r WHERE class_index <> 99 AND NOT "
-                        "EXISTS (SELECT 1 FROM classes WHERE member_id = r.member_id AND "
-                        "class_index = r.class_index)"),
-            0)
-            << name;
+    for (std::string_view const table : {"workouts", "evaluations", "body_compositions"}) {
+        std::string all = "SELECT count(*) FROM ";
+        all.append(table).append(" AS r");
+        EXPECT_GT(Number(all), 50) << table;
+        auto const strangers = all.append(" WHERE class_index <> 99 AND NOT EXISTS (SELECT 1 FROM "
+                                          "classes WHERE member_id = r.member_id AND class_index "
+                                          "= r.class_index)");
+        EXPECT_EQ(Number(strangers), 0) << table;
     }
     EXPECT_EQ(Number("SELECT count(*) FROM workouts JOIN enrollments USING (member_id) WHERE "
                      "check_in NOT BETWEEN enroll_date AND expire_date OR check_out <= check_in "
                      "OR circuits NOT BETWEEN 0 AND 5 OR max(station1, station12) > 999"),
         0);
     auto midnight = CEFOleDateTime::GetCurrentTime();
-    auto const now = std::to_string(midnight.Seconds());
+    auto const now = midnight.Seconds();
     midnight.Midnight();
-    auto const today = std::to_string(midnight.Seconds());
-    EXPECT_EQ(Number("SELECT count(*) FROM workouts WHERE check_in > " + now), 0);
-    EXPECT_EQ(Number("SELECT count(*) FROM evaluations WHERE eval_date > " + now
-                  + " OR weight NOT BETWEEN 1 AND 500 OR height NOT BETWEEN 1 AND 90"),
+    auto const today = midnight.Seconds();
+    EXPECT_EQ(Number("SELECT count(*) FROM workouts WHERE check_in > ?", {now}), 0);
+    EXPECT_EQ(Number("SELECT count(*) FROM evaluations WHERE eval_date > ? OR weight NOT BETWEEN 1 "
+                     "AND 500 OR height NOT BETWEEN 1 AND 90",
+                  {now}),
         0);
     EXPECT_EQ(Number("SELECT count(*) FROM body_compositions WHERE percent_fat NOT BETWEEN 2 AND "
                      "65 OR method NOT BETWEEN 0 AND 3"),
@@ -81,13 +82,14 @@ TEST_F(DemoTest, RecordsFitEachOtherAndTheirLimits)
     EXPECT_EQ(Number("SELECT count(*) FROM members WHERE length(first_name) > 12 OR "
                      "length(last_name) > 20"),
         0);
-    EXPECT_EQ(Number("SELECT count(DISTINCT (status <> 0) || (expire_date >= " + today
-                  + ")) FROM members JOIN enrollments USING (member_id)"),
+    EXPECT_EQ(Number("SELECT count(DISTINCT (status <> 0) || (expire_date >= ?)) FROM members JOIN "
+                     "enrollments USING (member_id)",
+                  {today}),
         2)
         << "current members are those who have not expired";
     EXPECT_GT(
-        Number("SELECT count(*) FROM check_ins WHERE check_in <= " + now, DataFile::checkIn), 0);
-    EXPECT_EQ(Number("SELECT count(*) FROM reports", DataFile::report), 1);
+        Number("SELECT count(*) FROM check_ins WHERE check_in <= ?", {now}, DataFile::checkIn), 0);
+    EXPECT_EQ(Number("SELECT count(*) FROM reports", {}, DataFile::report), 1);
     EXPECT_EQ(Run({"check"}).exitCode, 0);
 }
 

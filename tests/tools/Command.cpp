@@ -82,6 +82,17 @@ CCommandResult RunCommand(std::vector<std::string> const& arguments)
     return result;
 }
 
+bool HasTerminals()
+{
+    int ends[2] = {-1, -1};
+    bool const made = ::openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr) == 0;
+    if (made) {
+        ::close(ends[0]);
+        ::close(ends[1]);
+    }
+    return made;
+}
+
 CCommandResult RunAtTerminal(
     std::vector<std::string> const& arguments, std::vector<std::string> const& lines)
 {
@@ -91,6 +102,9 @@ CCommandResult RunAtTerminal(
         Execute(arguments);
     }
     CCommandResult result;
+    if (process < 0) {
+        return result;
+    }
     auto line = lines.begin();
     pollfd end = {terminal, POLLIN, 0};
     while (::poll(&end, 1, kPatience) > 0 && ReadSome(terminal, result.output)) {

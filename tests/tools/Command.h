@@ -14,6 +14,9 @@ struct CCommandResult
 /// Runs a program, looked for in the path, without a terminal of its own, and waits for its end.
 CCommandResult RunCommand(std::vector<std::string> const& arguments);
 
+/// False on a system that gives out no pseudo-terminals, such as a bare chroot.
+bool HasTerminals();
+
 /// Runs a program at a terminal and types a line whenever a question mark or colon and a blank end
 /// what it shows. The output is everything that the terminal showed.
 CCommandResult RunAtTerminal(

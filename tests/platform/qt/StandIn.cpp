@@ -91,7 +91,9 @@ void Answer(CDescriptor const& client, std::string_view text)
 /// whether it asked to quit.
 bool Serve(CDescriptor const& client, std::string const& name)
 {
-    setsockopt(client.Get(), SOL_SOCKET, SO_RCVTIMEO, &kWaitForMessage, sizeof kWaitForMessage);
+    if (!Misbehaviour("hang")) { // one that hangs does not hang up either
+        setsockopt(client.Get(), SOL_SOCKET, SO_RCVTIMEO, &kWaitForMessage, sizeof kWaitForMessage);
+    }
     std::array<char, kMaxCompanionMessage> buffer = {};
     for (;;) {
         auto const count = recv(client.Get(), buffer.data(), buffer.size(), 0);

@@ -67,7 +67,7 @@ void CDatabaseSession::ShutDown()
 
 std::string DefaultDataFolder()
 {
-    auto const chosen = Environment("CORVANA_DATA");
+    auto chosen = Environment("CORVANA_DATA");
     if (!chosen.empty()) {
         return chosen;
     }

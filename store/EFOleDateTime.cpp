@@ -79,8 +79,8 @@ CEFOleDateTime::CEFOleDateTime(int year, int month, int day, int hour, int minut
     }
     auto const date = chr::year(year) / month / day;
     if (date.ok()) {
-        m_nSeconds
-            = (chr::sys_days(date) - kEpoch).count() * kDay + hour * 3600 + minute * 60 + second;
+        m_nSeconds = (chr::sys_days(date) - kEpoch).count() * kDay + std::int64_t(hour) * 3600
+            + std::int64_t(minute) * 60 + second;
     }
 }
 

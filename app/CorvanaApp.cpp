@@ -132,6 +132,7 @@ bool CCorvanaApp::SavePicture(QString const& file)
     while (!m_frame->windowHandle()->isExposed() && !limit.hasExpired()) {
         processEvents(QEventLoop::AllEvents, 10);
     }
+    processEvents(); // the tree loads after its first paint if the user wants it
     return m_frame->grab().save(file, "PNG");
 }
 

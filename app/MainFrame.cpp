@@ -48,7 +48,15 @@ void CMainFrame::MakePanes()
 
     auto* const splitter = new QSplitter;
     splitter->setObjectName(u"splitter"_s);
-    splitter->addWidget(new CMainViewTree);
+    m_pTree = new CMainViewTree(m_doc);
+    connect(m_pTree, &CMainViewTree::EditAsked, this,
+        [this](CNodeTarget const& target) { EditTarget(m_doc, target); });
+    connect(m_pTree, &CMainViewTree::DeleteAsked, this,
+        [this](CNodeTarget const& target) { DeleteTarget(m_doc, target); });
+    if (m_app.IsOptionOn(CAppOption::loadMembers)) {
+        m_pTree->LoadWhenShown();
+    }
+    splitter->addWidget(m_pTree);
     splitter->addWidget(scrollArea);
     splitter->setChildrenCollapsible(false);
     splitter->setStretchFactor(0, 0); // the tree keeps its width when the window grows
@@ -125,6 +133,26 @@ QAction* CMainFrame::MakeAction(CCommand const& command)
 void CMainFrame::ShowResult(QString const& text)
 {
     statusBar()->showMessage(text);
+}
+
+void CMainFrame::ResetTree()
+{
+    m_pTree->ResetTree();
+}
+
+bool CMainFrame::AddMemberNode(std::int32_t memberID)
+{
+    return m_pTree->AddMemberNode(memberID);
+}
+
+bool CMainFrame::RemoveMemberNode(std::int32_t memberID)
+{
+    return m_pTree->RemoveMemberNode(memberID);
+}
+
+bool CMainFrame::RefreshMemberNode(std::int32_t memberID, CTreeNode kind, std::int32_t previousID)
+{
+    return m_pTree->RefreshMemberNode(memberID, kind, previousID);
 }
 
 bool CMainFrame::eventFilter(QObject* object, QEvent* event)

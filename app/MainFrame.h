@@ -9,6 +9,7 @@
 #include <map>
 
 class CCorvanaDoc;
+class CMainViewTree;
 class QLabel;
 class QMenu;
 class QSplitter;
@@ -23,6 +24,10 @@ public:
 
     QWidget* Window() override { return this; }
     void ShowResult(QString const& text) override;
+    void ResetTree() override;
+    bool AddMemberNode(std::int32_t memberID) override;
+    bool RemoveMemberNode(std::int32_t memberID) override;
+    bool RefreshMemberNode(std::int32_t memberID, CTreeNode kind, std::int32_t previousID) override;
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -40,6 +45,7 @@ private:
 
     CCorvanaDoc& m_doc;
     CAppCommands& m_app;
+    CMainViewTree* m_pTree = nullptr;
     QLabel* m_pCapPane = nullptr;
     QLabel* m_pNumPane = nullptr;
 };

@@ -79,11 +79,18 @@ public:
     // adds. True when something was stored.
 
     bool AddEditWorkout(CDAOWk* set);
+    /// By the check-in as the member tree shows it; false also when there is no such workout.
+    bool EditWorkoutAt(std::int32_t memberID, QString const& checkIn);
+    bool DeleteWorkoutAt(std::int32_t memberID, QString const& checkIn);
     void ShowMemberWorkouts();
     void FindWorkouts();
     bool AddEditEvaluation(CDAOEval* set);
+    bool EditEvaluationAt(std::int32_t memberID, QString const& date);
+    bool DeleteEvaluationAt(std::int32_t memberID, QString const& date);
     void ShowMemberEvaluations();
     bool AddEditBodyComp(CDAOBodyComp* set);
+    bool EditBodyCompAt(std::int32_t memberID, QString const& date);
+    bool DeleteBodyCompAt(std::int32_t memberID, QString const& date);
     void ShowMemberBodyComps();
 
     // Whole tables

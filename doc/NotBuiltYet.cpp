@@ -37,6 +37,18 @@ bool CCorvanaDoc::AddEditWorkout(CDAOWk*)
     return false;
 }
 
+bool CCorvanaDoc::EditWorkoutAt(std::int32_t, QString const&)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
+bool CCorvanaDoc::DeleteWorkoutAt(std::int32_t, QString const&)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
 void CCorvanaDoc::ShowMemberWorkouts()
 {
     TellNotBuiltYet();
@@ -53,12 +65,36 @@ bool CCorvanaDoc::AddEditEvaluation(CDAOEval*)
     return false;
 }
 
+bool CCorvanaDoc::EditEvaluationAt(std::int32_t, QString const&)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
+bool CCorvanaDoc::DeleteEvaluationAt(std::int32_t, QString const&)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
 void CCorvanaDoc::ShowMemberEvaluations()
 {
     TellNotBuiltYet();
 }
 
 bool CCorvanaDoc::AddEditBodyComp(CDAOBodyComp*)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
+bool CCorvanaDoc::EditBodyCompAt(std::int32_t, QString const&)
+{
+    TellNotBuiltYet();
+    return false;
+}
+
+bool CCorvanaDoc::DeleteBodyCompAt(std::int32_t, QString const&)
 {
     TellNotBuiltYet();
     return false;

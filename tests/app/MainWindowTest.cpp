@@ -15,6 +15,7 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTest>
+#include <QTreeView>
 
 #include <array>
 
@@ -40,6 +41,8 @@ private Q_SLOTS:
     void bannerIsReadOut();
     void withoutANameThereIsNoBanner();
     void treeKeepsItsWidth();
+    void treeAsksTheDocument();
+    void treeLoadsAtStartIfWanted();
     void nothingIsOutOfReach();
     void showsLockKeys();
 
@@ -321,6 +324,41 @@ void MainWindowTest::treeKeepsItsWidth()
     QTRY_COMPARE(splitter->width(), 1200);
     QCOMPARE(splitter->sizes()[0], 233);
     QTRY_COMPARE(Button("quickStatsButton").geometry().center().x() / 4, View().width() / 2 / 4);
+}
+
+void MainWindowTest::treeAsksTheDocument()
+{
+    CTestCentre::Run("INSERT INTO members (member_id, workout_number, first_name, middle_initial,"
+                     " last_name, status) VALUES (5, 5, 'Ann', 'B', 'Archer', 1)",
+        DataFile::member);
+    Show();
+    auto& tree = *m_frame->findChild<QTreeView*>(u"memberTree"_s);
+    CDocViews& views = *m_frame;
+    auto const root = tree.model()->index(0, 0);
+    QVERIFY(!tree.isExpanded(root));
+    tree.expand(root);
+    QCOMPARE(tree.model()->rowCount(root), 1);
+    auto const member = tree.model()->index(0, 0, root);
+    tree.expand(member);
+    tree.setCurrentIndex(tree.model()->index(2, 0, member));
+    QTest::keyClick(&tree, Qt::Key_Return);
+    QTest::keyClick(&tree, Qt::Key_Delete);
+    QCOMPARE(m_messages->Texts(), (QStringList{kNotYet, kNotYet}));
+
+    QVERIFY(views.RefreshMemberNode(5, kWorkoutsNode, 0));
+    QVERIFY(views.AddMemberNode(5) && !views.AddMemberNode(6));
+    QVERIFY(views.RemoveMemberNode(5));
+    views.ResetTree();
+    QVERIFY(!tree.isExpanded(root));
+}
+
+void MainWindowTest::treeLoadsAtStartIfWanted()
+{
+    m_app->m_options = {CAppOption::loadMembers};
+    m_frame = std::make_unique<CMainFrame>(*m_doc, *m_app);
+    auto& tree = *m_frame->findChild<QTreeView*>(u"memberTree"_s);
+    Show();
+    QTRY_VERIFY(tree.isExpanded(tree.model()->index(0, 0)));
 }
 
 void MainWindowTest::nothingIsOutOfReach()

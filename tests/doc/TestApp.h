@@ -38,7 +38,26 @@ class CTestViews : public CDocViews
 {
 public:
     QStringList m_lstResults;
+    QStringList m_lstTreeCalls; ///< "Refresh 12 -9 0"
 
     QWidget* Window() override { return nullptr; }
     void ShowResult(QString const& text) override { m_lstResults += text; }
+
+    void ResetTree() override { m_lstTreeCalls += QStringLiteral("Reset"); }
+    bool AddMemberNode(std::int32_t memberID) override
+    {
+        m_lstTreeCalls += QStringLiteral("Add %1").arg(memberID);
+        return true;
+    }
+    bool RemoveMemberNode(std::int32_t memberID) override
+    {
+        m_lstTreeCalls += QStringLiteral("Remove %1").arg(memberID);
+        return true;
+    }
+    bool RefreshMemberNode(std::int32_t memberID, CTreeNode kind, std::int32_t previousID) override
+    {
+        m_lstTreeCalls
+            += QStringLiteral("Refresh %1 %2 %3").arg(memberID).arg(kind).arg(previousID);
+        return true;
+    }
 };

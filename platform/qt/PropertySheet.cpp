@@ -1,0 +1,106 @@
+#include "platform/qt/PropertySheet.h"
+
+#include <QDialogButtonBox>
+#include <QScreen>
+#include <QScrollArea>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// As large as the page in it, as far as the screen allows.
+class CPageScroller : public QScrollArea
+{
+public:
+    explicit CPageScroller(CPropertyPage* page)
+    {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        setWidget(page);
+        viewport()->setAutoFillBackground(false);
+        page->setAutoFillBackground(false);
+    }
+
+    QSize sizeHint() const override
+    {
+        auto const room = screen()->availableSize() * 4 / 5; // tabs, buttons and frame want some
+        return widget()->sizeHint().boundedTo(room);
+    }
+};
+
+} // namespace
+
+CPropertySheet::CPropertySheet(QString const& caption, QWidget* parent)
+    : CDialog(parent)
+    , m_pTabs(new QTabWidget)
+    , m_pButtons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel))
+{
+    setWindowTitle(caption);
+    m_pTabs->setObjectName(u"tabs"_s);
+    m_pButtons->setObjectName(u"buttonBox"_s);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(m_pTabs);
+    connect(m_pTabs, &QTabWidget::currentChanged, this, &CPropertySheet::ChangeTo);
+}
+
+void CPropertySheet::AddPage(CPropertyPage* page, QString const& title)
+{
+    QSignalBlocker const block(m_pTabs); // the first page comes to the front, but is not open yet
+    m_pTabs->addTab(new CPageScroller(page), title);
+    // Whatever enters the window last is the last one that Tab comes to.
+    m_pButtons->setParent(nullptr);
+    layout()->addWidget(m_pButtons);
+}
+
+void CPropertySheet::ShowFields()
+{
+    Open(m_nCurrent);
+}
+
+bool CPropertySheet::TakeFields()
+{
+    if (Page(m_nCurrent)->TakeFields()) {
+        return true;
+    }
+    if (auto* const field = focusWidget(); field != nullptr) {
+        Scroller(m_nCurrent)->ensureWidgetVisible(field);
+    }
+    return false;
+}
+
+/// The tabs have gone to another page already. They go back first, so that what the old one
+/// objects to is said while the user sees it.
+void CPropertySheet::ChangeTo(int index)
+{
+    QSignalBlocker const block(m_pTabs);
+    m_pTabs->setCurrentIndex(m_nCurrent);
+    if (index != m_nCurrent && TakeFields()) {
+        Open(index);
+        m_nCurrent = index;
+        m_pTabs->setCurrentIndex(index);
+    }
+}
+
+void CPropertySheet::Open(int index)
+{
+    auto* const page = Page(index);
+    if (!page->m_bOpened) {
+        page->m_bOpened = true;
+        page->ShowFields();
+    }
+}
+
+QScrollArea* CPropertySheet::Scroller(int index) const
+{
+    return static_cast<QScrollArea*>(m_pTabs->widget(index));
+}
+
+CPropertyPage* CPropertySheet::Page(int index) const
+{
+    return static_cast<CPropertyPage*>(Scroller(index)->widget());
+}

@@ -1,0 +1,342 @@
+#include "ui/FieldExchange.h"
+
+#include "platform/qt/DateField.h"
+#include "platform/qt/DropDown.h"
+#include "platform/qt/OneLineList.h"
+#include "platform/qt/SpinField.h"
+#include "tests/ui/DialogUser.h"
+#include "tests/ui/FileRecorder.h"
+#include "tests/ui/MessageRecorder.h"
+
+#include <QAbstractItemView>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+class FieldExchangeTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void numbersAreChecked_data();
+    void numbersAreChecked();
+    void realNumbersAreChecked();
+    void digitsOnlyTakesNoOtherKeys();
+    void untouchedTextsStayAsTheyWere();
+    void textsEndAtTheirLimit();
+    void untouchedDatesStayAsTheyWere();
+    void datesAreTyped();
+    void optionalDatesNeedTheirCheck();
+    void spinButtonsStopAtTheEnds();
+    void dropDownsTellWhenTheyClose();
+    void oneLineListShowsItsChoice();
+    void beginningsAreFound();
+    void theWheelChangesNothingInPassing();
+    void filesAreAskedForInOnePlace();
+};
+
+void FieldExchangeTest::numbersAreChecked_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<int>("value");
+    auto const none = u"Enter an integer."_s;
+    auto const range = u"Enter an integer between 1 and 999999999."_s;
+    QTest::newRow("least") << u"1"_s << QString() << 1;
+    QTest::newRow("greatest") << u"999999999"_s << QString() << 999999999;
+    QTest::newRow("zeros before") << u"0000000000012"_s << QString() << 12;
+    QTest::newRow("blanks around") << u" 12 "_s << QString() << 12;
+    QTest::newRow("0") << u"0"_s << range << 5;
+    QTest::newRow("above") << u"1000000000"_s << range << 5;
+    QTest::newRow("beyond 64 bits") << u"99999999999999999999999"_s << range << 5;
+    QTest::newRow("negative") << u"-3"_s << range << 5;
+    QTest::newRow("empty") << u""_s << none << 5;
+    QTest::newRow("minus alone") << u"-"_s << none << 5;
+    QTest::newRow("letters") << u"12a"_s << none << 5;
+    QTest::newRow("fraction") << u"1.5"_s << none << 5;
+    QTest::newRow("other digits") << u"\u0663"_s << none << 5;
+}
+
+void FieldExchangeTest::numbersAreChecked()
+{
+    QFETCH(QString const, text);
+    QFETCH(QString const, message);
+    QFETCH(int const, value);
+    CMessageRecorder const messages;
+    QWidget window;
+    QLineEdit field(&window);
+    QLineEdit other(&window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    other.setFocus();
+    field.setText(text);
+    std::int32_t number = 5;
+    QCOMPARE(TakeNumber(field, {1, 999999999}, number), message.isEmpty());
+    QCOMPARE(number, value);
+    QCOMPARE(messages.Texts(), message.isEmpty() ? QStringList() : QStringList{message});
+    if (!message.isEmpty()) {
+        QVERIFY(!messages.Messages().constFirst().m_bQuestion);
+        QVERIFY(messages.Messages().constFirst().m_icon == CMessageIcon::none);
+        QVERIFY(field.hasFocus());
+        QCOMPARE(field.selectedText(), text);
+    }
+}
+
+void FieldExchangeTest::realNumbersAreChecked()
+{
+    CMessageRecorder const messages;
+    QLineEdit field;
+    double number = -1.0;
+    for (auto const& [text, value] :
+        {std::pair(u"0"_s, 0.0), {u".5"_s, 0.5}, {u"99.75"_s, 99.75}}) {
+        field.setText(text);
+        QVERIFY(TakeNumber(field, {0.0, 99.75}, number));
+        QCOMPARE(number, value);
+    }
+    for (auto const* const text : {"", ".", "1,5", "1e3", "nan", "inf", "0x10"}) {
+        field.setText(QLatin1StringView(text));
+        QVERIFY(!TakeNumber(field, {0.0, 99.75}, number));
+        QCOMPARE(messages.Texts().constLast(), u"Enter a number."_s);
+    }
+    field.setText(u"99.76"_s);
+    QVERIFY(!TakeNumber(field, {0.0, 99.75}, number));
+    QCOMPARE(messages.Texts().constLast(), u"Enter a number between 0 and 99.75."_s);
+    QCOMPARE(number, 99.75);
+}
+
+void FieldExchangeTest::digitsOnlyTakesNoOtherKeys()
+{
+    QLineEdit field;
+    TakeDigitsOnly(field);
+    QTest::keyClicks(&field, u"-1a2.3 4"_s);
+    QCOMPARE(field.text(), u"1234"_s);
+    CSpinField spin;
+    spin.SetValue(7);
+    spin.Edit()->setCursorPosition(1);
+    QTest::keyClicks(&spin, u"-x50"_s);
+    QCOMPARE(spin.text(), u"750"_s); // out of range, and kept for the check to see
+    QTest::keyClick(&spin, Qt::Key_Tab);
+    QCOMPARE(spin.text(), u"750"_s);
+}
+
+void FieldExchangeTest::untouchedTextsStayAsTheyWere()
+{
+    std::string const tooLong(40, 'x');
+    auto const hostile = std::string("a\nb\0c\xff", 6);
+    QLineEdit field;
+    LimitText(field, 12);
+    for (auto const& stored : {tooLong, hostile}) {
+        ShowText(field, stored);
+        QCOMPARE(TakeText(field, stored), stored);
+    }
+    Type(field, u"Ann"_s);
+    QCOMPARE(TakeText(field, tooLong), std::string("Ann"));
+
+    QPlainTextEdit memo;
+    LimitText(memo, 12);
+    for (auto const& stored : {tooLong, hostile}) {
+        ShowText(memo, stored);
+        QCOMPARE(TakeText(memo, stored), stored);
+    }
+    Type(memo, u"Hi"_s);
+    QCOMPARE(TakeText(memo, tooLong), std::string("Hi"));
+}
+
+void FieldExchangeTest::textsEndAtTheirLimit()
+{
+    QLineEdit field;
+    LimitText(field, 12);
+    QTest::keyClicks(&field, u"Bartholomew-J"_s);
+    QCOMPARE(field.text(), u"Bartholomew-"_s);
+
+    QPlainTextEdit memo;
+    LimitText(memo, 10);
+    QTest::keyClicks(&memo, u"0123456789ab"_s);
+    QCOMPARE(memo.toPlainText(), u"0123456789"_s);
+    memo.moveCursor(QTextCursor::Start);
+    memo.insertPlainText(u"xyz"_s);
+    QCOMPARE(memo.toPlainText(), u"0123456789"_s);
+}
+
+void FieldExchangeTest::untouchedDatesStayAsTheyWere()
+{
+    CDateField field;
+    for (auto const& stored : {CEFOleDateTime(2026, 11, 24, 18, 5, 9), CEFOleDateTime(),
+             CEFOleDateTime::Invalid(), CEFOleDateTime(100, 1, 1), CEFOleDateTime(9999, 12, 31)}) {
+        ShowDate(field, stored);
+        QCOMPARE(field.text().trimmed(),
+            stored.ChkStatus() ? QString::fromStdString(stored.DateStrLongYear()) : QString());
+        QVERIFY(TakeDate(field, stored) == stored);
+    }
+    field.SetDate(QDate(2000, 2, 29));
+    QVERIFY(TakeDate(field, CEFOleDateTime::Invalid()) == CEFOleDateTime(2000, 2, 29));
+}
+
+void FieldExchangeTest::datesAreTyped()
+{
+    CMessageRecorder const messages;
+    CDateField field;
+    field.SetDate(QDate(2026, 11, 24));
+    field.show();
+    QVERIFY(QTest::qWaitForWindowActive(&field));
+    Refuse(&field, u"no"_s); // selects it such that typing replaces the date
+    QTest::keyClicks(&field, u"02031999"_s);
+    QCOMPARE(field.Date(), QDate(1999, 2, 3));
+}
+
+void FieldExchangeTest::optionalDatesNeedTheirCheck()
+{
+    COptionalDateField field;
+    field.SetDate(std::nullopt);
+    QVERIFY(!field.Date());
+    Child<QCheckBox>(field, "check").click();
+    Child<CDateField>(field, "field").SetDate(QDate(2026, 1, 2));
+    QVERIFY(field.Date() == QDate(2026, 1, 2));
+    field.SetDate(QDate(2025, 1, 2));
+    QVERIFY(Child<CDateField>(field, "field").isEnabled());
+    QVERIFY(field.Date() == QDate(2025, 1, 2));
+}
+
+void FieldExchangeTest::spinButtonsStopAtTheEnds()
+{
+    CSpinField field;
+    field.SetRange(0, 99);
+    field.SetValue(98);
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(&field, Qt::Key_Up);
+    }
+    QCOMPARE(field.text(), u"99"_s);
+    field.SetValue(1);
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(&field, Qt::Key_Down);
+    }
+    QCOMPARE(field.text(), u"0"_s);
+    field.SetValue(150);
+    QTest::keyClick(&field, Qt::Key_Down);
+    QCOMPARE(field.text(), u"99"_s);
+    field.clear();
+    QTest::keyClick(&field, Qt::Key_Up);
+    QCOMPARE(field.text(), u"0"_s);
+}
+
+void FieldExchangeTest::dropDownsTellWhenTheyClose()
+{
+    CDropDown list;
+    list.addItems({u"A"_s, u"B"_s, u"C"_s});
+    list.show();
+    QVERIFY(QTest::qWaitForWindowActive(&list));
+    QSignalSpy const closed(&list, &CDropDown::Closed);
+    QStringList seen;
+    connect(&list, &CDropDown::Closed, &list, [&] { seen += list.currentText(); });
+
+    list.showPopup();
+    QTest::keyClick(list.view(), Qt::Key_Down);
+    QTest::keyClick(list.view(), Qt::Key_Down);
+    QCOMPARE(closed.size(), 0);
+    QTest::keyClick(list.view(), Qt::Key_Return);
+    QTRY_COMPARE(closed.size(), 1);
+    list.showPopup();
+    QTest::keyClick(list.view(), Qt::Key_Escape);
+    QTRY_COMPARE(closed.size(), 2);
+    QTest::keyClick(&list, Qt::Key_Up); // chosen while closed
+    QCOMPARE(closed.size(), 3);
+    QCOMPARE(seen, (QStringList{u"C"_s, u"C"_s, u"B"_s}));
+    list.setCurrentIndex(2);
+    QCoreApplication::processEvents();
+    QCOMPARE(closed.size(), 3);
+}
+
+void FieldExchangeTest::oneLineListShowsItsChoice()
+{
+    COneLineList list;
+    list.addItems({u"AK"_s, u"AL"_s, u"IL"_s});
+    list.show();
+    QVERIFY(QTest::qWaitForWindowActive(&list));
+    QCOMPARE(list.SelectedText(), QString());
+    QTest::keyClicks(&list, u"i"_s);
+    QCOMPARE(list.SelectedText(), u"IL"_s);
+    QVERIFY(list.viewport()->rect().contains(list.visualItemRect(list.currentItem()).center()));
+    QTest::keyClick(&list, Qt::Key_Up);
+    QCOMPARE(list.SelectedText(), u"AL"_s);
+    list.verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    QCOMPARE(list.SelectedText(), u"IL"_s);
+    QTest::keyClick(&list, Qt::Key_Delete);
+    QCOMPARE(list.SelectedText(), QString());
+}
+
+void FieldExchangeTest::beginningsAreFound()
+{
+    QComboBox list;
+    list.addItems({u"Wellness"_s, u"wells"_s, u"PE 101"_s});
+    QVERIFY(SelectBeginning(list, u"WELLS"_s));
+    QCOMPARE(list.currentIndex(), 1);
+    QVERIFY(SelectBeginning(list, u"well"_s));
+    QCOMPARE(list.currentIndex(), 0);
+    QVERIFY(!SelectBeginning(list, u"PE 1012"_s));
+    QCOMPARE(list.currentIndex(), -1);
+    QVERIFY(!SelectBeginning(list, u""_s));
+}
+
+void FieldExchangeTest::theWheelChangesNothingInPassing()
+{
+    QWidget window;
+    auto* const layout = new QVBoxLayout(&window);
+    auto* const first = new QLineEdit;
+    auto* const list = new CDropDown;
+    auto* const spin = new CSpinField;
+    auto* const date = new CDateField;
+    auto* const state = new COneLineList;
+    for (QWidget* const widget : std::initializer_list<QWidget*>{first, list, spin, date, state}) {
+        layout->addWidget(widget);
+    }
+    list->addItems({u"A"_s, u"B"_s});
+    state->addItems({u"AK"_s, u"AL"_s});
+    state->Select(0);
+    spin->SetValue(5);
+    date->SetDate(QDate(2026, 11, 24));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    auto const turn = [](QWidget& widget) {
+        auto const centre = QPointF(widget.rect().center());
+        QWheelEvent event(
+            centre, widget.mapToGlobal(centre), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&widget, &event);
+    };
+    first->setFocus();
+    for (QWidget* const widget :
+        std::initializer_list<QWidget*>{list, spin, date, state->viewport()}) {
+        turn(*widget);
+    }
+    QCOMPARE(list->currentText(), u"A"_s);
+    QCOMPARE(spin->text(), u"5"_s);
+    QCOMPARE(date->Date(), QDate(2026, 11, 24));
+    QCOMPARE(state->SelectedText(), u"AK"_s);
+    spin->setFocus();
+    turn(*spin);
+    QCOMPARE(spin->text(), u"4"_s);
+}
+
+void FieldExchangeTest::filesAreAskedForInOnePlace()
+{
+    CFileQuestion const question{u"Restore"_s, u"/no/such"_s, u"Data Files (*.dat)"_s, false};
+    {
+        CFileRecorder recorder;
+        recorder.AnswerNext({u"/a.dat"_s});
+        QCOMPARE(AskForFile(nullptr, question), u"/a.dat"_s);
+        QCOMPARE(AskForFile(nullptr, question), QString());
+        QCOMPARE(recorder.Questions().constFirst().m_strTitle, u"Restore"_s);
+    }
+    CDialogUser const user({[](QDialog& dialog) {
+        QCOMPARE(dialog.windowTitle(), u"Restore"_s);
+        QVERIFY(qobject_cast<QFileDialog*>(&dialog) != nullptr);
+        dialog.reject();
+    }});
+    QCOMPARE(AskForFile(nullptr, question), QString());
+    QCOMPARE(user.Faults(), QStringList());
+}
+
+QTEST_MAIN(FieldExchangeTest)
+#include "FieldExchangeTest.moc"

@@ -1,0 +1,176 @@
+#include "ui/FieldExchange.h"
+
+#include "platform/qt/DateField.h"
+#include "platform/qt/OneLineList.h"
+#include "platform/qt/SpinField.h"
+#include "ui/Convert.h"
+#include "ui/Messages.h"
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QRegularExpressionValidator>
+#include <QTextDocument>
+
+#include <charconv>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+QString Tr(char const* text)
+{
+    return QCoreApplication::translate("FieldExchange", text);
+}
+
+/// The whole text as a number, blanks around it aside; false when it is none or too large for one.
+template <typename T>
+bool Parse(QString const& text, T& value)
+{
+    auto const bytes = text.trimmed().toStdString();
+    auto const* const end = bytes.data() + bytes.size();
+    auto const [stop, error] = std::from_chars(bytes.data(), end, value);
+    return error == std::errc() && stop == end;
+}
+
+bool IsWhole(QString const& text)
+{
+    static QRegularExpression const whole(u"^\\s*-?[0-9]+\\s*$"_s);
+    return whole.match(text).hasMatch();
+}
+
+bool TakeWhole(QWidget& field, QString const& text, CRange<std::int32_t> range, std::int32_t& value)
+{
+    if (!IsWhole(text)) {
+        return Refuse(&field, Tr("Enter an integer."));
+    }
+    std::int32_t number = 0;
+    if (!Parse(text, number) || number < range.least || number > range.greatest) {
+        return Refuse(
+            &field, Tr("Enter an integer between %1 and %2.").arg(range.least).arg(range.greatest));
+    }
+    value = number;
+    return true;
+}
+
+/// The place of the first text that begins so, of the count that textAt gives; -1 for none.
+template <typename TextAt>
+int FindBeginning(int count, QString const& text, TextAt const& textAt)
+{
+    for (int i = 0; i < count && !text.isEmpty(); ++i) {
+        if (textAt(i).startsWith(text, Qt::CaseInsensitive)) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+} // namespace
+
+void LimitText(QLineEdit& field, int characters)
+{
+    field.setMaxLength(characters);
+}
+
+void LimitText(QPlainTextEdit& field, int characters)
+{
+    QObject::connect(&field, &QPlainTextEdit::textChanged, &field, [&field, characters] {
+        auto const excess = static_cast<int>(field.toPlainText().size()) - characters;
+        if (excess > 0 && field.document()->isModified()) {
+            // What goes is the end of what was just typed or pasted, as in a line edit.
+            auto cursor = field.textCursor();
+            cursor.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor, excess);
+            cursor.removeSelectedText();
+        }
+    });
+}
+
+void TakeDigitsOnly(QLineEdit& field)
+{
+    static QRegularExpression const digits(u"[0-9]*"_s);
+    field.setValidator(new QRegularExpressionValidator(digits, &field));
+}
+
+void ShowText(QLineEdit& field, std::string const& value)
+{
+    field.setText(ToQt(value));
+    field.setCursorPosition(0); // a long text shows its beginning
+}
+
+void ShowText(QPlainTextEdit& field, std::string const& value)
+{
+    field.setPlainText(ToQt(value));
+    field.document()->setModified(false);
+}
+
+std::string TakeText(QLineEdit const& field, std::string const& shown)
+{
+    return field.isModified() ? FromQt(field.text()) : shown;
+}
+
+std::string TakeText(QPlainTextEdit const& field, std::string const& shown)
+{
+    return field.document()->isModified() ? FromQt(field.toPlainText()) : shown;
+}
+
+bool TakeNumber(QLineEdit& field, CRange<std::int32_t> range, std::int32_t& value)
+{
+    return TakeWhole(field, field.text(), range, value);
+}
+
+bool TakeNumber(CSpinField& field, CRange<std::int32_t> range, std::int32_t& value)
+{
+    return TakeWhole(field, field.text(), range, value);
+}
+
+bool TakeNumber(QLineEdit& field, CRange<double> range, double& value)
+{
+    static QRegularExpression const real(u"^\\s*-?([0-9]+\\.?[0-9]*|\\.[0-9]+)\\s*$"_s);
+    if (!real.match(field.text()).hasMatch()) {
+        return Refuse(&field, Tr("Enter a number."));
+    }
+    double number = 0.0;
+    if (!Parse(field.text(), number) || number < range.least || number > range.greatest) {
+        return Refuse(
+            &field, Tr("Enter a number between %1 and %2.").arg(range.least).arg(range.greatest));
+    }
+    value = number;
+    return true;
+}
+
+void ShowDate(CDateField& field, CEFOleDateTime const& value)
+{
+    field.SetDate(ToQt(value).date());
+}
+
+CEFOleDateTime TakeDate(CDateField const& field, CEFOleDateTime const& shown)
+{
+    auto const date = field.Date();
+    if (date == ToQt(shown).date()) {
+        return shown;
+    }
+    return date.isValid() ? CEFOleDateTime(date.year(), date.month(), date.day())
+                          : CEFOleDateTime::Invalid();
+}
+
+void ShowPair(QRadioButton& whenTrue, QRadioButton& whenFalse, bool value)
+{
+    (value ? whenTrue : whenFalse).setChecked(true);
+}
+
+bool SelectBeginning(QComboBox& list, QString const& text)
+{
+    list.setCurrentIndex(
+        FindBeginning(list.count(), text, [&](int i) { return list.itemText(i); }));
+    return list.currentIndex() >= 0;
+}
+
+bool SelectBeginning(COneLineList& list, QString const& text)
+{
+    int const row = FindBeginning(list.count(), text, [&](int i) { return list.item(i)->text(); });
+    list.Select(row);
+    return row >= 0;
+}

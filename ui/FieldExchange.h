@@ -1,0 +1,62 @@
+#pragma once
+
+#include "store/EFOleDateTime.h"
+
+#include <cstdint>
+#include <string>
+
+class CDateField;
+class COneLineList;
+class CSpinField;
+class QComboBox;
+class QLineEdit;
+class QPlainTextEdit;
+class QRadioButton;
+class QString;
+class QWidget;
+
+// The exchange between fields and what they edit. The Take functions without a bool never object.
+// Those that are given what a field was filled with return exactly that as long as the user has
+// not touched the field: what another program stored and the field cannot show, such as a text
+// that is too long for it, is not written back changed.
+
+// Texts
+
+/// The field takes no more than that many characters.
+void LimitText(QLineEdit& field, int characters);
+void LimitText(QPlainTextEdit& field, int characters);
+/// The field takes no keys but digits.
+void TakeDigitsOnly(QLineEdit& field);
+void ShowText(QLineEdit& field, std::string const& value);
+void ShowText(QPlainTextEdit& field, std::string const& value);
+std::string TakeText(QLineEdit const& field, std::string const& shown);
+std::string TakeText(QPlainTextEdit const& field, std::string const& shown);
+
+// Numbers. A text that is no number, or one out of range, is refused with the standard message:
+// false, and the field has the focus with its text selected.
+
+template <typename T>
+struct CRange
+{
+    T least;
+    T greatest;
+};
+
+bool TakeNumber(QLineEdit& field, CRange<std::int32_t> range, std::int32_t& value);
+bool TakeNumber(CSpinField& field, CRange<std::int32_t> range, std::int32_t& value);
+/// With "." as the decimal point, whatever the locale.
+bool TakeNumber(QLineEdit& field, CRange<double> range, double& value);
+
+// Dates: the day alone can be edited. A time of day that was shown stays with an untouched day.
+
+void ShowDate(CDateField& field, CEFOleDateTime const& value);
+CEFOleDateTime TakeDate(CDateField const& field, CEFOleDateTime const& shown);
+
+// Choices
+
+/// Checks the first button of the pair for true, the second one for false.
+void ShowPair(QRadioButton& whenTrue, QRadioButton& whenFalse, bool value);
+/// Selects the first entry that begins with the text, ignoring case; none when there is none or
+/// the text is empty. Returns whether one was found.
+bool SelectBeginning(QComboBox& list, QString const& text);
+bool SelectBeginning(COneLineList& list, QString const& text);

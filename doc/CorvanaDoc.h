@@ -31,8 +31,10 @@
 #include <vector>
 
 class CAppCommands;
+struct CClassLists;
 class CDAOStn;
 class CDocViews;
+class QComboBox;
 class QWidget;
 
 /// The kinds of record that are copied, restored and deleted as a whole.
@@ -93,6 +95,27 @@ public:
     bool DeleteBodyCompAt(std::int32_t memberID, QString const& date);
     void ShowMemberBodyComps();
 
+    // Class pickers. Which list narrows which is stated with CClassLists.
+
+    /// Fills the lists for a fresh choice: all categories, with an empty entry that is selected;
+    /// course and section are hidden.
+    void FillCategoryList(CClassLists const& lists);
+    /// Fills the courses of the selected category and the sections of its first course.
+    void FillCourseList(CClassLists const& lists);
+    /// Fills the sections of the selected course.
+    void FillSectionList(CClassLists const& lists);
+    /// Fills all three and selects a stored class, also one that the catalogue does not have.
+    void FillClassLists(CClassLists const& lists, std::string const& category,
+        std::string const& course, std::string const& section);
+    /// Fills a list with the member's classes, each with its class index as data, and before them,
+    /// if wanted, the entries of index 99 and of index 101. Selects the given index.
+    void FillMemberClassList(std::int32_t memberID, std::uint8_t classIndex, QComboBox& list,
+        bool withUnknown, bool withAll);
+    /// Deletes a class of a member at once, after asking, with its records or without them; true
+    /// when it was deleted.
+    bool DeleteMemberClass(std::int32_t memberID, std::uint8_t classIndex,
+        std::string const& category, std::string const& course, std::string const& section);
+
     // Whole tables
 
     void BackUpAll(CRecordKind kind);
@@ -107,6 +130,8 @@ public:
     /// the job was added; the user is told when it could not be.
     bool QueueReport(int type);
     void ShowQuickStats();
+    /// Asks for the password until it is right or the user gives up; true when it was right.
+    bool VerifyPassword();
     /// Starts the report server and tells the user whether one runs.
     void StartReportServer();
 

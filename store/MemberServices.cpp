@@ -67,9 +67,8 @@ struct StoredClass
 
 CClassSlot SlotOf(CDAOCls const& row)
 {
-    return {row.m_Category, row.m_Course, row.m_Section,
-        static_cast<CDAODef::gradestat>(row.m_GradeStat), row.m_Orient != 0, row.m_ReEval,
-        row.m_Other, row.m_ClassIndex};
+    return {row.m_Category, row.m_Course, row.m_Section, row.m_GradeStat, row.m_Orient != 0,
+        row.m_ReEval, row.m_Other, row.m_ClassIndex};
 }
 
 std::vector<StoredClass> ReadClasses(std::int32_t memberID, bool& read)
@@ -174,7 +173,7 @@ void AddClassRow(CMemberChange& change, std::int32_t memberID, CClassSlot const&
     row.m_Category = slot.category;
     row.m_Course = slot.course;
     row.m_Section = slot.section;
-    row.m_GradeStat = static_cast<std::uint8_t>(slot.gradeStat);
+    row.m_GradeStat = slot.gradeStat;
     row.m_Orient = slot.orientBonus ? 1 : 0;
     row.m_ReEval = static_cast<std::int16_t>(slot.reEvalBonuses);
     row.m_Other = static_cast<std::int16_t>(slot.otherBonuses);

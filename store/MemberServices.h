@@ -21,7 +21,7 @@ struct CClassSlot
     std::string category;
     std::string course;
     std::string section;
-    CDAODef::gradestat gradeStat = CDAODef::gsNone;
+    std::uint8_t gradeStat = CDAODef::gsNone; ///< a CDAODef::gradestat, or what else is stored
     bool orientBonus = false;
     int reEvalBonuses = 0;
     int otherBonuses = 0;

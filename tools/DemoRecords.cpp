@@ -119,7 +119,7 @@ private:
                 set.m_Category = slot.category;
                 set.m_Course = slot.course;
                 set.m_Section = slot.section;
-                set.m_GradeStat = static_cast<std::uint8_t>(slot.gradeStat);
+                set.m_GradeStat = slot.gradeStat;
                 set.m_Orient = slot.orientBonus ? 1 : 0;
                 set.m_ReEval = static_cast<std::int16_t>(slot.reEvalBonuses);
                 set.m_Other = static_cast<std::int16_t>(slot.otherBonuses);

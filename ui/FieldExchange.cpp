@@ -56,16 +56,21 @@ bool TakeWhole(QWidget& field, QString const& text, CRange<std::int32_t> range, 
     return true;
 }
 
-/// The place of the first text that begins so, of the count that textAt gives; -1 for none.
+/// The place of the text among the count that textAt gives, else of the first that begins with it;
+/// -1 for none.
 template <typename TextAt>
 int FindBeginning(int count, QString const& text, TextAt const& textAt)
 {
+    int first = -1;
     for (int i = 0; i < count && !text.isEmpty(); ++i) {
-        if (textAt(i).startsWith(text, Qt::CaseInsensitive)) {
+        if (textAt(i).compare(text, Qt::CaseInsensitive) == 0) {
             return i;
         }
+        if (first < 0 && textAt(i).startsWith(text, Qt::CaseInsensitive)) {
+            first = i;
+        }
     }
-    return -1;
+    return first;
 }
 
 } // namespace

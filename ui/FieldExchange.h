@@ -56,7 +56,7 @@ CEFOleDateTime TakeDate(CDateField const& field, CEFOleDateTime const& shown);
 
 /// Checks the first button of the pair for true, the second one for false.
 void ShowPair(QRadioButton& whenTrue, QRadioButton& whenFalse, bool value);
-/// Selects the first entry that begins with the text, ignoring case; none when there is none or
-/// the text is empty. Returns whether one was found.
+/// Selects the entry that is the text, else the first one that begins with it, ignoring case; none
+/// when there is none or the text is empty. Returns whether one was found.
 bool SelectBeginning(QComboBox& list, QString const& text);
 bool SelectBeginning(COneLineList& list, QString const& text);

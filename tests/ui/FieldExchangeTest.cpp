@@ -270,10 +270,12 @@ void FieldExchangeTest::oneLineListShowsItsChoice()
 void FieldExchangeTest::beginningsAreFound()
 {
     QComboBox list;
-    list.addItems({u"Wellness"_s, u"wells"_s, u"PE 101"_s});
+    list.addItems({u"Wellness"_s, u"wells"_s, u"PE 101"_s, u"PE 10"_s, u"well"_s});
     QVERIFY(SelectBeginning(list, u"WELLS"_s));
     QCOMPARE(list.currentIndex(), 1);
-    QVERIFY(SelectBeginning(list, u"well"_s));
+    QVERIFY(SelectBeginning(list, u"pe 10"_s)); // not the one that only begins so
+    QCOMPARE(list.currentIndex(), 3);
+    QVERIFY(SelectBeginning(list, u"wel"_s));
     QCOMPARE(list.currentIndex(), 0);
     QVERIFY(!SelectBeginning(list, u"PE 1012"_s));
     QCOMPARE(list.currentIndex(), -1);

@@ -2,11 +2,10 @@
 
 #include "store/Crc32C.h"
 #include "store/EFOleDateTime.h"
-#include "store/ShortestReal.h"
+#include "store/NumberSpelling.h"
 #include "store/Text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <istream>
@@ -18,31 +17,8 @@ namespace
 constexpr std::size_t kChunk = std::size_t(64) << 10U;
 constexpr std::size_t kCrcDigits = 8;
 constexpr std::int64_t kLargestMask = 0xFFFFFFFF;
+constexpr std::string_view kMisspelled = "is not spelled as it must be";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
-/// The value of a capital hex digit, -1 for any other character.
-int HexDigit(char c)
-{
-    return IsDigit(c) ? c - '0' : c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-}
-
-/// Reads that many digits at a place; -1 when one of them is none.
-int FixedNumber(char const* at, std::size_t digits)
-{
-    int value = 0;
-    for (std::size_t i = 0; i < digits; ++i) {
-        if (!IsDigit(at[i])) {
-            return -1;
-        }
-        value = value * 10 + (at[i] - '0');
-    }
-    return value;
-}
 
 } // namespace
 
@@ -204,7 +180,7 @@ bool CTextReader::Begin()
 bool CTextReader::EndField(char const* end)
 {
     if (*end != m_separator) {
-        return RefuseField("is not spelled as it must be");
+        return RefuseField(kMisspelled);
     }
     m_pNext = end + 1;
     return true;
@@ -236,27 +212,18 @@ bool CTextReader::IsUnfit()
     return unfit;
 }
 
-/// A whole number up to the separator, in its one spelling.
+/// A field that is a number ends where the number does.
+bool CTextReader::EndNumber(std::from_chars_result const& number)
+{
+    if (number.ec == std::errc::result_out_of_range) {
+        return RefuseField("is out of range");
+    }
+    return number.ec == std::errc() ? EndField(number.ptr) : RefuseField(kMisspelled);
+}
+
 bool CTextReader::Digits(std::int64_t& value)
 {
-    auto const* const begin = m_pNext + (*m_pNext == '-' ? 1 : 0);
-    auto const* end = begin;
-    std::int64_t number = 0;
-    while (IsDigit(*end) && end - begin < 18) {
-        number = number * 10 + (*end++ - '0');
-    }
-    if (end == begin || (*begin == '0' && (end - begin > 1 || begin != m_pNext))) {
-        return RefuseField("is not spelled as it must be");
-    }
-    value = begin == m_pNext ? number : -number;
-    if (IsDigit(*end)) {
-        auto const longer = std::from_chars(m_pNext, m_pLast, value);
-        if (longer.ec != std::errc()) {
-            return RefuseField("is out of range");
-        }
-        end = longer.ptr;
-    }
-    return EndField(end);
+    return EndNumber(ReadWhole(m_pNext, m_pLast, value));
 }
 
 bool CTextReader::Number(std::int64_t least, std::int64_t most, std::int64_t& value)
@@ -284,17 +251,7 @@ bool CTextReader::Mask(std::int64_t& value)
         return Digits(value)
             && (value < 0 || value > kLargestMask || RefuseField("is out of range"));
     }
-    bool const marked = m_pNext[0] == '0' && m_pNext[1] == 'x';
-    auto const* const begin = m_pNext + (marked ? 2 : 0);
-    auto const* end = begin;
-    value = 0;
-    while (HexDigit(*end) >= 0 && end - begin < 8) {
-        value = value * 16 + HexDigit(*end++);
-    }
-    if (!marked || end == begin || (*begin == '0' && end - begin > 1)) {
-        return RefuseField("is not spelled as it must be");
-    }
-    return EndField(end);
+    return EndNumber(ReadMask(m_pNext, m_pLast, value));
 }
 
 bool CTextReader::Real(double& value)
@@ -313,7 +270,7 @@ bool CTextReader::Real(double& value)
     if (text == "\\#inf" || text == "\\#-inf") {
         value = text.size() == 5 ? HUGE_VAL : -HUGE_VAL;
     } else if (!ReadShortest(text, value)) {
-        return RefuseField("is not spelled as it must be");
+        return RefuseField(kMisspelled);
     }
     return EndField(end);
 }
@@ -335,11 +292,11 @@ bool CTextReader::Date(std::int64_t& seconds)
     constexpr std::ptrdiff_t kLength = 19; // 2026-11-16T18:05:09
     auto const* const at = m_pNext;
     if (m_pLast - at < kLength || at[10] != 'T' || at[13] != ':' || at[16] != ':') {
-        return RefuseField("is not spelled as it must be");
+        return RefuseField(kMisspelled);
     }
-    int const hour = FixedNumber(at + 11, 2);
-    int const minute = FixedNumber(at + 14, 2);
-    int const second = FixedNumber(at + 17, 2);
+    int const hour = ReadDigits({at + 11, 2});
+    int const minute = ReadDigits({at + 14, 2});
+    int const second = ReadDigits({at + 17, 2});
     bool const exists = DayOf({at, 10}, seconds) && hour >= 0 && hour < 24 && minute >= 0
         && minute < 60 && second >= 0 && second < 60;
     seconds += hour * 3600 + minute * 60 + second;
@@ -353,8 +310,8 @@ bool CTextReader::Date(std::int64_t& seconds)
 bool CTextReader::DayOf(std::string_view text, std::int64_t& seconds)
 {
     if (text != std::string_view(m_day.data(), m_day.size())) {
-        CEFOleDateTime const day(FixedNumber(text.data(), 4), FixedNumber(text.data() + 5, 2),
-            FixedNumber(text.data() + 8, 2));
+        CEFOleDateTime const day(ReadDigits(text.substr(0, 4)), ReadDigits(text.substr(5, 2)),
+            ReadDigits(text.substr(8, 2)));
         if (text[4] != '-' || text[7] != '-' || !day.ChkStatus()) {
             return false;
         }

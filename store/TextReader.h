@@ -3,6 +3,7 @@
 #include "platform/db/Status.h"
 
 #include <array>
+#include <charconv>
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -68,6 +69,7 @@ private:
     bool Begin();
     bool IsUnfit();
     bool EndField(char const* end);
+    bool EndNumber(std::from_chars_result const& number);
     bool Digits(std::int64_t& value);
     bool Plain(char const*& end);
     bool Decode(char const* end, std::string_view& text);

@@ -1,20 +1,13 @@
-#include "store/ShortestReal.h"
+#include "store/NumberSpelling.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
-#include <cstdint>
 
 namespace
 {
 
 constexpr std::array kPowers
     = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
 
 /// A decimal without exponent, of so few digits that one division gives the nearest number. False
 /// for everything else, and where the shortest spelling has an exponent.
@@ -65,6 +58,51 @@ bool AnyReal(std::string_view text, double& value)
 }
 
 } // namespace
+
+std::from_chars_result ReadWhole(char const* first, char const* last, std::int64_t& value)
+{
+    constexpr std::ptrdiff_t kFitsAlways = 18; // digits
+    auto const* const begin = first + (*first == '-' ? 1 : 0);
+    auto const* end = begin;
+    std::int64_t number = 0;
+    while (IsDigit(*end) && end - begin < kFitsAlways) {
+        number = number * 10 + (*end++ - '0');
+    }
+    if (end == begin || (*begin == '0' && (end - begin > 1 || begin != first))) {
+        return {first, std::errc::invalid_argument};
+    }
+    value = begin == first ? number : -number;
+    return IsDigit(*end) ? std::from_chars(first, last, value)
+                         : std::from_chars_result{end, std::errc()};
+}
+
+std::from_chars_result ReadMask(char const* first, char const* last, std::int64_t& value)
+{
+    constexpr std::ptrdiff_t kMostDigits = 8;
+    if (last - first < 3 || first[0] != '0' || first[1] != 'x') {
+        return {first, std::errc::invalid_argument};
+    }
+    auto const* const begin = first + 2;
+    auto const* end = begin;
+    value = 0;
+    while (HexDigit(*end) >= 0 && end - begin < kMostDigits) {
+        value = value * 16 + HexDigit(*end++);
+    }
+    bool const spelled = end > begin && (*begin != '0' || end - begin == 1);
+    return {end, spelled ? std::errc() : std::errc::invalid_argument};
+}
+
+int ReadDigits(std::string_view digits)
+{
+    int value = 0;
+    for (char const c : digits) {
+        if (!IsDigit(c)) {
+            return -1;
+        }
+        value = value * 10 + (c - '0');
+    }
+    return value;
+}
 
 bool ReadShortest(std::string_view text, double& value)
 {

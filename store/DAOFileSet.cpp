@@ -27,11 +27,11 @@ bool ReadRecords(
         }
         auto const row = block.Row(0);
         auto const found = keys.Add(line.MemberOf(row), line.TimeOf(row), reader.CheckSum());
-        if (found == CRecordKeys::Found::different) {
-            reader.RefuseLine("holds a record that an earlier line holds otherwise");
+        if (found == CRecordKeys::Found::different && !line.HasTime()) {
+            reader.RefuseLine("holds a member that an earlier line holds otherwise");
             break;
         }
-        if (found == CRecordKeys::Found::none && !take(row)) {
+        if (found != CRecordKeys::Found::same && !take(row)) {
             return false;
         }
     }

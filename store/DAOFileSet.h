@@ -20,24 +20,25 @@ public:
     using CDAOEFSet::CDAOEFSet;
 
     /// Writes the current row as one line, with all that belongs to it in further tables, as it is
-    /// stored at this moment: what the fields were set to does not count. False, with nothing
-    /// written, when there is no such row any more or no line can carry it; false as well when the
-    /// stream did not take it.
+    /// stored: what the fields were set to does not count. A row that was read with those before it
+    /// can be up to a second old; in a transaction begun before CountSet() it is what is stored.
+    /// False, with nothing written, when there is no such row any more or no line can carry it;
+    /// false as well when the stream did not take it.
     virtual bool Save(CText& text);
 
     /// Reads a whole file, strictly. True when every line is a right one of this kind, there is at
-    /// least one, and no two differ that are for the same record (the same member, and date and
-    /// time); a record that stands there twice alike counts as one. The set and the database stay
-    /// as they are. 16 bytes a record, and one line, are kept in memory.
+    /// least one, and no two hold the same member otherwise. The set and the database stay as they
+    /// are. Some 20 to 60 bytes a record, and one line, are kept in memory.
     virtual bool Test(std::istream& stream, char separator) const;
 
     /// Adds the records of a file to the database, those of one member or of all when memberID is
     /// 0, and returns how many. All of it is one transaction: when one line is wrong or cannot be
     /// stored, 0 are, and LastStatus() tells.
     ///
-    /// A record that is there already is left as it is and not counted. A member that is there
-    /// already is left as well, or replaced whole when keepExisting is false; the member's records
-    /// stay in either case. LastSkipped() counts what cannot be added.
+    /// A record of the same member and time as one in the database is left out and not counted, a
+    /// line that stands in the file twice counts once. A member that is there already is left as
+    /// well, or replaced whole when keepExisting is false; the member's records stay in either
+    /// case. LastSkipped() counts what cannot be added.
     virtual int Restore(
         std::istream& stream, char separator, std::int32_t memberID, bool keepExisting);
 

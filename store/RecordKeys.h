@@ -12,11 +12,11 @@ public:
     {
         none,
         same,
-        different
+        different ///< only others of the same member and time
     };
 
-    /// Notes a record, and tells whether one of the same member and time was noted before. Two with
-    /// the same check sum count as the same.
+    /// Notes a record unless it is there, and tells what was noted of that member and time before.
+    /// Two with the same check sum count as the same.
     Found Add(std::int32_t member, std::int64_t time, std::uint32_t checkSum);
     bool Has(std::int32_t member, std::int64_t time) const;
     std::size_t Size() const { return m_count; }
@@ -29,7 +29,8 @@ private:
         std::uint32_t checkSum = 0;
     };
 
-    std::size_t PlaceOf(std::int32_t member, std::int64_t time) const;
+    std::size_t FirstPlace(std::int32_t member, std::int64_t time) const;
+    std::size_t NextPlace(std::size_t place) const { return (place + 1) & (m_slots.size() - 1); }
     void Grow();
 
     std::vector<Slot> m_slots;

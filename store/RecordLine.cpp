@@ -182,7 +182,7 @@ std::int32_t CRecordLine::MemberOf(CRowView const& row) const
 
 std::int64_t CRecordLine::TimeOf(CRowView const& row) const
 {
-    return m_nTime < m_nColumns ? row.Cell(m_nTime).integerValue : 0;
+    return HasTime() ? row.Cell(m_nTime).integerValue : 0;
 }
 
 bool CRecordLine::Write(CText& text, CRowView const& row) const

@@ -43,8 +43,8 @@ public:
     std::string_view Kind() const { return m_kind; }
     std::vector<Part> const& Parts() const { return m_parts; }
     std::size_t Columns() const { return m_nColumns; }
-    std::size_t MemberColumn() const { return m_nMember; }
     std::size_t TimeColumn() const { return m_nTime; } ///< behind all where there is none
+    bool HasTime() const { return m_nTime < m_nColumns; }
     std::span<CCell const> Cells(CRowView const& row, std::size_t part) const;
     /// Is there a row of that table?
     bool Has(CRowView const& row, std::size_t part) const;

@@ -79,10 +79,11 @@ TEST_F(DataFileTest, TestTakesWholeFilesOfItsKindAlone)
     EXPECT_EQ(m_setWk.LastStatus().Text(), "line 1, field 1: is another kind of record than WK1.");
     EXPECT_FALSE(Test(m_setWk, workouts + members));
     EXPECT_EQ(m_setWk.LastStatus().Text(), "line 3, field 1: is another kind of record than WK1.");
-    Run(DataFile::member, "UPDATE workouts SET circuits = circuits + 1");
-    EXPECT_FALSE(Test(m_setWk, workouts + BackupWorkouts()));
-    EXPECT_EQ(m_setWk.LastStatus().Text(),
-        "line 3: holds a record that an earlier line holds otherwise.");
+    Run(DataFile::member, "UPDATE members SET last_name = 'Changed'");
+    EXPECT_TRUE(Test(m_setMem, members + members));
+    EXPECT_FALSE(Test(m_setMem, members + BackupMembers()));
+    EXPECT_EQ(m_setMem.LastStatus().Text(),
+        "line 2: holds a member that an earlier line holds otherwise.");
     std::ifstream missing(m_folder / "missing");
     EXPECT_FALSE(m_setWk.Test(missing, '|'));
     std::ifstream folder(m_folder);
@@ -114,6 +115,29 @@ TEST_F(DataFileTest, KeepsRecordsThatAreThereAndSkipsThoseOfUnknownMembers)
     EXPECT_EQ(Count("workouts WHERE member_id = 1 AND circuits = 7"), kept);
     EXPECT_EQ(Restore(m_setWk, file, 3), 0);
     EXPECT_EQ(m_setWk.LastSkipped(), 10);
+}
+
+/// Other programs can add two workouts of one moment, and then both are in the archive.
+TEST_F(DataFileTest, KeepsApartWhatDiffersInOneMoment)
+{
+    AddMember(1);
+    for (int i = 0; i < 5; ++i) {
+        AddWorkout(1, kTime);
+        Add(m_setEval, {{"member_id", 1}, {"eval_date", 0}, {"eval_id", i}});
+    }
+    auto const workouts = Dump("workouts", false);
+    auto const evaluations = Dump("evaluations", false);
+    auto const file = BackupWorkouts();
+    auto const evaluationFile = BackupEvaluations();
+    Run(DataFile::member, "DELETE FROM workouts");
+    Run(DataFile::member, "DELETE FROM evaluations");
+    EXPECT_TRUE(Test(m_setWk, file));
+    EXPECT_EQ(Restore(m_setWk, file + file), 5);
+    EXPECT_EQ(Dump("workouts", false), workouts);
+    EXPECT_EQ(Restore(m_setEval, evaluationFile), 5);
+    EXPECT_EQ(Dump("evaluations", false), evaluations);
+    EXPECT_EQ(Restore(m_setWk, file), 0);
+    EXPECT_EQ(Restore(m_setEval, evaluationFile), 0);
 }
 
 TEST_F(DataFileTest, ABadLineStoresNothingAndIsNamed)

@@ -246,13 +246,19 @@ bool CDAOEFSet::GoTo(std::size_t position, bool afresh)
         return false;
     }
     m_nPosition = position;
-    if (IsInBlock(position) && !afresh && RoughTime() - m_blockTime < kBlockAge) {
+    if (!afresh && IsInFreshBlock(position)) {
         return ShowRow(position);
     }
     bool const inSequence = !afresh && position == m_nBlockFirst + m_block.Rows();
     m_nNextBlock = inSequence ? std::min(m_nNextBlock * 2, CDatabase::kBlockRows) : kFirstBlock;
     return ReadBlock(position, std::max(m_nNextBlock, kFirstBlock)) ? ShowRow(position)
                                                                     : ShowNoRow();
+}
+
+bool CDAOEFSet::IsInFreshBlock(std::size_t position) const
+{
+    return position >= m_nBlockFirst && position - m_nBlockFirst < m_block.Rows()
+        && RoughTime() - m_blockTime < kBlockAge;
 }
 
 bool CDAOEFSet::ReadBlock(std::size_t position, std::size_t most)
@@ -304,7 +310,7 @@ std::optional<std::int64_t> CDAOEFSet::CurrentKey() const
 std::optional<CRowView> CDAOEFSet::CurrentCells()
 {
     m_status = {};
-    bool const there = CurrentKey() && (IsInBlock(m_nPosition) || ReadBlock(m_nPosition, 1));
+    bool const there = CurrentKey() && (IsInFreshBlock(m_nPosition) || ReadBlock(m_nPosition, 1));
     if (there && m_block.IsPresent(m_nPosition - m_nBlockFirst)) {
         return m_block.Row(m_nPosition - m_nBlockFirst);
     }

@@ -149,10 +149,7 @@ private:
     void Close();
     bool GoTo(std::size_t position, bool afresh);
     bool ReadBlock(std::size_t position, std::size_t most);
-    bool IsInBlock(std::size_t position) const
-    {
-        return position >= m_nBlockFirst && position - m_nBlockFirst < m_block.Rows();
-    }
+    bool IsInFreshBlock(std::size_t position) const;
     bool ShowRow(std::size_t position);
     bool ShowNoRow();
     bool BeginAdding();

@@ -1,9 +1,11 @@
 #include "platform/db/Files.h"
+#include "store/TextReader.h"
 #include "tests/store/DataFileFixture.h"
 
 #include <csignal>
 #include <fcntl.h>
 #include <fstream>
+#include <set>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -12,39 +14,88 @@
 namespace
 {
 
-/// A second process that restores from a pipe which ends in the middle of the file: when it has
-/// taken all that there is, it is killed.
+/// Restores members in a second process, which is killed on the way. Some of the members are there
+/// already, otherwise than in the file.
 class DataFileCrashTest : public CDataFileTest
 {
 protected:
+    using Lines = std::set<std::string>;
     using Task = void (*)(std::istream& stream);
+    static constexpr int kMembers = 300;
 
-    /// Gives the process so much of a file of 20,000 workouts, and kills it when it waits for more.
-    void KillInTheMiddle(Task task, std::size_t tenths)
+    static Lines LinesOf(std::string const& file)
+    {
+        std::istringstream stream(file);
+        Lines lines;
+        for (std::string line; std::getline(stream, line);) {
+            lines.insert(line);
+        }
+        return lines;
+    }
+    Lines Members() { return LinesOf(BackupMembers()); }
+
+    void SetUp() override
+    {
+        CDataFileTest::SetUp();
+        for (int id = 1; id <= kMembers; ++id) {
+            AddMember(id);
+        }
+        m_strFile = BackupMembers();
+        m_file = LinesOf(m_strFile);
+        Run(DataFile::member, "DELETE FROM members WHERE member_id % 2 = 0");
+        Run(DataFile::member, "DELETE FROM classes");
+        Run(DataFile::member, "UPDATE members SET last_name = 'Changed'");
+        m_before = Members();
+    }
+
+    /// Starts the task; no connection may live in two processes.
+    template <typename Open>
+    static pid_t Start(Task task, Open const& open)
+    {
+        CDatabaseSession::Get().ShutDown();
+        auto const child = ::fork();
+        if (child == 0) {
+            auto stream = open();
+            task(stream);
+            ::_exit(0);
+        }
+        return child;
+    }
+
+    /// True when it was killed before it ended.
+    static bool Kill(pid_t child)
+    {
+        EXPECT_EQ(::kill(child, SIGKILL), 0);
+        int status = 0;
+        EXPECT_EQ(::waitpid(child, &status, 0), child);
+        return WIFSIGNALED(status);
+    }
+
+    /// Gives the task so much of the file through a pipe, and kills it when it waits for more.
+    void KillInTheMiddle(Task task, std::size_t size)
     {
         auto const pipePath = (m_folder / "pipe").string();
         std::filesystem::remove(pipePath);
         ASSERT_EQ(::mkfifo(pipePath.c_str(), 0600), 0);
-        CDatabaseSession::Get().ShutDown(); // no connection may live in two processes
-        auto const child = ::fork();
-        if (child == 0) {
-            std::ifstream stream(pipePath);
-            task(stream);
-            ::_exit(0);
-        }
+        auto const child = Start(task, [&] { return std::ifstream(pipePath); });
         ASSERT_GT(child, 0);
         CFileHandle const pipe(::open(pipePath.c_str(), O_WRONLY));
-        auto const size = m_strFile.size() * tenths / 10;
         for (std::size_t sent = 0; sent < size;) {
             auto const count = ::write(pipe.Get(), m_strFile.data() + sent, size - sent);
             ASSERT_GT(count, 0);
             sent += static_cast<std::size_t>(count);
         }
         WaitUntilAsleep(child, pipe.Get());
-        EXPECT_EQ(::kill(child, SIGKILL), 0);
-        int status = 0;
-        EXPECT_EQ(::waitpid(child, &status, 0), child);
-        EXPECT_TRUE(WIFSIGNALED(status)) << "it ended before it was killed";
+        EXPECT_TRUE(Kill(child)) << "it ended before it was killed";
+    }
+
+    /// Gives the task the whole file and kills it after a time.
+    bool KillAfter(Task task, std::chrono::microseconds time)
+    {
+        auto const child = Start(task, [&] { return std::istringstream(m_strFile); });
+        EXPECT_GT(child, 0);
+        std::this_thread::sleep_for(time);
+        return Kill(child);
     }
 
     /// Waits until a process has read what there is in the pipe and sleeps in the next read.
@@ -61,54 +112,70 @@ protected:
         EXPECT_EQ(state, "S");
     }
 
-    void SetUp() override
+    static void RestoreAll(std::istream& stream)
     {
-        CDataFileTest::SetUp();
-        Run(DataFile::member,
-            "INSERT INTO members (member_id, workout_number, first_name, middle_initial, "
-            "last_name, status) VALUES (1, 1, '', '', '', 1)");
-        CDAOWk set;
+        CDAOMem set;
+        set.Restore(stream, '|', 0, false);
+    }
+
+    /// What must never happen: a commit for each table.
+    static void RestoreTableByTable(std::istream& stream)
+    {
+        CDAOMem set;
+        CTextReader reader(stream, '|');
         CRowBlock block;
-        std::ostringstream stream;
-        CText text(&stream, '|');
-        for (std::int64_t i = 0; i < 20'000; ++i) {
-            m_rows.Make(set.GetLine(), {{"member_id", 1}, {"check_in", 3'900'000'000 + i}}, block);
-            ASSERT_TRUE(set.GetLine().Write(text, block.Row(0)));
+        while (reader.Next() && set.GetLine().Read(reader, block)) {
+            auto const row = block.Row(0);
+            Run(DataFile::member, "DELETE FROM members WHERE member_id = ?",
+                {std::int64_t(set.GetLine().MemberOf(row))});
+            AddParts(set.GetLine(), row);
         }
-        m_strFile = stream.str();
     }
 
     std::string m_strFile;
+    Lines m_file; // its lines
+    Lines m_before; // those of the members before the restore
 };
 
 } // namespace
 
 TEST_F(DataFileCrashTest, ARestoreThatIsKilledLeavesNothing)
 {
-    auto const restore = [](std::istream& stream) {
-        CDAOWk set;
-        set.Restore(stream, '|', 0, true);
-    };
     for (std::size_t tenths = 1; tenths < 10; ++tenths) {
-        KillInTheMiddle(restore, tenths);
-        ASSERT_EQ(Count("workouts"), 0U) << tenths;
+        KillInTheMiddle(RestoreAll, m_strFile.size() * tenths / 10);
+        ASSERT_TRUE(Members() == m_before) << tenths;
     }
-    EXPECT_EQ(Restore(m_setWk, m_strFile), 20'000);
+    // Shows that what is committed before the kill would be noticed.
+    KillInTheMiddle(RestoreTableByTable, m_strFile.size() / 2);
+    auto const after = Members();
+    EXPECT_FALSE(after == m_before || after == m_file);
+    EXPECT_EQ(Restore(m_setMem, m_strFile, 0, false), kMembers);
+    EXPECT_TRUE(Members() == m_file);
 }
 
-/// Shows that the test above would notice: a commit for each row leaves those before the kill.
-TEST_F(DataFileCrashTest, ARestoreRowByRowWouldLeaveSome)
+TEST_F(DataFileCrashTest, AKillAtAnyMomentLeavesNoPartOfAMember)
 {
-    auto const restore = [](std::istream& stream) {
-        CDAOWk set;
-        set.OpenSet(false);
-        for (std::string line; std::getline(stream, line);) {
-            set.Op(CDAOEFSet::opAddNew);
-            set.m_lMemberID = 1;
-            set.Op(CDAOEFSet::opUpdate);
+    int killed = 0;
+    auto time = std::chrono::milliseconds(1);
+    while (KillAfter(RestoreAll, time)) {
+        auto const after = Members();
+        ASSERT_TRUE(after == m_before || after == m_file) << time.count();
+        ++killed;
+        time += time / 8 + std::chrono::milliseconds(1);
+    }
+    EXPECT_GT(killed, 5);
+    EXPECT_TRUE(Members() == m_file);
+}
+
+/// Shows that the test above would notice: a commit for each table leaves parts of members.
+TEST_F(DataFileCrashTest, ARestoreTableByTableWouldLeavePartsOfMembers)
+{
+    int parts = 0;
+    for (int time = 20; time < 200 && parts == 0; ++time) {
+        EXPECT_TRUE(KillAfter(RestoreTableByTable, std::chrono::milliseconds(time)));
+        for (auto const& line : Members()) {
+            parts += m_before.contains(line) || m_file.contains(line) ? 0 : 1;
         }
-    };
-    KillInTheMiddle(restore, 5);
-    EXPECT_GT(Count("workouts"), 1000U);
-    EXPECT_LT(Count("workouts"), 20'000U);
+    }
+    EXPECT_GT(parts, 0);
 }

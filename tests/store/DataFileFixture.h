@@ -19,10 +19,13 @@ protected:
     /// Adds a record as another program would, with the fields given and all others at random.
     void Add(CDAOFileSet const& set, Fixed const& fixed)
     {
-        auto const& line = set.GetLine();
         CRowBlock block;
-        m_rows.Make(line, fixed, block);
-        auto const row = block.Row(0);
+        m_rows.Make(set.GetLine(), fixed, block);
+        AddParts(set.GetLine(), block.Row(0));
+    }
+    /// Adds the rows of a line one by one.
+    static void AddParts(CRecordLine const& line, CRowView const& row)
+    {
         auto const link = row.Cell(0).integerValue; // of the first part: the member or evaluation
         for (std::size_t part = 0; part < line.Parts().size(); ++part) {
             if (line.Has(row, part)) {

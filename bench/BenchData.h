@@ -20,3 +20,5 @@ void FillDatabase();
 /// Registers two measurements of the same work, to be compared; see CRatioReporter.
 void RegisterPair(char const* what, void (*raw)(benchmark::State&),
     void (*store)(benchmark::State&), benchmark::TimeUnit unit);
+
+void RegisterDataFilePairs(); ///< in DataFileBench.cpp

@@ -201,6 +201,7 @@ int main(int argc, char** argv)
     RegisterPair("walk, by time", RawWalkByTime, StoreWalkByTime, benchmark::kMillisecond);
     RegisterPair("one row by its number", RawOneRow, StoreOneRow, benchmark::kMicrosecond);
     RegisterPair("500 rows, a commit each", RawAdd, StoreAdd, benchmark::kMillisecond);
+    RegisterDataFilePairs();
     CRatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     CDatabaseSession::Get().ShutDown();

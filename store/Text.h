@@ -17,6 +17,9 @@
 /// other control byte but the tab, and every byte that is not UTF-8, as \xHH, so that a line is
 /// always one record and each text has one spelling. CRC is the CRC-32C of all before it in eight
 /// capital hex digits. docs/data-files.md describes the format, CTextReader reads it.
+///
+/// Every line goes to the stream at once. One that was given a buffer of some hundred kilobytes
+/// before it was opened saves a tenth of the time.
 class CText
 {
 public:

@@ -37,12 +37,21 @@ void CRatioReporter::ReportRuns(std::vector<Run> const& runs)
         }
         auto const& name = run.run_name.function_name;
         auto const bar = name.find('|');
+        if (bar == std::string::npos) {
+            auto const bytes = run.counters.find("bytes_per_second");
+            m_speeds[name].push_back(bytes == run.counters.end() ? 0.0 : bytes->second.value / 1e6);
+            continue;
+        }
         auto const pair = name.substr(0, bar);
         if (!m_times.contains(pair)) {
             m_order.push_back(pair);
         }
         auto& times = m_times[pair][name.substr(bar + 1)];
-        times.cpu.push_back(run.GetAdjustedCPUTime());
+        // What a program that the measurement runs takes is not in the measurement's own time.
+        auto const children = run.counters.find("children");
+        auto const more = children == run.counters.end() ? 0.0 : children->second.value;
+        times.cpu.push_back(
+            run.GetAdjustedCPUTime() + more * benchmark::GetTimeUnitMultiplier(run.time_unit));
         times.wall.push_back(run.GetAdjustedRealTime());
         times.unit = benchmark::GetTimeUnitString(run.time_unit);
     }
@@ -60,5 +69,8 @@ void CRatioReporter::Finalize()
             Median(raw.cpu), unit, Median(store.cpu), unit, Median(store.cpu) / Median(raw.cpu),
             Median(raw.wall), unit, Median(store.wall), unit,
             Median(store.wall) / Median(raw.wall));
+    }
+    for (auto const& [what, speeds] : m_speeds) {
+        std::printf("\n%s: %.0f MB/s of CPU time\n", what.c_str(), Median(speeds));
     }
 }

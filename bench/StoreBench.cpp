@@ -1,6 +1,7 @@
 // Measures the record sets against plain SQLite doing the same work on the same file, in one run
 // with the two taking turns, and prints the table of docs/performance.md.
 
+#include "bench/BenchData.h"
 #include "bench/RatioReporter.h"
 #include "bench/RawSqlite.h"
 #include "store/DAOSmMem.h"
@@ -16,50 +17,6 @@
 
 namespace
 {
-
-constexpr int kMembers = 10'000;
-constexpr int kStations = 13;
-std::int64_t g_rows = 1'000'000;
-
-std::string WorkoutColumns()
-{
-    std::string columns = "id, member_id, workout_ok, class_index, check_in, check_out, circuits";
-    for (int i = 1; i < kStations; ++i) {
-        columns += ", station" + std::to_string(i);
-    }
-    return columns;
-}
-
-std::string MemberPath()
-{
-    return CDatabaseSession::Get().PathOf(DataFile::member);
-}
-
-/// Members and workouts as three years leave them: in the order of time, members mixed.
-void FillDatabase()
-{
-    CRawDatabase const raw(MemberPath());
-    raw.Run("BEGIN");
-    CRawStatement const member(raw,
-        "INSERT INTO members (member_id, workout_number, first_name, middle_initial, last_name, "
-        "status) VALUES (?1, ?1, 'Katharine', 'Q', 'Featherstonehaugh ' || ?1, 1)");
-    for (int i = 1; i <= kMembers; ++i) {
-        member.Bind(1, i);
-        member.Step();
-        member.Reset();
-    }
-    CRawStatement const workout(raw,
-        "INSERT INTO workouts (" + WorkoutColumns().substr(4)
-            + ") VALUES (?1, 1, 1, ?2, ?2 + 3600, 3, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100, "
-              "110, 120)");
-    for (std::int64_t i = 0; i < g_rows; ++i) {
-        workout.Bind(1, i * 7919 % kMembers + 1);
-        workout.Bind(2, 3'900'000'000 + i * 90);
-        workout.Step();
-        workout.Reset();
-    }
-    raw.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
-}
 
 std::int64_t WalkRaw(CRawDatabase const& raw, char const* order)
 {
@@ -147,7 +104,7 @@ void RawOneRow(benchmark::State& state)
         "FROM members WHERE member_id = ?");
     std::int32_t member = 0;
     for (auto _ : state) {
-        member = member % kMembers + 1;
+        member = member % g_members + 1;
         select.Bind(1, member);
         while (select.Step()) {
             benchmark::DoNotOptimize(
@@ -165,7 +122,7 @@ void StoreOneRow(benchmark::State& state)
     CDAOSmMem set;
     std::int32_t member = 0;
     for (auto _ : state) {
-        member = member % kMembers + 1;
+        member = member % g_members + 1;
         benchmark::DoNotOptimize(set.FindMember(CDAOSmMem::idMember, member));
         set.Op(CDAOEFSet::opClose);
     }
@@ -182,7 +139,7 @@ void RawAdd(benchmark::State& state)
               "12)");
     for (auto _ : state) {
         for (int i = 0; i < kAddedRows; ++i) {
-            insert.Bind(1, i % kMembers + 1);
+            insert.Bind(1, i % g_members + 1);
             insert.Step();
             insert.Reset();
         }
@@ -196,7 +153,7 @@ void StoreAdd(benchmark::State& state)
     for (auto _ : state) {
         for (int i = 0; i < kAddedRows; ++i) {
             set.Op(CDAOEFSet::opAddNew);
-            set.m_lMemberID = i % kMembers + 1;
+            set.m_lMemberID = i % g_members + 1;
             set.m_bWorkoutOK = true;
             set.m_dtCheckIn = CEFOleDateTime::FromSeconds(4'000'000'000);
             set.m_dtCheckOut = CEFOleDateTime::FromSeconds(4'000'003'600);
@@ -211,22 +168,13 @@ void StoreAdd(benchmark::State& state)
     }
 }
 
-void RegisterPair(char const* what, void (*raw)(benchmark::State&),
-    void (*store)(benchmark::State&), benchmark::TimeUnit unit)
-{
-    for (auto const& [side, function] : {std::pair{"raw", raw}, std::pair{"store", store}}) {
-        benchmark::RegisterBenchmark((std::string(what) + "|" + side).c_str(), function)
-            ->Unit(unit)
-            ->Repetitions(7);
-    }
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     std::vector<char*> arguments(argv, argv + argc);
     if (argc > 1 && std::strcmp(argv[1], "--quick") == 0) {
+        g_members = 5'000;
         g_rows = 50'000;
         arguments.erase(arguments.begin() + 1);
     }
@@ -253,6 +201,7 @@ int main(int argc, char** argv)
     RegisterPair("walk, by time", RawWalkByTime, StoreWalkByTime, benchmark::kMillisecond);
     RegisterPair("one row by its number", RawOneRow, StoreOneRow, benchmark::kMicrosecond);
     RegisterPair("500 rows, a commit each", RawAdd, StoreAdd, benchmark::kMillisecond);
+    RegisterDataFilePairs();
     CRatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     CDatabaseSession::Get().ShutDown();

@@ -31,6 +31,11 @@ if(CORVANA_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(corvana_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(CORVANA_FUZZ)
+  target_compile_options(corvana_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  target_link_options(corvana_options INTERFACE -fsanitize=address,undefined)
+endif()
 if(CORVANA_HARDEN)
   target_compile_options(corvana_options INTERFACE
     -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -D_GLIBCXX_ASSERTIONS -fstack-protector-strong

@@ -9,6 +9,12 @@ CRecordClass const* CDAOBodyComp::GetThisClass()
     return &record;
 }
 
+CRecordLine const& CDAOBodyComp::GetLine() const
+{
+    static CRecordLine const line("BC1", "body_comp_date", {CRecordLine::PartOf(CDAOBodyComp())});
+    return line;
+}
+
 int CDAOBodyComp::FindBodyComps(std::int32_t memberID)
 {
     return memberID == 0 ? Find("ORDER BY body_comp_date, id")

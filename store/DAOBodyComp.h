@@ -1,14 +1,15 @@
 #pragma once
 
-#include "store/DAOEFSet.h"
+#include "store/DAOFileSet.h"
 
 /// Body compositions, one a row.
-class CDAOBodyComp : public CDAOEFSet
+class CDAOBodyComp : public CDAOFileSet
 {
 public:
-    using CDAOEFSet::CDAOEFSet;
+    using CDAOFileSet::CDAOFileSet;
     static CRecordClass const* GetThisClass();
     CRecordClass const* GetClass() const override { return GetThisClass(); }
+    CRecordLine const& GetLine() const override;
 
     enum actlevel
     {

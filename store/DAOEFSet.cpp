@@ -153,6 +153,14 @@ std::int64_t CDAOEFSet::Ask(std::string_view sql, std::vector<DbValue> const& va
     return cell.type == CCell::integer ? cell.integerValue : 0;
 }
 
+std::vector<CColumn> CDAOEFSet::Columns()
+{
+    std::vector<CColumn> columns;
+    auto fx = CFieldExchange::Describe(columns);
+    ExchangeFields(fx);
+    return columns;
+}
+
 CTableInfo const& CDAOEFSet::Table()
 {
     if (m_pTable == nullptr) {
@@ -160,8 +168,9 @@ CTableInfo const& CDAOEFSet::Table()
         auto& table = tables[GetClass()];
         if (table.columns.empty()) {
             table.name = GetClass()->table;
-            auto fx = CFieldExchange::Describe(table.columns);
-            ExchangeFields(fx);
+            for (auto& column : Columns()) {
+                table.columns.push_back(std::move(column.name));
+            }
         }
         m_pTable = &table;
     }
@@ -220,7 +229,7 @@ void CDAOEFSet::Close()
     m_nPosition = 0;
 }
 
-bool CDAOEFSet::HasSelection()
+bool CDAOEFSet::HasSelection() const
 {
     return m_bOpen
         && (m_pDatabase != nullptr || m_nGeneration == CDatabaseSession::Get().Generation());
@@ -237,14 +246,19 @@ bool CDAOEFSet::GoTo(std::size_t position, bool afresh)
         return false;
     }
     m_nPosition = position;
-    bool const inBlock = position >= m_nBlockFirst && position - m_nBlockFirst < m_block.Rows();
-    if (inBlock && !afresh && RoughTime() - m_blockTime < kBlockAge) {
+    if (!afresh && IsInFreshBlock(position)) {
         return ShowRow(position);
     }
     bool const inSequence = !afresh && position == m_nBlockFirst + m_block.Rows();
     m_nNextBlock = inSequence ? std::min(m_nNextBlock * 2, CDatabase::kBlockRows) : kFirstBlock;
     return ReadBlock(position, std::max(m_nNextBlock, kFirstBlock)) ? ShowRow(position)
                                                                     : ShowNoRow();
+}
+
+bool CDAOEFSet::IsInFreshBlock(std::size_t position) const
+{
+    return position >= m_nBlockFirst && position - m_nBlockFirst < m_block.Rows()
+        && RoughTime() - m_blockTime < kBlockAge;
 }
 
 bool CDAOEFSet::ReadBlock(std::size_t position, std::size_t most)
@@ -286,6 +300,24 @@ bool CDAOEFSet::ShowNoRow()
     ClearFields();
     m_bOnRow = false;
     return false;
+}
+
+std::optional<std::int64_t> CDAOEFSet::CurrentKey() const
+{
+    return m_bOnRow && HasSelection() ? std::optional(m_keys[m_nPosition]) : std::nullopt;
+}
+
+std::optional<CRowView> CDAOEFSet::CurrentCells()
+{
+    m_status = {};
+    bool const there = CurrentKey() && (IsInFreshBlock(m_nPosition) || ReadBlock(m_nPosition, 1));
+    if (there && m_block.IsPresent(m_nPosition - m_nBlockFirst)) {
+        return m_block.Row(m_nPosition - m_nBlockFirst);
+    }
+    if (m_status) {
+        m_status = {DbError::gone, "There is no such record any more."};
+    }
+    return std::nullopt;
 }
 
 void CDAOEFSet::ClearFields()
@@ -334,6 +366,9 @@ bool CDAOEFSet::Update()
         if (!HasSelection() || !UpdateChanged(*database)) {
             return false;
         }
+        // What was read before the change is not the row any more.
+        m_block.Reset(0, 0);
+        m_nBlockFirst = m_nPosition + 1;
     }
     if (m_status) {
         m_edit = Edit::none;

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -82,8 +83,11 @@ public:
     /// Sets every field to no value: 0, "" or the zero date.
     void ClearFields();
 
-    /// The outcome of the last operation that used the database.
+    /// The outcome of the last operation that used the database or a data file.
     CDbStatus const& LastStatus() const { return m_status; }
+
+    /// The columns of the table, in its order.
+    std::vector<CColumn> Columns();
 
 protected:
     /// Lists the columns, each once: reading, adding and changing all use this list.
@@ -110,11 +114,17 @@ protected:
     /// there is none.
     std::int64_t Ask(std::string_view sql, std::vector<DbValue> const& values);
     /// Keeps a status as LastStatus() and returns whether it is a success.
-    bool Do(CDbStatus status)
+    bool Do(CDbStatus status) const
     {
         m_status = std::move(status);
         return m_status.IsOK();
     }
+
+    /// The current row as the table has it, whatever its fields were set to since. Valid until the
+    /// cursor moves. Empty, with the reason as LastStatus(), when the cursor is on no row.
+    std::optional<CRowView> CurrentCells();
+    /// The key of the current row, while there is one.
+    std::optional<std::int64_t> CurrentKey() const;
 
 private:
     enum class Edit
@@ -134,11 +144,12 @@ private:
     static DbValue ToValue(std::string_view value) { return std::string(value); }
 
     CTableInfo const& Table();
-    bool HasSelection();
+    bool HasSelection() const;
     int RunSelection();
     void Close();
     bool GoTo(std::size_t position, bool afresh);
     bool ReadBlock(std::size_t position, std::size_t most);
+    bool IsInFreshBlock(std::size_t position) const;
     bool ShowRow(std::size_t position);
     bool ShowNoRow();
     bool BeginAdding();
@@ -149,7 +160,7 @@ private:
 
     CDatabase* m_pDatabase;
     CTableInfo const* m_pTable = nullptr;
-    CDbStatus m_status;
+    mutable CDbStatus m_status; ///< a test of a data file leaves the set as it is, and tells
 
     std::string m_strClause;
     std::vector<DbValue> m_values;

@@ -1,10 +1,20 @@
 #include "store/DAOEval.h"
 
+#include "store/DAOEvalBodyComp.h"
+
 CRecordClass const* CDAOEval::GetThisClass()
 {
     static CRecordClass const record
         = {"CDAOEval", nullptr, DataFile::member, "evaluation_view", true};
     return &record;
+}
+
+CRecordLine const& CDAOEval::GetLine() const
+{
+    static CRecordLine const line("EV1", "eval_date",
+        {CRecordLine::PartOf(CDAOSmEval()), CRecordLine::PartOf(CDAOEvalBodyComp(), "eval_id"),
+            CRecordLine::PartOf(CDAOCirc(), "eval_id")});
+    return line;
 }
 
 int CDAOEval::FindEvals(CDAOSmEval::id kind, std::int32_t number)
@@ -55,4 +65,32 @@ void CDAOEval::ExchangeFields(CFieldExchange& fx)
     for (std::size_t i = 0; i < m_lifts.size(); ++i) {
         fx.Field(CDAOCirc::ColumnName(i), m_lifts[i]);
     }
+}
+
+std::optional<CRowView> CDAOEval::LineCells(CRowBlock& block)
+{
+    static CTableInfo const joined
+        = GetLine().Joined("evaluations AS p0 LEFT JOIN skinfolds AS p1 ON p1.eval_id = p0.eval_id "
+                           "LEFT JOIN lifts AS p2 ON p2.eval_id = p0.eval_id",
+            "p0.id", "1");
+    return JoinedCells(joined, block);
+}
+
+bool CDAOEval::AddRecord(CRowView const& row)
+{
+    auto const cells = GetLine().Cells(row, 0);
+    DbValue number = cells.front().integerValue;
+    bool const taken = Ask("SELECT count(*) FROM evaluations WHERE eval_id = ?", {number}) != 0;
+    if (taken) {
+        CDAOSmEval numbers(Database());
+        auto const fresh = numbers.GenerateIDNum();
+        if (fresh == 0) {
+            Do(numbers.LastStatus());
+            return false;
+        }
+        number = std::int64_t(fresh);
+    }
+    return LastStatus()
+        && Run(GetLine().Parts().front().insert, std::span(&number, 1), row, cells.subspan(1))
+        && AddPart(row, 1, number) && AddPart(row, 2, number);
 }

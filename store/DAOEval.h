@@ -1,18 +1,20 @@
 #pragma once
 
 #include "store/DAOCirc.h"
-#include "store/DAOEFSet.h"
+#include "store/DAOFileSet.h"
 #include "store/DAOSmEval.h"
 
 #include <array>
 
-/// The whole evaluation, joined from its tables; only read.
-class CDAOEval : public CDAOEFSet
+/// The whole evaluation, joined from its tables; only read. An evaluation restored from a data
+/// file keeps its number, unless another one has it: then it gets a new one.
+class CDAOEval : public CDAOFileSet
 {
 public:
-    using CDAOEFSet::CDAOEFSet;
+    using CDAOFileSet::CDAOFileSet;
     static CRecordClass const* GetThisClass();
     CRecordClass const* GetClass() const override { return GetThisClass(); }
+    CRecordLine const& GetLine() const override;
 
     /// Selects by member ID (all members when it is 0) or by evaluation number, oldest first.
     int FindEvals(CDAOSmEval::id kind, std::int32_t number);
@@ -43,6 +45,8 @@ public:
 
 protected:
     void ExchangeFields(CFieldExchange& fx) override;
+    std::optional<CRowView> LineCells(CRowBlock& block) override;
+    bool AddRecord(CRowView const& row) override;
 
 private:
     std::array<double, CDAOCirc::kStations> m_lifts = {};

@@ -1,17 +1,19 @@
 #pragma once
 
-#include "store/DAOEFSet.h"
+#include "store/DAOFileSet.h"
 #include "store/DAOSmMem.h"
 
 class CMemberSearchData;
 
-/// The whole member, joined from several tables; only read.
-class CDAOMem : public CDAOEFSet
+/// The whole member, joined from several tables; only read. A member's line of a data file holds
+/// the rows of all six tables.
+class CDAOMem : public CDAOFileSet
 {
 public:
-    using CDAOEFSet::CDAOEFSet;
+    using CDAOFileSet::CDAOFileSet;
     static CRecordClass const* GetThisClass();
     CRecordClass const* GetClass() const override { return GetThisClass(); }
+    CRecordLine const& GetLine() const override;
 
     /// Selects the member of that number; not zero when there is one. One index look-up.
     std::int32_t FindMember(CDAOSmMem::id kind, std::int32_t number);
@@ -40,4 +42,12 @@ public:
 
 protected:
     void ExchangeFields(CFieldExchange& fx) override;
+    std::optional<CRowView> LineCells(CRowBlock& block) override;
+    Outcome RestoreRow(CRowView const& row, bool keepExisting) override;
+    /// The line's columns, by the key of this set's rows.
+    virtual CTableInfo const& JoinedTable() const;
+    CTableInfo JoinedOver(std::string_view members, std::string_view key) const;
+
+private:
+    bool ReplaceSummary(CRowView const& row, DbValue const& member);
 };

@@ -21,3 +21,10 @@ void CDAOMemCls::ExchangeFields(CFieldExchange& fx)
     CDAOMem::ExchangeFields(fx);
     fx.Field("class_index", m_ClassIndex);
 }
+
+CTableInfo const& CDAOMemCls::JoinedTable() const
+{
+    static CTableInfo const joined = JoinedOver(
+        "classes AS found JOIN members AS p0 ON p0.member_id = found.member_id", "found.id");
+    return joined;
+}

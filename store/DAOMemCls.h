@@ -17,4 +17,5 @@ public:
 
 protected:
     void ExchangeFields(CFieldExchange& fx) override;
+    CTableInfo const& JoinedTable() const override;
 };

@@ -15,6 +15,12 @@ CRecordClass const* CDAOWk::GetThisClass()
     return &record;
 }
 
+CRecordLine const& CDAOWk::GetLine() const
+{
+    static CRecordLine const line("WK1", "check_in", {CRecordLine::PartOf(CDAOWk())});
+    return line;
+}
+
 int CDAOWk::FindWks(std::int32_t const& memberID)
 {
     return memberID == 0 ? Find("ORDER BY check_in, id")

@@ -1,16 +1,17 @@
 #pragma once
 
-#include "store/DAOEFSet.h"
+#include "store/DAOFileSet.h"
 
 #include <array>
 
 /// Recorded workouts, one a row. Check-in stations write this table too.
-class CDAOWk : public CDAOEFSet
+class CDAOWk : public CDAOFileSet
 {
 public:
-    using CDAOEFSet::CDAOEFSet;
+    using CDAOFileSet::CDAOFileSet;
     static CRecordClass const* GetThisClass();
     CRecordClass const* GetClass() const override { return GetThisClass(); }
+    CRecordLine const& GetLine() const override;
 
     enum ok
     {

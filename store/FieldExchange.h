@@ -11,6 +11,26 @@
 #include <utility>
 #include <vector>
 
+/// What a column holds, as its field says.
+enum class ColumnType : std::uint8_t
+{
+    flag, ///< 0 or 1
+    byte,
+    int16,
+    int32,
+    memberNumber, ///< a member's, from 1 to 999999999: data files alone tell it from other numbers
+    mask, ///< 32 bits
+    real,
+    text,
+    date ///< seconds, as CEFOleDateTime keeps them
+};
+
+struct CColumn
+{
+    std::string name;
+    ColumnType type;
+};
+
 /// Carries the fields of a record between the members of a record set and something else. A record
 /// set lists its columns once, in ExchangeFields, and this decides what happens to each: read from
 /// a row, put into values to be written, named, or cleared.
@@ -28,7 +48,7 @@ public:
         fx.m_pValues = &values;
         return fx;
     }
-    static CFieldExchange Describe(std::vector<std::string>& columns)
+    static CFieldExchange Describe(std::vector<CColumn>& columns)
     {
         CFieldExchange fx(Mode::describe, {nullptr, nullptr});
         fx.m_pColumns = &columns;
@@ -98,7 +118,7 @@ private:
             m_pValues->push_back(Value(value));
             break;
         case Mode::describe:
-            m_pColumns->emplace_back(column);
+            m_pColumns->push_back({std::string(column), TypeOf(value)});
             break;
         default:
             value = T();
@@ -115,9 +135,18 @@ private:
     static DbValue Value(std::string const& value) { return value; }
     static DbValue Value(CEFOleDateTime const& value) { return value.Seconds(); }
 
+    static ColumnType TypeOf(bool) { return ColumnType::flag; }
+    static ColumnType TypeOf(std::uint8_t) { return ColumnType::byte; }
+    static ColumnType TypeOf(std::int16_t) { return ColumnType::int16; }
+    static ColumnType TypeOf(std::int32_t) { return ColumnType::int32; }
+    static ColumnType TypeOf(std::uint32_t) { return ColumnType::mask; }
+    static ColumnType TypeOf(double) { return ColumnType::real; }
+    static ColumnType TypeOf(std::string const&) { return ColumnType::text; }
+    static ColumnType TypeOf(CEFOleDateTime const&) { return ColumnType::date; }
+
     CCell const* m_pCell; ///< the next one to read
     char const* m_pBytes;
     Mode m_mode;
     std::vector<DbValue>* m_pValues = nullptr;
-    std::vector<std::string>* m_pColumns = nullptr;
+    std::vector<CColumn>* m_pColumns = nullptr;
 };

@@ -1,7 +1,12 @@
 #include "store/Text.h"
 
-#include <array>
+#include "store/Crc32C.h"
+
+#include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
 #include <ostream>
 #include <utf8proc.h>
 
@@ -9,33 +14,67 @@ namespace
 {
 
 constexpr std::string_view kHex = "0123456789ABCDEF";
+constexpr std::int64_t kDay = 86400;
+constexpr std::size_t kLongestEscape = 4; // \xHH
+constexpr std::size_t kLongestNumber = 32;
+constexpr std::size_t kCrcDigits = 8;
 
-constexpr std::array<std::uint32_t, 256> MakeCrcTable()
+// How a byte of a text is written: as it is, by a letter after a backslash, or:
+enum Escape : std::uint8_t
 {
-    std::array<std::uint32_t, 256> table = {};
-    for (std::uint32_t byte = 0; byte < 256; ++byte) {
-        auto value = byte;
-        for (int bit = 0; bit < 8; ++bit) {
-            value = (value & 1U) != 0 ? (value >> 1U) ^ 0x82F63B78U : value >> 1U;
-        }
-        table[byte] = value;
+    plain = 0,
+    hex = 1,
+    utf8 = 2 ///< as it is when it begins a character, in hex otherwise
+};
+
+using Escapes = std::array<std::uint8_t, 256>;
+
+Escapes MakeEscapes(char separator)
+{
+    Escapes escapes = {};
+    for (std::size_t byte = 0; byte < escapes.size(); ++byte) {
+        escapes[byte] = byte < 0x20 || byte == 0x7F ? hex : byte > 0x7F ? utf8 : plain;
     }
-    return table;
+    escapes['\t'] = plain;
+    escapes['\n'] = 'n';
+    escapes['\r'] = 'r';
+    escapes['\\'] = '\\';
+    escapes[static_cast<unsigned char>(separator)] = 'p';
+    return escapes;
 }
 
-void AppendHex(std::string& line, std::uint32_t value, int digits)
+char* PutHex(char* to, std::uint32_t value, int digits)
 {
     for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4) {
-        line += kHex[(value >> static_cast<unsigned>(shift)) & 0xFU];
+        *to++ = kHex[(value >> static_cast<unsigned>(shift)) & 0xFU];
     }
+    return to;
+}
+
+constexpr auto kTwoDigits = [] {
+    std::array<std::array<char, 2>, 100> texts = {};
+    for (std::size_t value = 0; value < texts.size(); ++value) {
+        texts[value] = {static_cast<char>('0' + value / 10), static_cast<char>('0' + value % 10)};
+    }
+    return texts;
+}();
+
+char* PutTwoDigits(char* to, int value)
+{
+    std::memcpy(to, kTwoDigits[static_cast<std::size_t>(value)].data(), 2);
+    return to + 2;
 }
 
 template <typename Number>
-void AppendNumber(std::string& line, Number value)
+char* PutNumber(char* to, Number value)
 {
-    std::array<char, 32> digits = {};
-    auto const end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    line.append(digits.data(), end);
+    return std::to_chars(to, to + kLongestNumber, value).ptr;
+}
+
+char* Put(char* to, std::string_view text)
+{
+    std::memcpy(to, text.data(), text.size());
+    return to + text.size();
 }
 
 /// Bytes of the UTF-8 character at the front of the text, 0 when there is none.
@@ -47,105 +86,180 @@ std::size_t CharacterLength(std::string_view text)
     return length > 0 ? static_cast<std::size_t>(length) : 0;
 }
 
-} // namespace
-
-std::uint32_t Crc32C(std::string_view bytes)
+/// Writes a text with its escapes, for which there must be room.
+char* PutText(char* to, std::string_view text, Escapes const& escapes)
 {
-    static constexpr auto kTable = MakeCrcTable();
-    std::uint32_t crc = 0xFFFFFFFFU;
-    for (char const c : bytes) {
-        crc = kTable[(crc ^ static_cast<unsigned char>(c)) & 0xFFU] ^ (crc >> 8U);
+    while (!text.empty()) {
+        auto const byte = static_cast<unsigned char>(text.front());
+        auto const escape = escapes[byte];
+        std::size_t length = 1;
+        if (escape == plain) [[likely]] {
+            *to++ = text.front();
+        } else if (escape == utf8 && (length = CharacterLength(text)) > 0) {
+            to = Put(to, text.substr(0, length));
+        } else if (escape == hex || escape == utf8) {
+            length = 1;
+            to = PutHex(Put(to, "\\x"), byte, 2);
+        } else {
+            *to++ = '\\';
+            *to++ = static_cast<char>(escape);
+        }
+        text.remove_prefix(length);
     }
-    return ~crc;
+    return to;
 }
+
+} // namespace
 
 CText::CText(std::ostream* stream, char const& separator)
     : m_pStream(stream)
+    , m_escapes(MakeEscapes(separator))
     , m_separator(separator)
+    , m_nDay(std::numeric_limits<std::int64_t>::min())
 {
+    Grow(1024);
+}
+
+bool CText::IsSeparator(char c)
+{
+    // Neither letters nor digits, nor what dates, numbers and escapes are spelled with.
+    return c == '\t' || (c != '\0' && std::strchr("!\"$%&'()*,/;<=>?@[]^_`{|}~", c) != nullptr);
+}
+
+std::string CText::Spelling(std::string_view text, char separator)
+{
+    std::string spelling(text.size() * kLongestEscape, '\0');
+    auto* const begin = spelling.data();
+    spelling.resize(static_cast<std::size_t>(PutText(begin, text, MakeEscapes(separator)) - begin));
+    return spelling;
+}
+
+/// Makes sure that so many bytes can be written at the end of the line.
+inline char* CText::Room(std::size_t count)
+{
+    if (static_cast<std::size_t>(m_pBufferEnd - m_pEnd) < count) {
+        Grow(count);
+    }
+    return m_pEnd;
+}
+
+void CText::Grow(std::size_t count)
+{
+    auto const used = static_cast<std::size_t>(m_pEnd - m_line.data());
+    m_line.resize(std::max(m_line.size() * 2, used + count));
+    m_pEnd = m_line.data() + used;
+    m_pBufferEnd = m_line.data() + m_line.size();
+}
+
+/// Begins a field of at most so many bytes.
+inline char* CText::NewField(std::size_t count)
+{
+    auto* const to = Room(count + 1);
+    *to = m_separator;
+    return to + 1;
 }
 
 void CText::Begin(std::string_view kind)
 {
-    m_strLine = kind;
-}
-
-void CText::Separator()
-{
-    m_strLine += m_separator;
+    m_bTooLong = false;
+    m_pEnd = m_line.data();
+    m_pEnd = Put(Room(kind.size()), kind);
 }
 
 void CText::Text(std::string_view text)
 {
-    Separator();
-    while (!text.empty()) {
-        char const c = text.front();
-        auto const byte = static_cast<unsigned char>(c);
-        std::size_t length = 1;
-        if (c == m_separator) {
-            m_strLine += "\\p";
-        } else if (c == '\\') {
-            m_strLine += "\\\\";
-        } else if (c == '\n') {
-            m_strLine += "\\n";
-        } else if (c == '\r') {
-            m_strLine += "\\r";
-        } else if (byte < 0x20 && c != '\t') {
-            AppendHex(m_strLine += "\\x", byte, 2);
-        } else if (byte < 0x7F) {
-            m_strLine += c;
-        } else if (length = CharacterLength(text); byte != 0x7F && length > 0) {
-            m_strLine.append(text.substr(0, length));
-        } else {
-            length = 1;
-            AppendHex(m_strLine += "\\x", byte, 2);
-        }
-        text.remove_prefix(length);
+    auto const used = static_cast<std::size_t>(m_pEnd - m_line.data());
+    if (m_bTooLong || text.size() > kLongestLine - std::min(used, kLongestLine)) {
+        m_bTooLong = true;
+        return;
     }
+    m_pEnd = PutText(NewField(text.size() * kLongestEscape), text, m_escapes);
 }
 
 void CText::Null()
 {
-    Separator();
-    m_strLine += "\\N";
+    m_pEnd = Put(NewField(2), "\\N");
 }
 
-void CText::Integer(std::int64_t value)
+void CText::LongInteger(std::int64_t value)
 {
-    Separator();
-    AppendNumber(m_strLine, value);
+    auto* to = NewField(kLongestNumber);
+    if (value < 10 || value >= 10'000) {
+        to = PutNumber(to, value);
+    } else {
+        auto const number = static_cast<int>(value);
+        if (number >= 1000) {
+            to = PutTwoDigits(to, number / 100);
+        } else if (number >= 100) {
+            *to++ = static_cast<char>('0' + number / 100);
+        }
+        to = PutTwoDigits(to, number % 100);
+    }
+    m_pEnd = to;
 }
 
 void CText::Real(double value)
 {
-    Separator();
-    AppendNumber(m_strLine, value);
+    if (!std::isfinite(value)) {
+        Unfit(value);
+        return;
+    }
+    m_pEnd = PutNumber(NewField(kLongestNumber), value);
 }
 
 void CText::Mask(std::uint32_t bits)
 {
-    Separator();
     int digits = 1;
     while (digits < 8 && bits >> static_cast<unsigned>(4 * digits) != 0) {
         ++digits;
     }
-    AppendHex(m_strLine += "0x", bits, digits);
+    m_pEnd = PutHex(Put(NewField(kLongestNumber), "0x"), bits, digits);
 }
 
 void CText::Date(CEFOleDateTime const& date)
 {
-    Separator();
-    if (!date.IsZero()) {
-        m_strLine += date.Format("%Y-%m-%dT%H:%M:%S");
+    if (date.IsZero()) {
+        m_pEnd = NewField(0);
+        return;
     }
+    if (!date.ChkStatus()) {
+        Unfit(date.Seconds());
+        return;
+    }
+    auto const day = (date.Seconds() - (date.Seconds() < 0 ? kDay - 1 : 0)) / kDay;
+    auto const second = static_cast<int>(date.Seconds() - day * kDay);
+    if (day != m_nDay) {
+        m_nDay = day;
+        auto* to = PutTwoDigits(m_day.data(), date.Year() / 100);
+        *(to = PutTwoDigits(to, date.Year() % 100)) = '-';
+        *(to = PutTwoDigits(to + 1, date.Month())) = '-';
+        *PutTwoDigits(to + 1, date.Day()) = 'T';
+    }
+    auto* to = Put(NewField(kLongestNumber), {m_day.data(), m_day.size()});
+    *(to = PutTwoDigits(to, second / 3600)) = ':';
+    *(to = PutTwoDigits(to + 1, second / 60 % 60)) = ':';
+    m_pEnd = PutTwoDigits(to + 1, second % 60);
+}
+
+void CText::Unfit(std::int64_t value)
+{
+    m_pEnd = PutNumber(Put(NewField(kLongestNumber + 2), "\\#"), value);
+}
+
+void CText::Unfit(double value)
+{
+    m_pEnd = PutNumber(Put(NewField(kLongestNumber + 2), "\\#"), value);
 }
 
 bool CText::End()
 {
-    Separator();
-    AppendHex(m_strLine, Crc32C(m_strLine), 8);
-    m_strLine += '\n';
-    m_pStream->write(m_strLine.data(), static_cast<std::streamsize>(m_strLine.size()));
-    m_strLine.clear();
+    m_pEnd = NewField(kCrcDigits + 1);
+    auto const size = static_cast<std::size_t>(m_pEnd - m_line.data());
+    if (m_bTooLong || size + kCrcDigits > kLongestLine || !IsSeparator(m_separator)) {
+        return false;
+    }
+    m_pEnd = PutHex(m_pEnd, Crc32C({m_line.data(), size}), kCrcDigits);
+    *m_pEnd++ = '\n';
+    m_pStream->write(m_line.data(), static_cast<std::streamsize>(m_pEnd - m_line.data()));
     return m_pStream->good();
 }

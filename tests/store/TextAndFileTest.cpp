@@ -1,3 +1,4 @@
+#include "store/Crc32C.h"
 #include "store/EFFile.h"
 #include "store/StateAbbrev.h"
 #include "store/Text.h"
@@ -62,6 +63,11 @@ TEST(TextTest, ChecksumIsTheStandardOne)
 {
     EXPECT_EQ(Crc32C("123456789"), 0xE3069283U); // the check value of CRC-32C
     EXPECT_EQ(Crc32C(""), 0U);
+    std::string bytes;
+    for (int size = 0; size < 300; ++size) {
+        EXPECT_EQ(Crc32C(bytes), Crc32CByTable(bytes)) << size;
+        bytes += static_cast<char>(size * 37);
+    }
 }
 
 TEST(TextTest, TellsAStreamThatTakesNothing)

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+#include <cstdint>
+#include <string>
+
+class CRawDatabase;
+
+// What all measurements share: a member file with members, and workouts as three years leave them.
+
+extern int g_members;
+constexpr int kStations = 13;
+extern std::int64_t g_rows; ///< of workouts
+
+std::string WorkoutColumns(); ///< of a SELECT, the key first
+std::string MemberPath();
+void AddMembers(CRawDatabase const& raw);
+void FillDatabase();
+
+/// Registers two measurements of the same work, to be compared; see CRatioReporter.
+void RegisterPair(char const* what, void (*raw)(benchmark::State&),
+    void (*store)(benchmark::State&), benchmark::TimeUnit unit);
+
+void RegisterDataFilePairs(); ///< in DataFileBench.cpp

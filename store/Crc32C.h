@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+/// CRC-32C (Castagnoli, reflected, as in RFC 3720 appendix B.4), with the processor's instruction
+/// for it where there is one.
+std::uint32_t Crc32C(std::string_view bytes);
+
+/// The same for a processor without that instruction.
+std::uint32_t Crc32CByTable(std::string_view bytes);

@@ -43,6 +43,8 @@ public:
         }
     }
 
+    /// As long as this is true, record sets write within the transaction.
+    bool IsOK() const { return m_status.IsOK(); }
     bool Commit() { return m_status && m_transaction->Commit(); }
 
 private:
@@ -165,6 +167,9 @@ bool GiveIndexes(
 
 void AddClassRow(CMemberChange& change, std::int32_t memberID, CClassSlot const& slot)
 {
+    if (!change.IsOK()) {
+        return;
+    }
     CDAOCls row;
     row.OpenSet(false);
     change.Require(row.Op(CDAOEFSet::opAddNew));
@@ -330,6 +335,9 @@ CORVAPI_RETURN corv_apiPostMemberMessage(
     char const* text, std::int32_t memberID, bool replaceExisting)
 {
     CMemberChange change;
+    if (!change.IsOK()) {
+        return apiStoreError;
+    }
     CDAOSmMem members;
     if (members.FindMember(CDAOSmMem::idMember, memberID) == 0) {
         return members.LastStatus() ? apiNoMember : apiStoreError;

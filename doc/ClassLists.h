@@ -25,3 +25,6 @@ void LinkClassLists(CCorvanaDoc& doc, CClassLists const& lists);
 
 /// Whether the selected category is one of the catalogue.
 bool HasRealClass(CClassLists const& lists);
+
+/// Refuses lists without such a category: message, focus to the categories, false.
+bool CheckRealClass(CClassLists const& lists);

@@ -1,10 +1,13 @@
 #include "doc/ClassLists.h"
 #include "doc/CorvanaDoc.h"
 #include "platform/qt/DropDown.h"
+#include "store/MemberServices.h"
 #include "store/SetCloser.h"
 #include "ui/Convert.h"
 #include "ui/FieldExchange.h"
+#include "ui/Messages.h"
 #include "ui/WaitCursor.h"
+#include "ui/WaitDlg.h"
 
 #include <QLabel>
 
@@ -116,6 +119,14 @@ bool HasRealClass(CClassLists const& lists)
         && lists.m_pCategory->currentData().toInt() != 0;
 }
 
+bool CheckRealClass(CClassLists const& lists)
+{
+    return HasRealClass(lists)
+        || Refuse(lists.m_pCategory,
+            QCoreApplication::translate(
+                "ClassLists", "Error: select a category, course, and/or section"));
+}
+
 void CCorvanaDoc::FillCategoryList(CClassLists const& lists)
 {
     CWaitCursor const wait;
@@ -185,4 +196,33 @@ void CCorvanaDoc::FillMemberClassList(
         }
     });
     list.setCurrentIndex(selected);
+}
+
+bool CCorvanaDoc::DeleteMemberClass(std::int32_t memberID, std::uint8_t,
+    std::string const& category, std::string const& course, std::string const& section)
+{
+    CWaitCursor const wait;
+    CSetCloser const close(m_setCls);
+    bool const found = m_setCls.FindClasses(memberID, category, course, section) > 0;
+    auto status = m_setCls.LastStatus();
+    if (found) {
+        if (!Ask(nullptr,
+                tr("Are you sure you want to delete\nthe class: %1 %2 %3?")
+                    .arg(ToQt(category), ToQt(course), ToQt(section)))) {
+            return false;
+        }
+        bool const withRecords = Ask(nullptr,
+            tr("Do you want to permanently delete the member's\n"
+               "workout, evaluation, and body composition data\n"
+               "that have been recorded for the class?"));
+        CWaitDlg const window(tr("Updating member data, please wait..."));
+        status = DeleteClass(memberID, category, course, section, withRecords);
+    }
+    if (!status) {
+        Tell(nullptr,
+            tr("Error: the class was not deleted.\n"
+               "The member's data are as they were before."),
+            CMessageIcon::none, ToQt(status.Text()));
+    }
+    return found && status;
 }

@@ -3,6 +3,7 @@
 #include "platform/qt/DropDown.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
+#include "tests/ui/MessageRecorder.h"
 
 #include <QAbstractItemView>
 #include <QLabel>
@@ -63,6 +64,36 @@ QStringList Contents(CListsForm const& form)
         Content(form.m_course, form.m_courseLabel), Content(form.m_section, form.m_sectionLabel)};
 }
 
+/// Class 2 has a workout, class 4 has none.
+void AddMemberOfTwoClasses()
+{
+    AddMember(12);
+    AddClass(12, 2, "'Staff', 'Wellness', 'Morning'");
+    AddClass(12, 4, "'Students', 'PE 101', ''");
+    CDAOWk workout;
+    workout.OpenSet(false);
+    workout.Op(CDAOEFSet::opAddNew);
+    workout.m_lMemberID = 12;
+    workout.m_nClassIndex = 2;
+    QVERIFY(workout.Op(CDAOEFSet::opUpdate));
+}
+
+/// The numbers of the member's classes, of workouts of class 2 and of workouts without a class.
+QString WhatIsLeft()
+{
+    CDAOCls classes;
+    CDAOWk workouts;
+    int ofClass = 0;
+    int unknown = 0;
+    int const classCount = classes.FindClasses(12);
+    for (int left = workouts.OpenSet(true); left > 0; --left) {
+        ofClass += workouts.m_nClassIndex == 2 ? 1 : 0;
+        unknown += workouts.m_nClassIndex == CDAOCls::kUnknown ? 1 : 0;
+        workouts.Op(CDAOEFSet::opMoveNext);
+    }
+    return u"%1 %2 %3"_s.arg(classCount).arg(ofClass).arg(unknown);
+}
+
 void Choose(CDropDown& list, int index)
 {
     list.showPopup();
@@ -82,6 +113,9 @@ private Q_SLOTS:
     void storedClassesAreShown();
     void memberClassesAreListed_data();
     void memberClassesAreListed();
+    void classesAreDeletedAfterBothQuestions_data();
+    void classesAreDeletedAfterBothQuestions();
+    void tellsWhenAClassIsNotDeleted();
 };
 
 void ClassPickersTest::listsNarrowEachOther()
@@ -218,9 +252,7 @@ void ClassPickersTest::memberClassesAreListed()
     QFETCH(bool const, withAll);
     QFETCH(QString const, content);
     CTestCentre const centre;
-    AddMember(12);
-    AddClass(12, 2, "'Staff', 'Wellness', 'Morning'");
-    AddClass(12, 4, "'Students', 'PE 101', ''");
+    AddMemberOfTwoClasses();
     CTestApp app;
     CCorvanaDoc doc(app);
     CDropDown list;
@@ -229,6 +261,67 @@ void ClassPickersTest::memberClassesAreListed()
         member, static_cast<std::uint8_t>(preselect), list, withUnknown, withAll);
     QCOMPARE(Entries(list), content);
     QVERIFY(doc.m_setCls.IsEOF() != 0);
+}
+
+void ClassPickersTest::classesAreDeletedAfterBothQuestions_data()
+{
+    QTest::addColumn<QList<bool>>("answers");
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<int>("questions");
+    QTest::addColumn<QString>("left"); // classes, records of the class, records without one
+    auto const row = [](char const* name, QList<bool> const& answers, QString const& section,
+                         int questions, QString const& left) {
+        QTest::newRow(name) << answers << section << questions << left;
+    };
+    row("no such class", {true, true}, u"Noon"_s, 0, u"2 1 0"_s);
+    row("not wanted", {false}, u"Morning"_s, 1, u"2 1 0"_s);
+    row("without its records", {true, false}, u"Morning"_s, 2, u"1 0 1"_s);
+    row("with its records", {true, true}, u"Morning"_s, 2, u"1 0 0"_s);
+}
+
+void ClassPickersTest::classesAreDeletedAfterBothQuestions()
+{
+    QFETCH(QList<bool> const, answers);
+    QFETCH(QString const, section);
+    QFETCH(int const, questions);
+    QFETCH(QString const, left);
+    CTestCentre const centre;
+    AddMemberOfTwoClasses();
+    CMessageRecorder messages;
+    messages.AnswerNext(answers);
+    CTestApp app;
+    CCorvanaDoc doc(app);
+    // The index of the found class counts, whatever the caller takes it for.
+    QCOMPARE(
+        doc.DeleteMemberClass(12, 4, "Staff", "Wellness", section.toStdString()), questions == 2);
+    QStringList const texts
+        = {u"Are you sure you want to delete\nthe class: Staff Wellness Morning?"_s,
+            u"Do you want to permanently delete the member's\nworkout, evaluation, and body "
+            "composition data\nthat have been recorded for the class?"_s};
+    QCOMPARE(messages.Texts(), texts.mid(0, questions));
+    QCOMPARE(WhatIsLeft(), left);
+    QVERIFY(doc.m_setCls.IsEOF() != 0);
+    QVERIFY(QGuiApplication::overrideCursor() == nullptr);
+}
+
+void ClassPickersTest::tellsWhenAClassIsNotDeleted()
+{
+    CTestCentre const centre;
+    AddMemberOfTwoClasses();
+    CTestCentre::Run("CREATE TRIGGER t BEFORE DELETE ON classes BEGIN "
+                     "SELECT RAISE(ABORT, 'no'); END",
+        DataFile::member);
+    CTestApp app;
+    CCorvanaDoc doc(app);
+    for (bool const withRecords : {false, true}) {
+        CMessageRecorder messages;
+        messages.AnswerNext({true, withRecords});
+        QVERIFY(!doc.DeleteMemberClass(12, 2, "Staff", "Wellness", "Morning"));
+        QCOMPARE(messages.Texts().size(), 3);
+        QVERIFY(messages.Texts()[2].startsWith(u"Error: the class was not deleted."_s));
+        QVERIFY(!messages.Messages()[2].m_strDetail.isEmpty());
+        QCOMPARE(WhatIsLeft(), u"2 1 0"_s);
+    }
 }
 
 QTEST_MAIN(ClassPickersTest)

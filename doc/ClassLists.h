@@ -1,5 +1,6 @@
 #pragma once
 
+class CCorvanaDoc;
 class CDropDown;
 class QLabel;
 
@@ -17,3 +18,13 @@ struct CClassLists
     QLabel* m_pCourseLabel;
     QLabel* m_pSectionLabel;
 };
+
+/// Fills courses and sections from the document whenever the list above them closes, for as long as
+/// the form lives; the document must outlive it. Lists that hide keep their place in the form.
+void LinkClassLists(CCorvanaDoc& doc, CClassLists const& lists);
+
+/// Whether the selected category is one of the catalogue.
+bool HasRealClass(CClassLists const& lists);
+
+/// Refuses lists without such a category: message, focus to the categories, false.
+bool CheckRealClass(CClassLists const& lists);

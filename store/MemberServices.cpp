@@ -38,12 +38,20 @@ public:
     /// Notes that a record set or another service could not do its part.
     void Require(bool done)
     {
+        Require(done, {DbError::failed, "A part of the change could not be stored."});
+    }
+    void Require(bool done, CDbStatus const& reason)
+    {
         if (m_status && !done) {
-            m_status = {DbError::failed, "A part of the change could not be stored."};
+            m_status = reason;
         }
     }
 
-    bool Commit() { return m_status && m_transaction->Commit(); }
+    /// As long as this is true, record sets write within the transaction.
+    bool IsOK() const { return m_status.IsOK(); }
+    bool Commit() { return Finish().IsOK(); }
+    /// Commits unless something failed, and tells what did.
+    CDbStatus Finish() { return m_status ? m_transaction->Commit() : m_status; }
 
 private:
     CDbStatus m_status;
@@ -163,8 +171,29 @@ bool GiveIndexes(
     return true;
 }
 
+void MoveRecords(
+    CMemberChange& change, std::int32_t memberID, std::uint8_t oldIndex, std::uint8_t newIndex)
+{
+    for (std::string const table : kRecordTables) {
+        change.Run(
+            "UPDATE " + table + " SET class_index = ? WHERE member_id = ? AND class_index = ?",
+            {std::int64_t(newIndex), std::int64_t(memberID), std::int64_t(oldIndex)});
+    }
+}
+
+void DeleteRecords(CMemberChange& change, std::int32_t memberID, std::uint8_t classIndex)
+{
+    for (std::string const table : kRecordTables) {
+        change.Run("DELETE FROM " + table + " WHERE member_id = ? AND class_index = ?",
+            {std::int64_t(memberID), std::int64_t(classIndex)});
+    }
+}
+
 void AddClassRow(CMemberChange& change, std::int32_t memberID, CClassSlot const& slot)
 {
+    if (!change.IsOK()) {
+        return;
+    }
     CDAOCls row;
     row.OpenSet(false);
     change.Require(row.Op(CDAOEFSet::opAddNew));
@@ -280,22 +309,34 @@ bool UpdateEnrollment(std::int32_t const& memberID, CEFOleDateTime const& enroll
 bool UpdateClassIndex(std::int32_t memberID, std::uint8_t oldIndex, std::uint8_t newIndex)
 {
     CMemberChange change;
-    for (std::string const table : kRecordTables) {
-        change.Run(
-            "UPDATE " + table + " SET class_index = ? WHERE member_id = ? AND class_index = ?",
-            {std::int64_t(newIndex), std::int64_t(memberID), std::int64_t(oldIndex)});
-    }
+    MoveRecords(change, memberID, oldIndex, newIndex);
     return change.Commit();
 }
 
 bool DeleteClassData(std::int32_t memberID, std::uint8_t classIndex)
 {
     CMemberChange change;
-    for (std::string const table : kRecordTables) {
-        change.Run("DELETE FROM " + table + " WHERE member_id = ? AND class_index = ?",
-            {std::int64_t(memberID), std::int64_t(classIndex)});
-    }
+    DeleteRecords(change, memberID, classIndex);
     return change.Commit();
+}
+
+CDbStatus DeleteClass(std::int32_t memberID, std::string_view category, std::string_view course,
+    std::string_view section, bool withRecords)
+{
+    CMemberChange change;
+    CDAOCls set;
+    bool const found = set.FindClasses(memberID, category, course, section) > 0;
+    change.Require(set.LastStatus().IsOK(), set.LastStatus());
+    change.Require(found, {DbError::gone, "The class was deleted or changed by another program."});
+    if (withRecords) {
+        DeleteRecords(change, memberID, set.m_ClassIndex);
+    } else {
+        MoveRecords(change, memberID, set.m_ClassIndex, CDAOCls::kUnknown);
+    }
+    if (change.IsOK()) {
+        change.Require(set.DelCurrent(), set.LastStatus());
+    }
+    return change.Finish();
 }
 
 bool IsCurrentClass(
@@ -330,6 +371,9 @@ CORVAPI_RETURN corv_apiPostMemberMessage(
     char const* text, std::int32_t memberID, bool replaceExisting)
 {
     CMemberChange change;
+    if (!change.IsOK()) {
+        return apiStoreError;
+    }
     CDAOSmMem members;
     if (members.FindMember(CDAOSmMem::idMember, memberID) == 0) {
         return members.LastStatus() ? apiNoMember : apiStoreError;

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 // What changes several of a member's tables at once. Each service opens what it needs by itself and
 // is one transaction: it happens whole or not at all. Called inside a transaction it is a part of
@@ -67,6 +68,11 @@ bool UpdateClassIndex(std::int32_t memberID, std::uint8_t oldIndex, std::uint8_t
 /// Deletes the workouts, evaluations and body compositions of a member that carry a class index.
 /// False when it could not be stored.
 bool DeleteClassData(std::int32_t memberID, std::uint8_t classIndex);
+
+/// Deletes the member's class of these names, with its workouts, evaluations and body compositions;
+/// without them they move to index 99. "gone" when the member has no such class (any more).
+CDbStatus DeleteClass(std::int32_t memberID, std::string_view category, std::string_view course,
+    std::string_view section, bool withRecords);
 
 /// True when the centre's catalogue has the class; an empty course or section is not looked for.
 bool IsCurrentClass(

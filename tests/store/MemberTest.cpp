@@ -376,6 +376,45 @@ TEST_F(MemberTest, ReplacingAClassKeepsOrDeletesItsRecords)
     EXPECT_EQ(Count("workouts"), 3);
 }
 
+TEST_F(MemberTest, DeletingAClassMovesOrDeletesItsRecordsOrDoesNothing)
+{
+    for (std::int32_t const member : {1, 2}) {
+        AddMember(member);
+        ASSERT_TRUE(UpdateClasses(member, Slot("A", 5), Slot("B", 6), {}));
+        for (auto const index : {std::uint8_t(5), std::uint8_t(6)}) {
+            AddWorkout(member, index);
+            AddEvaluation(member, index);
+            AddBodyComp(member, index);
+        }
+    }
+    auto const records = [](std::string const& where) {
+        return Count("workouts WHERE " + where) + Count("evaluations WHERE " + where)
+            + Count("body_compositions WHERE " + where);
+    };
+    // The last of the tables refuses; what was done to the others before is undone.
+    Run(DataFile::member,
+        "CREATE TRIGGER t BEFORE UPDATE ON body_compositions BEGIN SELECT RAISE(ABORT, 'no'); END");
+    Run(DataFile::member,
+        "CREATE TRIGGER u BEFORE DELETE ON body_compositions BEGIN SELECT RAISE(ABORT, 'no'); END");
+    for (bool const withRecords : {false, true}) {
+        EXPECT_EQ(DeleteClass(1, "A", "Course", "", withRecords).Error(), DbError::constraint);
+        EXPECT_EQ(Classes(1), (Rows{{5, "A Course"}, {6, "B Course"}}));
+        EXPECT_EQ(records("member_id = 1 AND class_index = 5"), 3);
+    }
+    Run(DataFile::member, "DROP TRIGGER t");
+    Run(DataFile::member, "DROP TRIGGER u");
+
+    EXPECT_TRUE(DeleteClass(1, "A", "Course", "", false));
+    EXPECT_EQ(Classes(1), (Rows{{6, "B Course"}}));
+    EXPECT_EQ(records("member_id = 1 AND class_index = 99"), 3);
+    EXPECT_TRUE(DeleteClass(2, "B", "Course", "", true));
+    EXPECT_EQ(Classes(2), (Rows{{5, "A Course"}}));
+    EXPECT_EQ(records("member_id = 2 AND class_index = 5"), 3);
+    EXPECT_EQ(records("1"), 9);
+    EXPECT_EQ(DeleteClass(2, "B", "Course", "", true).Error(), DbError::gone);
+    EXPECT_EQ(records("1"), 9);
+}
+
 TEST_F(MemberTest, EnrollmentAndMessageServices)
 {
     AddMember(2);

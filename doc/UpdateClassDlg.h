@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/qt/Dialog.h"
+#include "store/MemberServices.h"
+
+#include <memory>
+
+class CCorvanaDoc;
+struct CClassLists;
+
+namespace Ui
+{
+class UpdateClassDlg;
+}
+
+/// Asks for the class that takes the place of another one, with its bonuses and grade status, and
+/// what becomes of the records of the class before.
+class CUpdateClassDlg : public CDialog
+{
+    Q_OBJECT
+public:
+    /// The document fills the lists and must outlive the dialog.
+    explicit CUpdateClassDlg(CCorvanaDoc& doc, QWidget* parent = nullptr);
+    ~CUpdateClassDlg() override;
+
+    /// The new class, without an index. Bonuses and grade status begin with the centre's defaults;
+    /// the lists start without a choice.
+    CClassSlot m_class;
+    bool m_bTransfer = true; ///< false: the records of the class before are deleted
+
+protected:
+    void ShowFields() override;
+    bool TakeFields() override;
+
+private:
+    CClassLists Lists() const;
+    void SetControlIDs();
+
+    CCorvanaDoc& m_doc;
+    std::unique_ptr<Ui::UpdateClassDlg> const m_ui;
+};

@@ -1,0 +1,237 @@
+#include "doc/ClassDlg.h"
+#include "doc/CorvanaDoc.h"
+#include "doc/MemberClassDlg.h"
+#include "doc/UpdateClassDlg.h"
+#include "platform/qt/DropDown.h"
+#include "platform/qt/SpinField.h"
+#include "tests/doc/TestApp.h"
+#include "tests/doc/TestMembers.h"
+#include "tests/ui/DialogUser.h"
+#include "tests/ui/FormCheck.h"
+#include "tests/ui/LargeFont.h"
+#include "tests/ui/MessageRecorder.h"
+
+#include <QLineEdit>
+#include <QRadioButton>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// Goes down the closed list by key.
+void StepDown(QDialog const& dialog, char const* list, int steps = 1)
+{
+    for (int i = 0; i < steps; ++i) {
+        QTest::keyClick(&Child<CDropDown>(dialog, list), Qt::Key_Down);
+    }
+}
+
+} // namespace
+
+class ClassDialogsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void classIsTaken();
+    void noClassIsRefused();
+    void memberClassIsTaken();
+    void memberWithoutClassesKeepsWhatWasAskedFor();
+    void updateStartsFromTheCentresDefaults();
+    void updateIsChecked_data();
+    void updateIsChecked();
+    void formsAreFitForEveryone();
+
+private:
+    std::unique_ptr<CTestCentre> m_pCentre;
+    std::unique_ptr<CMessageRecorder> m_pMessages;
+    CTestApp m_app;
+    std::unique_ptr<CCorvanaDoc> m_pDoc;
+};
+
+void ClassDialogsTest::init()
+{
+    m_pCentre = std::make_unique<CTestCentre>();
+    m_pMessages = std::make_unique<CMessageRecorder>();
+    CTestCentre::Run("INSERT INTO categories (number, name) VALUES (5, 'Guests')");
+    CTestCentre::Run("UPDATE defaults SET grade_status = 2, re_eval_bonuses = 3, "
+                     "other_bonuses = 4, flags = 0x20");
+    m_pDoc = std::make_unique<CCorvanaDoc>(m_app);
+    QVERIFY(m_pDoc->OnNewDocument());
+}
+
+void ClassDialogsTest::cleanup()
+{
+    m_pDoc.reset();
+    m_pMessages.reset();
+    m_pCentre.reset();
+}
+
+void ClassDialogsTest::classIsTaken()
+{
+    CClassDlg dialog(*m_pDoc);
+    dialog.m_strSection = "left over";
+    dialog.show();
+    auto const size = dialog.size();
+    StepDown(dialog, "categoryList"); // Staff
+    ClickOk(dialog);
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QCOMPARE(dialog.m_strCategory + "|" + dialog.m_strCourse + "|" + dialog.m_strSection,
+        std::string("Staff|Wellness|Morning"));
+
+    dialog.show(); // a fresh choice again
+    QCOMPARE(Child<CDropDown>(dialog, "categoryList").currentText(), QString());
+    StepDown(dialog, "categoryList", 3); // Guests
+    QCOMPARE(dialog.size(), size); // it does not jump when lists come and go
+    ClickOk(dialog);
+    QCOMPARE(dialog.m_strCategory + "|" + dialog.m_strCourse + "|" + dialog.m_strSection,
+        std::string("Guests||"));
+}
+
+void ClassDialogsTest::noClassIsRefused()
+{
+    CClassDlg dialog(*m_pDoc);
+    dialog.m_strCategory = "as before";
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    Child<QDialogButtonBox>(dialog, "buttonBox").button(QDialogButtonBox::Ok)->setFocus();
+    ClickOk(dialog);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(
+        m_pMessages->Texts(), QStringList{u"Error: select a category, course, and/or section"_s});
+    QVERIFY(m_pMessages->Messages()[0].m_icon == CMessageIcon::none);
+    QVERIFY(Child<CDropDown>(dialog, "categoryList").hasFocus());
+    QCOMPARE(dialog.m_strCategory, std::string("as before"));
+    ClickCancel(dialog);
+    QCOMPARE(m_pMessages->Texts().size(), 1);
+}
+
+void ClassDialogsTest::memberClassIsTaken()
+{
+    AddMember(12);
+    AddClass(12, 2, "'Staff', 'Wellness', 'Morning'");
+    CMemberClassDlg dialog(*m_pDoc);
+    dialog.m_lMemberID = 12;
+    dialog.m_bWithUnknown = true;
+    dialog.m_bWithAll = true;
+    dialog.show();
+    QCOMPARE(Child<CDropDown>(dialog, "classList").count(), 3);
+    ClickOk(dialog);
+    QCOMPARE(dialog.m_nClassIndex, 101);
+    QCOMPARE(dialog.m_strClass, std::string("All Categories/Courses/Sections"));
+    dialog.show();
+    StepDown(dialog, "classList");
+    ClickOk(dialog);
+    QCOMPARE(dialog.m_nClassIndex, 2);
+    QCOMPARE(dialog.m_strClass, std::string("Staff Wellness Morning"));
+    dialog.show();
+    QTest::keyClick(&Child<CDropDown>(dialog, "classList"), Qt::Key_Up);
+    ClickCancel(dialog);
+    QCOMPARE(dialog.m_nClassIndex, 2);
+}
+
+void ClassDialogsTest::memberWithoutClassesKeepsWhatWasAskedFor()
+{
+    AddMember(12);
+    CMemberClassDlg dialog(*m_pDoc);
+    dialog.m_lMemberID = 12;
+    dialog.m_bWithAll = true;
+    dialog.show();
+    QCOMPARE(Child<CDropDown>(dialog, "classList").count(), 0);
+    ClickOk(dialog);
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QCOMPARE(dialog.m_nClassIndex, 101);
+    QCOMPARE(dialog.m_strClass, std::string("All Categories/Courses/Sections"));
+}
+
+void ClassDialogsTest::updateStartsFromTheCentresDefaults()
+{
+    CUpdateClassDlg dialog(*m_pDoc);
+    dialog.show();
+    QVERIFY(Child<QRadioButton>(dialog, "orientYesButton").isChecked());
+    QCOMPARE(Child<CSpinField>(dialog, "reEvalSpin").text(), u"3"_s);
+    QCOMPARE(Child<CSpinField>(dialog, "otherSpin").text(), u"4"_s);
+    QCOMPARE(Child<CDropDown>(dialog, "gradeList").currentText(), u"Satisfactory"_s);
+    QVERIFY(Child<QRadioButton>(dialog, "transferButton").isChecked());
+
+    StepDown(dialog, "categoryList");
+    Child<QRadioButton>(dialog, "orientNoButton").click();
+    Type(Child<CSpinField>(dialog, "reEvalSpin"), u"99"_s);
+    Type(Child<CSpinField>(dialog, "otherSpin"), u"0"_s);
+    StepDown(dialog, "gradeList", 2);
+    Child<QRadioButton>(dialog, "deleteButton").click();
+    ClickOk(dialog);
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    auto const& taken = dialog.m_class;
+    QCOMPARE(taken.category + "|" + taken.course + "|" + taken.section,
+        std::string("Staff|Wellness|Morning"));
+    QVERIFY(!taken.orientBonus && !dialog.m_bTransfer);
+    QCOMPARE(taken.reEvalBonuses, 99);
+    QCOMPARE(taken.otherBonuses, 0);
+    QCOMPARE(taken.gradeStat, std::uint8_t(CDAODef::gsWithdrawn));
+    QCOMPARE(taken.classIndex, 0);
+}
+
+void ClassDialogsTest::updateIsChecked_data()
+{
+    QTest::addColumn<QString>("reEval");
+    QTest::addColumn<QString>("other");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("focus");
+    auto const range = u"Enter an integer between 0 and 99."_s;
+    QTest::newRow("both bonuses wrong") << u"100"_s << u"100"_s << range << u"reEvalSpin"_s;
+    QTest::newRow("no number") << u"1"_s << u""_s << u"Enter an integer."_s << u"otherSpin"_s;
+    QTest::newRow("the class comes last")
+        << u"0"_s << u"99"_s << u"Error: select a category, course, and/or section"_s
+        << u"categoryList"_s;
+}
+
+void ClassDialogsTest::updateIsChecked()
+{
+    QFETCH(QString const, reEval);
+    QFETCH(QString const, other);
+    QFETCH(QString const, message);
+    QFETCH(QString const, focus);
+    CUpdateClassDlg dialog(*m_pDoc);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    Type(Child<CSpinField>(dialog, "reEvalSpin"), reEval);
+    Type(Child<CSpinField>(dialog, "otherSpin"), other);
+    ClickOk(dialog);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(m_pMessages->Texts(), QStringList{message});
+    QCOMPARE(dialog.focusWidget()->objectName(), focus);
+    QCOMPARE(dialog.m_class.reEvalBonuses, 3);
+}
+
+void ClassDialogsTest::formsAreFitForEveryone()
+{
+    auto const check = [this] {
+        CClassDlg classDlg(*m_pDoc);
+        CUpdateClassDlg updateDlg(*m_pDoc);
+        for (auto* const dialog : std::initializer_list<QDialog*>{&classDlg, &updateDlg}) {
+            dialog->show();
+            auto const size = dialog->size();
+            QCOMPARE(FaultsOf(*dialog), QStringList());
+            StepDown(*dialog, "categoryList");
+            QCoreApplication::processEvents();
+            QVERIFY(Child<CDropDown>(*dialog, "sectionList").isVisible());
+            QCOMPARE(FaultsOf(*dialog), QStringList());
+            QCOMPARE(dialog->size(), size);
+        }
+        CMemberClassDlg memberDlg(*m_pDoc);
+        memberDlg.m_lMemberID = 12;
+        memberDlg.show();
+        QCOMPARE(FaultsOf(memberDlg), QStringList());
+    };
+    AddMember(12);
+    AddClass(12, 2, "'A category with a long name', 'A course with a long name', 'and more'");
+    check();
+    CLargeFont const large;
+    check();
+}
+
+QTEST_MAIN(ClassDialogsTest)
+#include "ClassDialogsTest.moc"

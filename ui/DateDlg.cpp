@@ -1,0 +1,39 @@
+#include "ui/DateDlg.h"
+
+#include "ui_DateDlg.h"
+
+#include "ui/ControlID.h"
+#include "ui/FieldExchange.h"
+#include "ui/Messages.h"
+
+namespace
+{
+
+constexpr int kDialogID = 205;
+
+} // namespace
+
+CDateDlg::CDateDlg(QWidget* parent)
+    : CDialog(parent)
+    , m_ui(std::make_unique<Ui::DateDlg>())
+{
+    m_ui->setupUi(this);
+    SetControlID(this, kDialogID);
+}
+
+CDateDlg::~CDateDlg() = default;
+
+void CDateDlg::ShowFields()
+{
+    ShowDate(*m_ui->dateEdit, m_dtDate);
+}
+
+bool CDateDlg::TakeFields()
+{
+    auto const date = TakeDate(*m_ui->dateEdit, m_dtDate);
+    if (!date.ChkStatus() || (m_bNoFuture && date.IsAfterToday())) {
+        return Refuse(m_ui->dateEdit, {}); // without a message, on purpose
+    }
+    m_dtDate = date;
+    return true;
+}

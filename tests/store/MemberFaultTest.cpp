@@ -185,7 +185,7 @@ TEST_F(MemberFaultTest, ARefusedRowTakesTheWholeSaveBack)
     EXPECT_FALSE(WholeMember::Save(1, 2, 10, 1)) << "the ID of another member";
     EXPECT_EQ(WholeMember::Load(1), 1);
     Run(DataFile::member,
-        "CREATE TRIGGER refuse BEFORE INSERT ON classes WHEN NEW.category = '30' "
+        "CREATE TRIGGER refuse BEFORE UPDATE ON classes WHEN NEW.category = '30' "
         "BEGIN SELECT RAISE(ABORT, 'no'); END");
     EXPECT_FALSE(WholeMember::Save(3, 30)) << "the last of its tables";
     EXPECT_EQ(WholeMember::Load(3), 3);

@@ -16,6 +16,8 @@ std::string WorkoutColumns(); ///< of a SELECT, the key first
 std::string MemberPath();
 void AddMembers(CRawDatabase const& raw);
 void FillDatabase();
+/// In MemberBench.cpp; gives the members the rows of their other tables first.
+void RegisterMemberPairs();
 
 /// Registers two measurements of the same work, to be compared; see CRatioReporter.
 void RegisterPair(char const* what, void (*raw)(benchmark::State&),

@@ -23,7 +23,8 @@ CRawDatabase::CRawDatabase(std::string const& path)
         path.c_str(), &connection, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     m_connection.reset(connection);
     MustBe(code == SQLITE_OK, connection);
-    Run("PRAGMA synchronous = FULL; PRAGMA foreign_keys = ON");
+    // As much memory for pages as the store has, and no more.
+    Run("PRAGMA synchronous = FULL; PRAGMA foreign_keys = ON; PRAGMA cache_size = -16384");
 }
 
 void CRawDatabase::Run(char const* sql) const

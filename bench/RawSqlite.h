@@ -35,6 +35,11 @@ public:
     {
         sqlite3_bind_int64(m_pStatement, parameter, value);
     }
+    void Bind(int parameter, std::string const& text) const
+    {
+        sqlite3_bind_text(
+            m_pStatement, parameter, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+    }
     bool Step() const;
     void Reset() const { sqlite3_reset(m_pStatement); }
     std::int64_t Integer(int column) const { return sqlite3_column_int64(m_pStatement, column); }

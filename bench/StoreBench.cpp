@@ -196,6 +196,7 @@ int main(int argc, char** argv)
         return 1;
     }
     FillDatabase();
+    RegisterMemberPairs();
     RegisterPair("open 1,000,000 keys", RawKeys, StoreKeys, benchmark::kMillisecond);
     RegisterPair("walk, by key", RawWalk, StoreWalk, benchmark::kMillisecond);
     RegisterPair("walk, by time", RawWalkByTime, StoreWalkByTime, benchmark::kMillisecond);

@@ -11,7 +11,7 @@ public:
     CRecordClass const* GetClass() const override { return GetThisClass(); }
     CRecordLine const& GetLine() const override;
 
-    enum actlevel
+    enum actlevel : std::uint8_t
     {
         alSedentary,
         alLight,
@@ -19,7 +19,7 @@ public:
         alActive,
         alVeryActive
     };
-    enum method
+    enum method : std::uint8_t
     {
         mBodyMeasurements,
         mSkinfolds,

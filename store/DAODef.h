@@ -10,7 +10,7 @@ public:
     static CRecordClass const* GetThisClass();
     CRecordClass const* GetClass() const override { return GetThisClass(); }
 
-    enum gradestat
+    enum gradestat : std::uint8_t
     {
         gsNone,
         gsInProgress,
@@ -18,7 +18,7 @@ public:
         gsIncomplete,
         gsWithdrawn
     };
-    enum enrollper
+    enum enrollper : std::uint8_t
     {
         epMonth,
         epQuarter,

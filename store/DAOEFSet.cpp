@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr std::size_t kFirstBlock = 16;
+constexpr std::size_t kFewRows = 512; // that are worth reading at once
 // A walk that takes its time between rows must not act on what another program changed long ago.
 constexpr auto kBlockAge = std::chrono::seconds(1);
 
@@ -179,12 +180,12 @@ CTableInfo const& CDAOEFSet::Table()
 
 // ---- the selection
 
-int CDAOEFSet::Select(std::string_view clause, std::vector<DbValue> values, bool few)
+int CDAOEFSet::Select(std::string_view clause, std::vector<DbValue> values, Extent extent)
 {
     Close();
     m_strClause = clause;
     m_values = std::move(values);
-    m_bFew = few;
+    m_extent = extent;
     return RunSelection();
 }
 
@@ -199,9 +200,7 @@ int CDAOEFSet::RunSelection()
     if (database == nullptr) {
         return 0;
     }
-    CSelection const selection{m_strClause, m_values};
-    m_status = m_bFew ? database->FindRows(Table(), selection, m_keys, m_block)
-                      : database->FindKeys(Table(), selection, m_keys);
+    m_status = ReadSelection(*database);
     if (!m_status) {
         m_keys.Clear();
         return 0;
@@ -213,9 +212,26 @@ int CDAOEFSet::RunSelection()
     m_blockTime = RoughTime();
     if (m_keys.Size() > 0) {
         // A first row that cannot be read any more keeps its turn like every other.
-        GoTo(0, !m_bFew);
+        GoTo(0, m_block.Rows() == 0);
     }
     return ToCount(m_keys.Size());
+}
+
+/// Reads the keys, and the rows with them where they are few.
+CDbStatus CDAOEFSet::ReadSelection(CDatabase& database)
+{
+    if (m_extent == Extent::few) {
+        return database.FindRows(Table(), {m_strClause, m_values}, m_keys, m_block);
+    }
+    if (m_extent == Extent::mostlyFew) {
+        auto const limited = m_strClause + " LIMIT " + std::to_string(kFewRows + 1);
+        auto status = database.FindRows(Table(), {limited, m_values}, m_keys, m_block);
+        if (!status || m_keys.Size() <= kFewRows) {
+            return status;
+        }
+        m_block.Reset(0, 0);
+    }
+    return database.FindKeys(Table(), {m_strClause, m_values}, m_keys);
 }
 
 void CDAOEFSet::Close()

@@ -98,15 +98,23 @@ protected:
     template <typename... Values>
     int Find(std::string_view clause, Values const&... values)
     {
-        return Select(clause, {ToValue(values)...}, false);
+        return Select(clause, {ToValue(values)...}, Extent::many);
     }
     /// The same for a find that gives at most a handful of rows: one statement reads them whole.
     template <typename... Values>
     int FindFew(std::string_view clause, Values const&... values)
     {
-        return Select(clause, {ToValue(values)...}, true);
+        return Select(clause, {ToValue(values)...}, Extent::few);
     }
-    int Select(std::string_view clause, std::vector<DbValue> values, bool few);
+    /// How many rows a find may give: a handful, any number, or mostly few that an index leads to.
+    /// Of the last kind, those that turn out to be many are found a second time.
+    enum class Extent
+    {
+        few,
+        mostlyFew,
+        many
+    };
+    int Select(std::string_view clause, std::vector<DbValue> values, Extent extent);
 
     /// The database of this set, null when it cannot be used: LastStatus() tells why.
     CDatabase* Database();
@@ -146,6 +154,7 @@ private:
     CTableInfo const& Table();
     bool HasSelection() const;
     int RunSelection();
+    CDbStatus ReadSelection(CDatabase& database);
     void Close();
     bool GoTo(std::size_t position, bool afresh);
     bool ReadBlock(std::size_t position, std::size_t most);
@@ -164,7 +173,7 @@ private:
 
     std::string m_strClause;
     std::vector<DbValue> m_values;
-    bool m_bFew = false;
+    Extent m_extent = Extent::many;
     bool m_bOpen = false;
     unsigned m_nGeneration = 0; ///< of the session, when the selection was made
 

@@ -38,7 +38,7 @@ int CDAOMem::FindMembers(CMemberSearchData const& search, bool /*byName*/, bool 
 {
     std::vector<DbValue> values;
     auto const clause = search.Clause(CMemberSearchData::Over::members, values);
-    return Select(clause, std::move(values), false);
+    return Select(clause, std::move(values), search.UsesIndex() ? Extent::mostlyFew : Extent::many);
 }
 
 void CDAOMem::ExchangeFields(CFieldExchange& fx)

@@ -13,7 +13,7 @@ int CDAOMemCls::FindMembers(CMemberSearchData const& search, bool /*byName*/, bo
 {
     std::vector<DbValue> values;
     auto const clause = search.Clause(CMemberSearchData::Over::classes, values);
-    return Select(clause, std::move(values), false);
+    return Select(clause, std::move(values), search.UsesIndex() ? Extent::mostlyFew : Extent::many);
 }
 
 void CDAOMemCls::ExchangeFields(CFieldExchange& fx)

@@ -51,7 +51,7 @@ int CDAOWk::FindWks(
         clause += " AND (workout_ok <> 0) = ?";
         values.emplace_back(std::int64_t(filter));
     }
-    return Select(clause + " ORDER BY check_in, id", std::move(values), false);
+    return Select(clause + " ORDER BY check_in, id", std::move(values), Extent::many);
 }
 
 int CDAOWk::CountToday()

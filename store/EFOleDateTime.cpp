@@ -35,6 +35,11 @@ chr::sys_days DaysOf(std::int64_t dayNumber)
     return kEpoch + chr::days(dayNumber);
 }
 
+chr::year_month_day DateOf(std::int64_t dayNumber)
+{
+    return {DaysOf(dayNumber)};
+}
+
 std::string Padded(int value, std::size_t width)
 {
     auto const digits = std::to_string(value);
@@ -264,7 +269,7 @@ void CEFOleDateTime::AddMonths(int months)
     if (!ChkStatus()) {
         return;
     }
-    chr::year_month_day const date(DaysOf(DayNumber()));
+    auto const date = DateOf(DayNumber());
     auto const month = chr::year_month(date.year(), date.month()) + chr::months(months);
     chr::year_month_day const last(month / chr::last);
     auto const target = month / std::min(date.day(), last.day());
@@ -306,34 +311,37 @@ std::int64_t CEFOleDateTime::DayNumber() const
 
 int CEFOleDateTime::Year() const
 {
-    return static_cast<int>(chr::year_month_day(DaysOf(DayNumber())).year());
+    return ChkStatus() ? static_cast<int>(DateOf(DayNumber()).year()) : 0;
 }
 
 int CEFOleDateTime::Month() const
 {
-    auto const month = chr::year_month_day(DaysOf(DayNumber())).month();
-    return static_cast<int>(static_cast<unsigned>(month));
+    return ChkStatus() ? static_cast<int>(static_cast<unsigned>(DateOf(DayNumber()).month())) : 0;
 }
 
 int CEFOleDateTime::Day() const
 {
-    auto const day = chr::year_month_day(DaysOf(DayNumber())).day();
-    return static_cast<int>(static_cast<unsigned>(day));
+    return ChkStatus() ? static_cast<int>(static_cast<unsigned>(DateOf(DayNumber()).day())) : 0;
 }
 
 int CEFOleDateTime::Hour() const
 {
-    return static_cast<int>((m_nSeconds - DayNumber() * kDay) / 3600);
+    return static_cast<int>(SecondOfDay() / 3600);
 }
 
 int CEFOleDateTime::Minute() const
 {
-    return static_cast<int>((m_nSeconds - DayNumber() * kDay) / 60 % 60);
+    return static_cast<int>(SecondOfDay() / 60 % 60);
 }
 
 int CEFOleDateTime::Second() const
 {
-    return static_cast<int>((m_nSeconds - DayNumber() * kDay) % 60);
+    return static_cast<int>(SecondOfDay() % 60);
+}
+
+std::int64_t CEFOleDateTime::SecondOfDay() const
+{
+    return ChkStatus() ? m_nSeconds - DayNumber() * kDay : 0;
 }
 
 int MinutesBetween(CEFOleDateTime const& from, CEFOleDateTime const& to)

@@ -63,6 +63,7 @@ public:
     int ElapsedYrs() const; ///< whole years until today; negative for a date to come
     int ElapsedMin() const; ///< whole minutes until now, never negative
 
+    // Its parts; 0 when it is invalid.
     int Year() const;
     int Month() const;
     int Day() const;
@@ -81,6 +82,7 @@ public:
 
 private:
     std::int64_t DayNumber() const;
+    std::int64_t SecondOfDay() const;
 
     std::int64_t m_nSeconds = 0;
 };

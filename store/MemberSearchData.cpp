@@ -22,11 +22,16 @@ public:
     }
 
     /// The column begins with the text, or equals it. The part of the text before its first letter
-    /// beyond ASCII narrows the rows by an index; the function compares the whole.
+    /// beyond ASCII narrows the rows by an index; the function compares the whole. To equal a text
+    /// that is ASCII alone is something that the index itself can tell.
     void AddText(std::string const& column, std::string const& text, bool whole)
     {
         auto const plain = std::find_if(
             text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+        if (whole && plain == text.end()) {
+            Add(column + " = ? COLLATE NOCASE", text);
+            return;
+        }
         std::string const prefix(text.begin(), plain);
         if (!prefix.empty()) {
             // Every text that begins with the prefix lies between it and itself with the largest

@@ -50,6 +50,11 @@ public:
         search criterion, char const* first, char const* second, char const* third);
 
     bool Has(search criterion) const { return m_criteria.contains(criterion); }
+    /// Whether an index leads to the members, which are few then as a rule.
+    bool UsesIndex() const
+    {
+        return Has(sMemberID) || Has(sWorkoutNumber) || Has(sLastName) || Has(sClass);
+    }
 
     /// Which rows a clause selects from.
     enum class Over

@@ -61,9 +61,10 @@ private:
 
 constexpr std::array kRecordTables = {"workouts", "evaluations", "body_compositions"};
 
+/// Beyond our own indexes other programs may have given theirs.
 bool IsClassIndex(std::uint8_t index)
 {
-    return index >= 1 && index <= CDAOCls::kLargestIndex;
+    return index >= 1 && (index <= CDAOCls::kLargestIndex || index > CDAOCls::kAllClasses);
 }
 
 /// A class as it stands in the table.
@@ -73,18 +74,23 @@ struct StoredClass
     bool taken = false; ///< a slot carries its index on
 };
 
+/// A class as it is to be stored.
+struct GivenClass
+{
+    CClassSlot slot;
+    bool settled = false; ///< which index it carries
+};
+
 CClassSlot SlotOf(CDAOCls const& row)
 {
     return {row.m_Category, row.m_Course, row.m_Section, row.m_GradeStat, row.m_Orient != 0,
         row.m_ReEval, row.m_Other, row.m_ClassIndex};
 }
 
-std::vector<StoredClass> ReadClasses(std::int32_t memberID, bool& read)
+std::vector<StoredClass> ReadClasses(CDAOCls& set, std::int32_t memberID)
 {
     std::vector<StoredClass> classes;
-    CDAOCls set;
     int const count = set.FindClasses(memberID);
-    read = set.LastStatus().IsOK();
     for (int i = 0; i < count; ++i) {
         classes.push_back({SlotOf(set), false});
         set.Op(CDAOEFSet::opMoveNext);
@@ -97,20 +103,20 @@ bool IsSameClass(CClassSlot const& a, CClassSlot const& b)
     return a.category == b.category && a.course == b.course && a.section == b.section;
 }
 
-bool IsHeld(std::vector<CClassSlot> const& slots, std::uint8_t index)
+bool IsHeld(std::vector<GivenClass> const& given, std::uint8_t index)
 {
-    return std::any_of(slots.begin(), slots.end(),
-        [&](CClassSlot const& slot) { return slot.classIndex == index; });
+    return std::any_of(given.begin(), given.end(),
+        [&](GivenClass const& one) { return one.settled && one.slot.classIndex == index; });
 }
 
 /// The first free index that no slot of this save holds either; 0 when there is none.
-std::uint8_t FreshIndex(std::int32_t memberID, std::vector<CClassSlot> const& slots)
+std::uint8_t FreshIndex(std::int32_t memberID, std::vector<GivenClass> const& given)
 {
     CDAOCls set;
     std::uint8_t seed = 1;
     for (unsigned tries = 0; tries < CDAOCls::kLargestIndex; ++tries) {
         auto const index = set.GenerateIndex(memberID, seed);
-        if (index == 0 || !IsHeld(slots, index)) {
+        if (index == 0 || !IsHeld(given, index)) {
             return index;
         }
         seed = static_cast<std::uint8_t>(index % CDAOCls::kLargestIndex + 1);
@@ -118,57 +124,69 @@ std::uint8_t FreshIndex(std::int32_t memberID, std::vector<CClassSlot> const& sl
     return 0;
 }
 
+/// Settles the slots that know their index; returns those that name one which an earlier slot has.
+/// A class given back as it was read keeps even an index that is none.
+std::vector<GivenClass*> SettleKnown(
+    std::vector<GivenClass>& given, std::vector<StoredClass> const& stored)
+{
+    std::vector<GivenClass*> twice;
+    for (std::size_t i = 0; i < given.size(); ++i) {
+        auto& one = given[i];
+        if (IsClassIndex(one.slot.classIndex)) {
+            one.settled = !IsHeld(given, one.slot.classIndex);
+            if (!one.settled) {
+                twice.push_back(&one);
+            }
+        } else {
+            one.settled = i < stored.size() && one.slot == stored[i].slot;
+        }
+    }
+    return twice;
+}
+
+/// Settles a slot on the index of the first suitable row that no slot has taken.
+template <typename Suits>
+void TakeIndex(GivenClass& one, std::vector<GivenClass> const& given,
+    std::vector<StoredClass>& stored, Suits const& suits)
+{
+    auto const found = std::find_if(stored.begin(), stored.end(), [&](StoredClass const& row) {
+        return !row.taken && IsClassIndex(row.slot.classIndex)
+            && !IsHeld(given, row.slot.classIndex) && suits(row);
+    });
+    if (!one.settled && found != stored.end()) {
+        found->taken = true;
+        one.slot.classIndex = found->slot.classIndex;
+        one.settled = true;
+    }
+}
+
+bool TakeFreshIndex(std::int32_t memberID, GivenClass& one, std::vector<GivenClass> const& given)
+{
+    if (!one.settled) {
+        one.slot.classIndex = FreshIndex(memberID, given);
+        one.settled = one.slot.classIndex != 0;
+    }
+    return one.settled;
+}
+
 /// Settles which index each slot carries on; false when there is none left.
 bool GiveIndexes(
-    std::int32_t memberID, std::vector<CClassSlot>& slots, std::vector<StoredClass>& stored)
+    std::int32_t memberID, std::vector<GivenClass>& given, std::vector<StoredClass>& stored)
 {
-    std::vector<CClassSlot> settled;
-    auto const take = [&](auto const& suits) {
-        auto const found = std::find_if(stored.begin(), stored.end(), [&](StoredClass const& row) {
-            return !row.taken && IsClassIndex(row.slot.classIndex)
-                && !IsHeld(slots, row.slot.classIndex) && suits(row);
-        });
-        if (found == stored.end()) {
-            return std::uint8_t(0);
-        }
-        found->taken = true;
-        return found->slot.classIndex;
-    };
     // Slots that know their index come first: nobody else may take it.
-    for (std::size_t i = 0; i < slots.size(); ++i) {
-        auto& index = slots[i].classIndex;
-        if (!IsClassIndex(index)) {
-            index = 0;
-        }
-        std::vector<CClassSlot> const earlier(
-            slots.begin(), slots.begin() + static_cast<std::ptrdiff_t>(i));
-        bool const twice = index != 0 && IsHeld(earlier, index);
-        if (twice) {
-            index = 0;
-            index = FreshIndex(memberID, slots);
-            if (index == 0) {
-                return false;
-            }
-        }
-    }
-    for (auto& slot : slots) {
-        if (slot.classIndex == 0) {
-            slot.classIndex
-                = take([&](StoredClass const& row) { return IsSameClass(row.slot, slot); });
-        }
-    }
-    for (auto& slot : slots) {
-        if (slot.classIndex == 0) {
-            slot.classIndex = take([](StoredClass const&) { return true; });
-        }
-        if (slot.classIndex == 0) {
-            slot.classIndex = FreshIndex(memberID, slots);
-        }
-        if (slot.classIndex == 0) {
+    for (auto* const one : SettleKnown(given, stored)) {
+        if (!TakeFreshIndex(memberID, *one, given)) {
             return false;
         }
     }
-    return true;
+    for (auto& one : given) {
+        TakeIndex(one, given, stored,
+            [&](StoredClass const& row) { return IsSameClass(row.slot, one.slot); });
+    }
+    return std::all_of(given.begin(), given.end(), [&](GivenClass& one) {
+        TakeIndex(one, given, stored, [](StoredClass const&) { return true; });
+        return TakeFreshIndex(memberID, one, given);
+    });
 }
 
 void MoveRecords(
@@ -189,24 +207,48 @@ void DeleteRecords(CMemberChange& change, std::int32_t memberID, std::uint8_t cl
     }
 }
 
-void AddClassRow(CMemberChange& change, std::int32_t memberID, CClassSlot const& slot)
+/// Sets the fields that a slot has otherwise.
+void SetFields(CDAOCls& row, CClassSlot const& slot)
 {
-    if (!change.IsOK()) {
-        return;
-    }
-    CDAOCls row;
-    row.OpenSet(false);
-    change.Require(row.Op(CDAOEFSet::opAddNew));
-    row.m_MemberID = memberID;
     row.m_ClassIndex = slot.classIndex;
     row.m_Category = slot.category;
     row.m_Course = slot.course;
     row.m_Section = slot.section;
     row.m_GradeStat = slot.gradeStat;
-    row.m_Orient = slot.orientBonus ? 1 : 0;
+    if ((row.m_Orient != 0) != slot.orientBonus) {
+        row.m_Orient = slot.orientBonus ? 1 : 0;
+    }
     row.m_ReEval = static_cast<std::int16_t>(slot.reEvalBonuses);
     row.m_Other = static_cast<std::int16_t>(slot.otherBonuses);
-    change.Require(row.Op(CDAOEFSet::opUpdate));
+}
+
+/// Stores the classes in the order of their slots. Rows that stay in their places are changed
+/// there, in nothing but what differs: what another program put into them is kept. From the first
+/// row on that does not stay, all are stored anew.
+bool StoreClasses(CDAOCls& set, std::int32_t memberID, std::vector<GivenClass> const& given)
+{
+    std::size_t stay = 0;
+    bool stored = true;
+    int const count = set.CountSet();
+    for (int i = 0; i < count; ++i) {
+        bool const stays = stay == static_cast<std::size_t>(i) && stay < given.size()
+            && set.m_ClassIndex == given[stay].slot.classIndex;
+        if (!stays) {
+            stored = stored && set.DelCurrent();
+        } else if (SlotOf(set) != given[stay++].slot) {
+            stored = stored && set.Op(CDAOEFSet::opEdit);
+            SetFields(set, given[stay - 1].slot);
+            stored = stored && set.Op(CDAOEFSet::opUpdate);
+        }
+        set.Op(CDAOEFSet::opMoveNext);
+    }
+    for (; stored && stay < given.size(); ++stay) {
+        stored = set.Op(CDAOEFSet::opAddNew);
+        set.m_MemberID = memberID;
+        SetFields(set, given[stay].slot);
+        stored = stored && set.Op(CDAOEFSet::opUpdate);
+    }
+    return stored;
 }
 
 } // namespace
@@ -248,25 +290,25 @@ bool ResetMember(CDAOSmMem& members, CDAOEnr& enrollments, CDAOProf& profiles, C
 bool UpdateClasses(std::int32_t memberID, CClassSlot const& slot1, CClassSlot const& slot2,
     CClassSlot const& slot3)
 {
-    std::vector<CClassSlot> slots;
+    std::vector<GivenClass> given;
     for (auto const* slot : {&slot1, &slot2, &slot3}) {
         if (!slot->IsEmpty()) {
-            slots.push_back(*slot);
+            given.push_back({*slot, false});
         }
     }
     CMemberChange change;
-    bool read = false;
-    auto stored = ReadClasses(memberID, read);
-    change.Require(read && GiveIndexes(memberID, slots, stored));
+    if (!change.IsOK()) {
+        return false; // record sets would write without the transaction
+    }
+    CDAOCls set;
+    auto stored = ReadClasses(set, memberID);
+    change.Require(set.LastStatus() && GiveIndexes(memberID, given, stored));
     for (auto const& row : stored) {
-        if (!IsHeld(slots, row.slot.classIndex)) {
+        if (!IsHeld(given, row.slot.classIndex)) {
             change.Require(UpdateClassIndex(memberID, row.slot.classIndex, CDAOCls::kUnknown));
         }
     }
-    change.Run("DELETE FROM classes WHERE member_id = ?", {std::int64_t(memberID)});
-    for (auto const& slot : slots) {
-        AddClassRow(change, memberID, slot);
-    }
+    change.Require(StoreClasses(set, memberID, given));
     return change.Commit();
 }
 

@@ -30,6 +30,7 @@ struct CClassSlot
     std::uint8_t classIndex = 0;
 
     bool IsEmpty() const { return category.empty() && course.empty() && section.empty(); }
+    bool operator==(CClassSlot const&) const = default;
 };
 
 /// True when a member has that member ID or workout number.
@@ -44,8 +45,9 @@ bool ResetMember(CDAOSmMem& members, CDAOEnr& enrollments, CDAOProf& profiles, C
 /// Rewrites a member's classes from the slots, in their order. A slot keeps the index it gives; one
 /// that gives none keeps the index of the stored class of the same names, else that of a stored
 /// class that no slot took, else gets a free one. An index given twice is replaced in the later
-/// slot. Records of a stored class that no slot holds any more move to index 99. False when it
-/// could not be stored.
+/// slot. Records of a stored class that no slot holds any more move to index 99. A class that stays
+/// in its place is changed in what differs alone: one given back as it was read keeps what another
+/// program put there. False when it could not be stored.
 bool UpdateClasses(std::int32_t memberID, CClassSlot const& slot1, CClassSlot const& slot2,
     CClassSlot const& slot3);
 

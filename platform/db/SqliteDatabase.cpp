@@ -142,12 +142,12 @@ CSqliteDatabase::TableStatements& CSqliteDatabase::StatementsOf(CTableInfo const
 {
     auto const [found, added] = m_tables.try_emplace(&table);
     if (added) {
-        auto& select = found->second.select;
-        select = "SELECT take_row(id";
+        std::string columns = "id";
         for (auto const& column : table.columns) {
-            select += ", " + column;
+            columns += ", " + column;
         }
-        select += ") FROM " + table.name + " ";
+        found->second.select = "SELECT " + columns + " FROM " + table.name + " ";
+        found->second.take = "SELECT take_row(" + columns + ") FROM " + table.name + " ";
     }
     return found->second;
 }

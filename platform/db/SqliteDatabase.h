@@ -66,7 +66,8 @@ private:
     /// The statements over one table, prepared when they are first needed.
     struct TableStatements
     {
-        std::string select; ///< "SELECT take_row(id, columns) FROM table "
+        std::string select; ///< "SELECT id, columns FROM table "
+        std::string take; ///< "SELECT take_row(id, columns) FROM table "
         CStatementPtr few;
         CStatementPtr block;
         CStatementPtr range;
@@ -96,7 +97,6 @@ private:
     TableStatements& StatementsOf(CTableInfo const& table);
     CDbStatus BindKeys(TableStatements& statements, std::span<std::int64_t const> keys,
         bool ascending, sqlite3_stmt*& statement);
-    CDbStatus TakeRows(sqlite3_stmt* statement);
     void TakeRow(std::span<sqlite3_value*> values);
     CDbStatus RemoveOne(CTableInfo const& table, std::int64_t key, std::int64_t& removed);
     CDbStatus AddFindings(char const* sql, char const* what, std::vector<std::string>& findings);
@@ -115,10 +115,7 @@ private:
     CStatementPtr m_begin;
     CStatementPtr m_commit;
     CStatementPtr m_rollback;
-    // Where the rows of the statement that runs go: to their places in a block, or one after the
-    // other with their keys.
-    CRowBlock* m_pTakenRows = nullptr;
-    CKeyset* m_pTakenKeys = nullptr;
+    CRowBlock* m_pTakenRows = nullptr; ///< where the rows of the statement that runs go
     std::vector<std::pair<std::int64_t, std::size_t>> m_order; ///< keys of a block, sorted
     std::size_t m_nNextInOrder = 0;
     int m_nDepth = 0; ///< of nested transactions

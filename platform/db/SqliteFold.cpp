@@ -61,12 +61,22 @@ std::string const& FoldedPattern(sqlite3_context* context, sqlite3_value* value)
     return pattern == nullptr ? none : *pattern;
 }
 
+bool Meets(std::string_view text, std::string_view pattern, bool whole)
+{
+    return whole ? text == pattern : text.starts_with(pattern);
+}
+
 template <bool Whole>
 void Compare(sqlite3_context* context, int /*count*/, sqlite3_value** values)
 {
     auto const& pattern = FoldedPattern(context, values[1]);
-    auto const text = Folded(TextOf(values[0]));
-    bool const met = Whole ? text == pattern : text.starts_with(pattern);
+    auto const text = TextOf(values[0]);
+    // Most texts are plain: they are compared where they are.
+    bool const met = IsPlain(text)
+        ? (Whole ? text.size() == pattern.size() : text.size() >= pattern.size())
+            && std::equal(pattern.begin(), pattern.end(), text.begin(),
+                [](char folded, char c) { return folded == Lower(c); })
+        : Meets(Folded(text), pattern, Whole);
     sqlite3_result_int(context, met ? 1 : 0);
 }
 

@@ -98,6 +98,7 @@ CDbStatus Connect(std::string const& path, CConnectionPtr& connection)
     AddFoldFunctions(opened);
     int const set = sqlite3_exec(opened,
         "PRAGMA cell_size_check = ON; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY; "
+        "PRAGMA cache_size = -16384; "
         "PRAGMA wal_autocheckpoint = 0;",
         nullptr, nullptr, nullptr);
     return set == SQLITE_OK ? CDbStatus() : SqliteFailure(opened, set, path);

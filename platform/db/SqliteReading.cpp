@@ -23,6 +23,16 @@ bool IsDense(std::span<std::int64_t const> keys)
     return width < keys.size() + keys.size() / 4;
 }
 
+/// Adds the columns of a statement's row, from the first one wanted on.
+void AddRow(sqlite3_stmt* statement, int first, CRowBlock& rows)
+{
+    auto* cell = rows.AddRow();
+    for (int column = first; column < sqlite3_column_count(statement); ++column) {
+        // Plain values are as good as protected ones: one thread uses the connection.
+        CopyValue(sqlite3_column_value(statement, column), *cell++, rows);
+    }
+}
+
 } // namespace
 
 CDbStatus CSqliteDatabase::FindKeys(
@@ -64,12 +74,15 @@ CDbStatus CSqliteDatabase::FindRows(
         return status;
     }
     CStatementReset const reset(statement);
-    if (int const code = BindValues(statement, selection.values); code != SQLITE_OK) {
-        return Failure(code);
+    int code = BindValues(statement, selection.values);
+    if (code == SQLITE_OK) {
+        // Not by take_row: where rows are sorted, it is called before that.
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            keys.Add(sqlite3_column_int64(statement, 0));
+            AddRow(statement, 1, rows);
+        }
     }
-    m_pTakenRows = &rows;
-    m_pTakenKeys = &keys;
-    return TakeRows(statement);
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
 }
 
 CDbStatus CSqliteDatabase::ReadRows(
@@ -99,8 +112,11 @@ CDbStatus CSqliteDatabase::ReadRows(
     }
     m_nNextInOrder = 0;
     m_pTakenRows = &rows;
-    m_pTakenKeys = nullptr;
-    return TakeRows(statement);
+    int code = SQLITE_ROW;
+    while (code == SQLITE_ROW) {
+        code = sqlite3_step(statement);
+    }
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
 }
 
 CDbStatus CSqliteDatabase::BindKeys(TableStatements& statements, std::span<std::int64_t const> keys,
@@ -111,7 +127,7 @@ CDbStatus CSqliteDatabase::BindKeys(TableStatements& statements, std::span<std::
     auto& prepared = range ? statements.range : few ? statements.few : statements.block;
     std::size_t const places = few ? kFewRows : kBlockRows;
     if (prepared == nullptr) {
-        auto const sql = statements.select
+        auto const sql = statements.take
             + (range ? std::string("WHERE id BETWEEN ? AND ?")
                      : "WHERE id IN" + SqlPlaceholders(places))
             + " ORDER BY id";
@@ -135,33 +151,18 @@ CDbStatus CSqliteDatabase::BindKeys(TableStatements& statements, std::span<std::
     return {};
 }
 
-CDbStatus CSqliteDatabase::TakeRows(sqlite3_stmt* statement)
-{
-    int code = SQLITE_ROW;
-    while (code == SQLITE_ROW) {
-        code = sqlite3_step(statement);
-    }
-    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
-}
-
 /// Called by SQLite for each row: its key and its columns. The rows of a block come by ascending
 /// key; those that nobody asked for, between the keys of a range, are passed over.
 void CSqliteDatabase::TakeRow(std::span<sqlite3_value*> values)
 {
     auto const key = sqlite3_value_int64(values.front());
-    CCell* cells = nullptr;
-    if (m_pTakenKeys != nullptr) {
-        m_pTakenKeys->Add(key);
-        cells = m_pTakenRows->AddRow();
-    } else {
-        while (m_nNextInOrder < m_order.size() && m_order[m_nNextInOrder].first < key) {
-            ++m_nNextInOrder;
-        }
-        if (m_nNextInOrder == m_order.size() || m_order[m_nNextInOrder].first != key) {
-            return;
-        }
-        cells = m_pTakenRows->FillRow(m_order[m_nNextInOrder++].second);
+    while (m_nNextInOrder < m_order.size() && m_order[m_nNextInOrder].first < key) {
+        ++m_nNextInOrder;
     }
+    if (m_nNextInOrder == m_order.size() || m_order[m_nNextInOrder].first != key) {
+        return;
+    }
+    auto* cells = m_pTakenRows->FillRow(m_order[m_nNextInOrder++].second);
     for (auto* const value : values.subspan(1)) {
         CopyValue(value, *cells++, *m_pTakenRows);
     }
@@ -179,16 +180,11 @@ CDbStatus CSqliteDatabase::Query(
         return status;
     }
     CStatementReset const reset(statement);
-    int const columns = sqlite3_column_count(statement);
-    rows.Reset(static_cast<std::size_t>(columns), 0);
+    rows.Reset(static_cast<std::size_t>(sqlite3_column_count(statement)), 0);
     int code = BindValues(statement, values);
     if (code == SQLITE_OK) {
         while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-            auto* cells = rows.AddRow();
-            for (int column = 0; column < columns; ++column) {
-                // Plain values are as good as protected ones: one thread uses the connection.
-                CopyValue(sqlite3_column_value(statement, column), cells[column], rows);
-            }
+            AddRow(statement, 0, rows);
         }
     }
     return code == SQLITE_DONE ? CDbStatus() : Failure(code);

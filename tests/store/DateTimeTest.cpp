@@ -1,6 +1,7 @@
 #include "store/EFOleDateTime.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace
 {
@@ -50,6 +51,13 @@ TEST_F(DateTimeTest, KeepsEveryDayOfItsRangeAndNothingBeyond)
     EXPECT_FALSE(CEFOleDateTime::FromDayCount(1e300).ChkStatus());
     EXPECT_FALSE(CEFOleDateTime::FromDayCount(0.0 / 0.0).ChkStatus());
     EXPECT_EQ(CEFOleDateTime(1900, 1, 1).DayCount(), 2.0);
+    for (auto const seconds :
+        {std::numeric_limits<std::int64_t>::min(), CEFOleDateTime(100, 1, 1).Seconds() - 1,
+            last + 1, std::numeric_limits<std::int64_t>::max()}) {
+        auto const date = CEFOleDateTime::FromSeconds(seconds);
+        EXPECT_EQ(date.Year() + date.Month() + date.Day(), 0) << seconds;
+        EXPECT_EQ(date.Hour() + date.Minute() + date.Second(), 0) << seconds;
+    }
 }
 
 TEST_F(DateTimeTest, RefusesTextsThatAreNoDate)

@@ -499,10 +499,10 @@ TEST_F(MemberTest, SearchMeetsAllCriteria)
 
 TEST_F(MemberTest, ClassSearchTellsWhichClassWasMet)
 {
-    AddMember(1, "A");
     AddMember(2, "B");
-    ASSERT_TRUE(UpdateClasses(1, Slot("Yoga", 4), Slot("Gym", 7), {}));
+    AddMember(1, "A");
     ASSERT_TRUE(UpdateClasses(2, Slot("yoga", 3), {}, {}));
+    ASSERT_TRUE(UpdateClasses(1, Slot("Yoga", 4), Slot("Gym", 7), {}));
     Search search;
     search.SetSearchCriteria(Search::sClass, "YOGA", "course", "");
     CDAOMemCls set;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/DatabaseSession.h"
+#include "store/EFOleDateTime.h"
 #include "tests/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -40,6 +41,15 @@ protected:
         auto const status = Database(file).Execute(sql, values, changed);
         EXPECT_TRUE(status) << status.Text();
         return changed;
+    }
+
+    /// The first cell of a SELECT's first row; -1 when it cannot be read.
+    static std::int64_t Number(DataFile file, std::string_view sql)
+    {
+        CRowBlock rows;
+        auto const status = Database(file).Query(sql, {}, rows);
+        EXPECT_TRUE(status) << status.Text();
+        return status && rows.Rows() > 0 ? rows.Row(0).Cell(0).integerValue : -1;
     }
 
     CTempFolder m_temporary;

@@ -15,6 +15,12 @@ CDropDown::CDropDown(QWidget* parent)
     });
 }
 
+void CDropDown::showPopup()
+{
+    view()->setMinimumWidth(view()->sizeHintForColumn(0));
+    QComboBox::showPopup();
+}
+
 void CDropDown::hidePopup()
 {
     bool const wasOpen = view()->isVisible();

@@ -10,6 +10,8 @@ class CDropDown : public QComboBox
 public:
     explicit CDropDown(QWidget* parent = nullptr);
 
+    /// The open list is as wide as its longest entry, however narrow the closed one is.
+    void showPopup() override;
     void hidePopup() override;
 
 Q_SIGNALS:

@@ -60,6 +60,9 @@ void CPropertySheet::AddPage(CPropertyPage* page, QString const& title)
 void CPropertySheet::ShowFields()
 {
     Open(m_nCurrent);
+    if (!testAttribute(Qt::WA_Resized)) {
+        resize(sizeHint()); // left alone, a window opens at no more than two thirds of the screen
+    }
 }
 
 bool CPropertySheet::TakeFields()

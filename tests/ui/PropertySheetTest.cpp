@@ -52,6 +52,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void pagesAreShownWhenOpened();
+    void pagesAreNotCut();
     void anUnopenedPageKeepsItsValues();
     void aPageWithAFaultIsNotLeft();
     void okChecksThePageInFront();
@@ -101,6 +102,17 @@ void PropertySheetTest::pagesAreShownWhenOpened()
     QCOMPARE(m_second->Field().text(), u"8"_s);
     QCOMPARE(m_second->m_nNumber, 8);
     QCOMPARE(FaultsOf(*m_sheet).join(u"; "_s), QString());
+}
+
+void PropertySheetTest::pagesAreNotCut()
+{
+    CPropertySheet sheet(u"Wide"_s);
+    auto* const page = new CNumberPage(u"wide"_s);
+    auto const width = sheet.screen()->availableSize().width() * 3 / 4;
+    page->Field().setMinimumWidth(width - 100);
+    sheet.AddPage(page, u"Wide"_s);
+    sheet.show();
+    QVERIFY(page->sizeHint().width() <= page->parentWidget()->width());
 }
 
 void PropertySheetTest::anUnopenedPageKeepsItsValues()

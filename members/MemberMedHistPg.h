@@ -1,0 +1,24 @@
+#pragma once
+
+#include "members/MaskPg.h"
+
+#include <memory>
+
+namespace Ui
+{
+class MemberMedHistPg;
+}
+
+/// The medical history of a member, as bits of CDAOProf::m_MedHist.
+class CMemberMedHistPg : public CMaskPg
+{
+    Q_OBJECT
+public:
+    static constexpr std::uint32_t kAllBits = 0x1FFFFF;
+
+    explicit CMemberMedHistPg(QWidget* parent = nullptr);
+    ~CMemberMedHistPg() override;
+
+private:
+    std::unique_ptr<Ui::MemberMedHistPg> const m_ui;
+};

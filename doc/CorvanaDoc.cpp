@@ -5,6 +5,7 @@
 #include "store/DAOStn.h"
 #include "store/SetCloser.h"
 #include "ui/Convert.h"
+#include "ui/MemberIDDlg.h"
 #include "ui/Messages.h"
 #include "ui/WaitCursor.h"
 
@@ -104,6 +105,13 @@ void CCorvanaDoc::StartReportServer()
         m_app.StartReportServer()
             ? tr("Report Server is running on this PC.")
             : tr("Error: the report server application failed to initialize on this PC."));
+}
+
+std::int32_t CCorvanaDoc::AskMemberID(bool mustExist)
+{
+    CMemberIDDlg prompt(Window());
+    prompt.m_bMustExist = mustExist;
+    return prompt.exec() == QDialog::Accepted ? prompt.m_lMemberID : 0;
 }
 
 QWidget* CCorvanaDoc::Window() const

@@ -31,6 +31,9 @@
 #include <vector>
 
 class CAppCommands;
+class CMemberEditor;
+class CMemberProfilePg;
+class CPropertySheet;
 struct CClassLists;
 class CDAOStn;
 class CDocViews;
@@ -70,10 +73,13 @@ public:
 
     // Members
 
-    /// Edits a member, or with ID 0 the one whose ID is entered; true when saved.
+    /// Edits a member, or with ID 0 the one whose ID is entered; adds one when no member has the
+    /// ID. True when saved. What could not be saved is told, and the form stays open.
     bool EditMember(std::int32_t memberID);
+    /// Asks for the ID of a member and edits that one.
     void EditExistingMember();
-    /// Deletes a member after asking, or with ID 0 the one whose ID is entered; true when deleted.
+    /// Deletes a member with all that hangs on it after asking, or with ID 0 the one whose ID is
+    /// entered; true when deleted. Without an expiration text the question shows the stored date.
     bool DeleteMember(std::int32_t memberID, QString const& expiration);
     void FindMembers();
 
@@ -173,6 +179,12 @@ public:
     std::int32_t m_nEvalMemberSel = 0; ///< member ID of the evaluation selection
 
 private:
+    /// Asks for a member ID; 0 when the user cancels.
+    std::int32_t AskMemberID(bool mustExist);
+    bool SaveMember(CPropertySheet& sheet, CMemberEditor& editor, CMemberProfilePg& profile);
+    void ShowSavedMember(std::int32_t memberID, std::int32_t previousID, bool isNew);
+    bool ConfirmDeletion(QString const& expiration);
+    bool DeleteFoundMember();
     bool LoadConfiguration();
     void LoadStations(CDAOStn& set, int count);
     /// Tells the failure, with the engine's reason if there is one; always false.

@@ -9,23 +9,6 @@ void CCorvanaDoc::TellNotBuiltYet()
     Tell(Window(), tr("This command is not available yet."));
 }
 
-bool CCorvanaDoc::EditMember(std::int32_t)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
-void CCorvanaDoc::EditExistingMember()
-{
-    TellNotBuiltYet();
-}
-
-bool CCorvanaDoc::DeleteMember(std::int32_t, QString const&)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
 void CCorvanaDoc::FindMembers()
 {
     TellNotBuiltYet();

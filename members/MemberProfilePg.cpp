@@ -108,12 +108,14 @@ bool CMemberProfilePg::TakeFields()
     std::int32_t memberID = 0;
     std::int32_t workoutNum = 0;
     if (!TakeNumber(*m_ui->memberIDEdit, kNumbers, memberID)
-        || !TakeNumber(*m_ui->workoutNumEdit, kNumbers, workoutNum) || !CheckNames()
-        || !CheckNumber(m_ui->memberIDEdit, memberID, m_lEntryMemberID, CDAOSmMem::idMember,
-            tr("Error: Member ID %1 is already\nin use for an existing member"))
-        || !CheckNumber(m_ui->workoutNumEdit, workoutNum, m_lEntryWorkoutNum, CDAOSmMem::idWorkout,
-            tr("Error: Workout ID %1 is already\nin use for an existing member"))) {
+        || !TakeNumber(*m_ui->workoutNumEdit, kNumbers, workoutNum) || !CheckNames()) {
         return false;
+    }
+    if (memberID != m_lEntryMemberID && IsMember(memberID, CDAOSmMem::idMember)) {
+        return RefuseMemberID(memberID);
+    }
+    if (workoutNum != m_lEntryWorkoutNum && IsMember(workoutNum, CDAOSmMem::idWorkout)) {
+        return RefuseWorkoutNum(workoutNum);
     }
     auto const birthday = TakeDate(*m_ui->birthdayEdit, m_dtBirthday);
     if (birthday.ChkStatus() && birthday > CEFOleDateTime::GetCurrentTime()) {
@@ -144,8 +146,14 @@ bool CMemberProfilePg::CheckNames() const
     return true;
 }
 
-bool CMemberProfilePg::CheckNumber(QLineEdit* field, std::int32_t number, std::int32_t atEntry,
-    CDAOSmMem::id kind, QString const& refusal) const
+bool CMemberProfilePg::RefuseMemberID(std::int32_t number)
 {
-    return number == atEntry || !IsMember(number, kind) || Refuse(field, refusal.arg(number));
+    return Refuse(m_ui->memberIDEdit,
+        tr("Error: Member ID %1 is already\nin use for an existing member").arg(number));
+}
+
+bool CMemberProfilePg::RefuseWorkoutNum(std::int32_t number)
+{
+    return Refuse(m_ui->workoutNumEdit,
+        tr("Error: Workout ID %1 is already\nin use for an existing member").arg(number));
 }

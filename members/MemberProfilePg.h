@@ -1,14 +1,11 @@
 #pragma once
 
 #include "platform/qt/PropertySheet.h"
-#include "store/DAOSmMem.h"
 #include "store/EFOleDateTime.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
-
-class QLineEdit;
 
 namespace Ui
 {
@@ -45,14 +42,16 @@ public:
     std::string m_strPhysician;
     std::string m_strMessage;
 
+    // Refuse a number that another member has, with the focus on its field; always false.
+    bool RefuseMemberID(std::int32_t number);
+    bool RefuseWorkoutNum(std::int32_t number);
+
 protected:
     void ShowFields() override;
     bool TakeFields() override;
 
 private:
     bool CheckNames() const;
-    bool CheckNumber(QLineEdit* field, std::int32_t number, std::int32_t atEntry,
-        CDAOSmMem::id kind, QString const& refusal) const;
 
     std::unique_ptr<Ui::MemberProfilePg> const m_ui;
     std::int32_t m_lEntryMemberID = 0; ///< the two numbers that are the member's own

@@ -82,6 +82,8 @@ public:
 
     /// Sets every field to no value: 0, "" or the zero date.
     void ClearFields();
+    /// The fields as they are written, to tell whether a row is still as it was read.
+    std::vector<DbValue> FieldValues();
 
     /// The outcome of the last operation that used the database or a data file.
     CDbStatus const& LastStatus() const { return m_status; }
@@ -165,7 +167,6 @@ private:
     bool BeginChange();
     bool Update();
     bool UpdateChanged(CDatabase& database);
-    std::vector<DbValue> FieldValues();
 
     CDatabase* m_pDatabase;
     CTableInfo const* m_pTable = nullptr;

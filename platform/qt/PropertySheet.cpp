@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -28,8 +29,13 @@ public:
 
     QSize sizeHint() const override
     {
-        auto const room = screen()->availableSize() * 4 / 5; // tabs, buttons and frame want some
-        return widget()->sizeHint().boundedTo(room);
+        // Tabs, buttons and the window's frame want some of the screen too.
+        auto const room = screen()->availableSize() - QSize(80, 180);
+        auto wanted = widget()->sizeHint();
+        if (wanted.height() > room.height()) {
+            wanted.rwidth() += verticalScrollBar()->sizeHint().width();
+        }
+        return wanted.boundedTo(room);
     }
 };
 
@@ -55,6 +61,15 @@ void CPropertySheet::AddPage(CPropertyPage* page, QString const& title)
     // Whatever enters the window last is the last one that Tab comes to.
     m_pButtons->setParent(nullptr);
     layout()->addWidget(m_pButtons);
+}
+
+void CPropertySheet::ShowPage(CPropertyPage const* page)
+{
+    for (int index = 0; index < m_pTabs->count(); ++index) {
+        if (Page(index) == page) {
+            m_pTabs->setCurrentIndex(index);
+        }
+    }
 }
 
 void CPropertySheet::ShowFields()
@@ -95,6 +110,10 @@ void CPropertySheet::Open(int index)
     if (!page->m_bOpened) {
         page->m_bOpened = true;
         page->ShowFields();
+        Scroller(index)->updateGeometry(); // what is shown may want more room than the empty page
+        if (isVisible()) {
+            resize(size().expandedTo(sizeHint()));
+        }
     }
 }
 

@@ -42,6 +42,8 @@ public:
 
     /// The sheet owns the page from here on. A page that is larger than the screen scrolls.
     void AddPage(CPropertyPage* page, QString const& title);
+    /// Brings a page to the front, unless the one in front does not accept its fields.
+    void ShowPage(CPropertyPage const* page);
 
 protected:
     void ShowFields() override;

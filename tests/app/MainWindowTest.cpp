@@ -3,6 +3,7 @@
 #include "doc/CorvanaDoc.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestCentre.h"
+#include "tests/ui/DialogUser.h"
 #include "tests/ui/MessageRecorder.h"
 #include "ui/ControlID.h"
 
@@ -48,6 +49,12 @@ private Q_SLOTS:
 
 private:
     void Show();
+    /// What a window manager does when a dialog has closed.
+    void Activate()
+    {
+        m_frame->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_frame.get()));
+    }
     QWidget& View() const { return *m_frame->findChild<QWidget*>(u"mainView"_s); }
     QPushButton& Button(char const* name) const
     {
@@ -66,6 +73,25 @@ namespace
 {
 
 auto const kNotYet = u"This command is not available yet."_s;
+
+/// Cancels the dialogs that open and keeps their titles.
+class CCanceller
+{
+public:
+    QStringList m_lstTitles;
+
+    explicit CCanceller(int dialogs)
+        : m_user(QList<CDialogUser::Step>(dialogs, [this](QDialog& dialog) {
+            m_lstTitles += dialog.windowTitle();
+            dialog.reject();
+        }))
+    {
+    }
+    QStringList Faults() const { return m_user.Faults(); }
+
+private:
+    CDialogUser const m_user;
+};
 
 } // namespace
 
@@ -126,6 +152,8 @@ void MainWindowTest::everyCommandReachesItsOperation()
     QMap<int, QString> const appCalls{
         {57664, u"ShowAbout"_s}, {57606, u"SetUpPrinter"_s}, {57665, u"Exit"_s}};
     QMap<int, int> const built{{32822, 1}, {32894, 13}};
+    QSet<int> const asking{32863, 32784, 32785}; // add, edit and delete a member
+    CCanceller const canceller(3);
     for (auto const& command : CommandTable()) {
         auto const number = QByteArray::number(command.m_nNumber);
         auto* const action = m_frame->findChild<QAction*>(u"command%1"_s.arg(command.m_nNumber));
@@ -144,25 +172,32 @@ void MainWindowTest::everyCommandReachesItsOperation()
         } else if (built.contains(command.m_nNumber)) {
             QCOMPARE(QueuedType(), built[command.m_nNumber]);
             QVERIFY(m_frame->statusBar()->currentMessage().contains(u"queued"_s));
+        } else if (asking.contains(command.m_nNumber)) {
+            QVERIFY2(canceller.m_lstTitles.endsWith(u"Member ID"_s), number);
+            QCOMPARE(m_messages->Texts().size(), messagesBefore);
         } else {
             QVERIFY2(m_messages->Texts().size() == messagesBefore + 1, number);
             QCOMPARE(m_messages->Texts().constLast(), kNotYet);
             QCOMPARE(m_app->m_lstCalls.size(), callsBefore);
         }
     }
+    QCOMPARE(canceller.Faults(), QStringList());
 }
 
 void MainWindowTest::keysReachTheirCommands()
 {
     Show();
     int expected = 0;
+    CCanceller const canceller(2);
     for (auto const key : {Qt::Key_M, Qt::Key_W, Qt::Key_E, Qt::Key_B}) {
         for (auto const modifiers :
             {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::ControlModifier | Qt::AltModifier}) {
+            Activate();
             QTest::keyClick(m_frame.get(), key, modifiers);
-            QCOMPARE(m_messages->Texts().size(), ++expected);
+            QCOMPARE(m_messages->Texts().size() + canceller.m_lstTitles.size(), ++expected);
         }
     }
+    QCOMPARE(canceller.m_lstTitles, (QStringList{u"Member ID"_s, u"Member ID"_s}));
 }
 
 void MainWindowTest::optionsShowTheirState()
@@ -225,8 +260,11 @@ void MainWindowTest::buttonsReachTheirOperations()
     for (auto* const button : buttons) {
         m_messages = nullptr;
         m_messages = std::make_unique<CMessageRecorder>();
+        bool const asks = button->objectName() == u"memberButton"_s;
+        CCanceller const canceller(asks ? 1 : 0);
         QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(m_messages->Texts(), QStringList{kNotYet});
+        QCOMPARE(canceller.Faults(), QStringList());
+        QCOMPARE(m_messages->Texts(), asks ? QStringList() : QStringList{kNotYet});
     }
 }
 
@@ -238,8 +276,10 @@ void MainWindowTest::enterPressesTheDefaultOrFocusedButton()
         connect(
             button, &QPushButton::clicked, this, [&pressed, button] { pressed += button->text(); });
     }
+    CCanceller const canceller(2);
     View().setFocus();
     QTest::keyClick(m_frame->focusWidget(), Qt::Key_Return);
+    Activate();
     Button("workoutReportButton").setFocus();
     QTest::keyClick(m_frame->focusWidget(), Qt::Key_Enter);
     View().setFocus();
@@ -341,9 +381,11 @@ void MainWindowTest::treeAsksTheDocument()
     auto const member = tree.model()->index(0, 0, root);
     tree.expand(member);
     tree.setCurrentIndex(tree.model()->index(2, 0, member));
+    CCanceller const canceller(2);
     QTest::keyClick(&tree, Qt::Key_Return);
     QTest::keyClick(&tree, Qt::Key_Delete);
-    QCOMPARE(m_messages->Texts(), (QStringList{kNotYet, kNotYet}));
+    QCOMPARE(
+        canceller.m_lstTitles, (QStringList{u"Member ID 5"_s, u"Delete Member -  Confirmation"_s}));
 
     QVERIFY(views.RefreshMemberNode(5, kWorkoutsNode, 0));
     QVERIFY(views.AddMemberNode(5) && !views.AddMemberNode(6));

@@ -42,7 +42,9 @@ inline void Type(QWidget& field, QString const& text)
     field.setFocus();
     QMetaObject::invokeMethod(&field, "selectAll");
     QTest::keyClick(&field, Qt::Key_Delete);
-    QTest::keyClicks(&field, text);
+    for (auto const letter : text) { // keyClicks knows no letters beyond ASCII
+        QTest::sendKeyEvent(QTest::Click, &field, Qt::Key_unknown, letter, Qt::NoModifier);
+    }
 }
 
 /// Uses the modal dialogs that open while it lives: each takes the next step, once. Wait windows

@@ -1,0 +1,141 @@
+// Makes the pictures of the manual: opens the forms of a centre off screen, as the user would, and
+// saves what they look like. Changes nothing in the centre.
+//
+//   corvana_pictures DATA-FOLDER PICTURE-FOLDER [--dark] [--large]
+
+#include "app/MainFrame.h"
+#include "doc/CorvanaDoc.h"
+#include "store/DatabaseSession.h"
+#include "tests/doc/TestApp.h"
+#include "tests/ui/DialogUser.h"
+#include "ui/Convert.h"
+
+#include <QDir>
+#include <QLineEdit>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QTabWidget>
+#include <QTreeView>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// A day on which nothing in the pictures has to change.
+CEFOleDateTime const kToday(2026, 11, 6, 18, 5, 9);
+
+QString g_folder;
+int g_failures = 0;
+
+void Save(QWidget& window, QString const& name)
+{
+    QCoreApplication::processEvents();
+    if (!window.grab().save(g_folder + u'/' + name + u".png"_s)) {
+        std::fprintf(stderr, "cannot save %s.png\n", qPrintable(name));
+        ++g_failures;
+    }
+}
+
+/// Saves the prompt, enters the ID and goes on.
+CDialogUser::Step Prompt(QString const& name, std::int32_t memberID)
+{
+    return [name, memberID](QDialog& prompt) {
+        Child<QLineEdit>(prompt, "memberIDEdit").setText(QString::number(memberID));
+        Save(prompt, name);
+        ClickOk(prompt);
+    };
+}
+
+/// Saves each page of a sheet under the name and its title, and cancels.
+CDialogUser::Step Pages(QString const& name)
+{
+    return [name](QDialog& sheet) {
+        auto& tabs = Child<QTabWidget>(sheet, "tabs");
+        for (int page = 0; page < tabs.count(); ++page) {
+            tabs.setCurrentIndex(page);
+            Save(sheet, name + u'-' + tabs.tabText(page).toLower().replace(u' ', u'-'));
+        }
+        ClickCancel(sheet);
+    };
+}
+
+void Use(QList<CDialogUser::Step> steps, std::function<void()> const& operation)
+{
+    CDialogUser const user(std::move(steps));
+    operation();
+    for (auto const& fault : user.Faults()) {
+        std::fprintf(stderr, "%s\n", qPrintable(fault));
+        ++g_failures;
+    }
+}
+
+/// The member whose tree branch and pages are shown: the first in name order.
+std::int32_t SomeMember()
+{
+    CDAOSmMem members;
+    return members.FindAllMembersByName(false) > 0 ? members.m_MemberID : 0;
+}
+
+void Darken()
+{
+    QPalette dark(QColor(53, 53, 53), QColor(45, 45, 45));
+    dark.setColor(QPalette::Base, QColor(35, 35, 35));
+    dark.setColor(QPalette::Highlight, QColor(42, 110, 180));
+    dark.setColor(QPalette::HighlightedText, Qt::white);
+    QApplication::setPalette(dark);
+}
+
+void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
+{
+    auto const member = SomeMember();
+    Use({Prompt(u"member-id"_s, member), Pages(u"member"_s)}, [&] { doc.EditMember(0); });
+    Use({[](QDialog& dialog) {
+        Save(dialog, u"delete-member"_s);
+        ClickCancel(dialog);
+    }},
+        [&] { doc.DeleteMember(member, {}); });
+    auto& tree = Child<QTreeView>(frame, "memberTree");
+    auto const root = tree.model()->index(0, 0);
+    tree.expand(root);
+    tree.expand(tree.model()->index(0, 0, root));
+    Save(frame, u"main-window"_s);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    auto const arguments = QCoreApplication::arguments();
+    if (arguments.size() < 3 || !QDir().mkpath(arguments[2])) {
+        std::fprintf(stderr, "usage: corvana_pictures DATA-FOLDER PICTURE-FOLDER\n");
+        return 2;
+    }
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    if (arguments.contains(u"--dark"_s)) {
+        Darken();
+    }
+    if (arguments.contains(u"--large"_s)) {
+        auto font = QApplication::font();
+        font.setPointSizeF(font.pointSizeF() * 1.25);
+        QApplication::setFont(font);
+    }
+    g_folder = arguments[2];
+    CDatabaseSession::Get().SetDataFolder(FromQt(arguments[1]));
+    CEFOleDateTime::SetClock(kToday);
+    CTestApp commands;
+    CCorvanaDoc doc(commands);
+    CMainFrame frame(doc, commands);
+    doc.SetViews(&frame);
+    if (!doc.OnNewDocument()) {
+        return 1;
+    }
+    frame.show();
+    MakePictures(doc, frame);
+    CDatabaseSession::Get().ShutDown();
+    return g_failures == 0 ? 0 : 1;
+}

@@ -41,6 +41,7 @@ public:
             m_pStatement, parameter, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
     }
     bool Step() const;
+    int Columns() const { return sqlite3_column_count(m_pStatement); }
     void Reset() const { sqlite3_reset(m_pStatement); }
     std::int64_t Integer(int column) const { return sqlite3_column_int64(m_pStatement, column); }
     std::string Text(int column) const

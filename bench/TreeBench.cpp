@@ -2,20 +2,17 @@
 // the same order, the memory that takes, and what one member's coming, changing and going costs as
 // the number of members grows. Times are CPU of this process, each the median of its repetitions.
 
+#include "bench/ConsoleBench.h"
 #include "bench/RawSqlite.h"
-#include "doc/AppCommands.h"
 #include "doc/CorvanaDoc.h"
 #include "workouts/MainViewTree.h"
 
 #include <QApplication>
 #include <QMainWindow>
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
-#include <ctime>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -23,30 +20,6 @@
 
 namespace
 {
-
-class CNoCommands : public CAppCommands
-{
-public:
-    void ShowAbout() override { }
-    void SetUpPrinter() override { }
-    void Exit() override { }
-    bool IsOptionOn(CAppOption) const override { return false; }
-    void ToggleOption(CAppOption) override { }
-    bool StartReportServer() override { return false; }
-};
-
-double CpuMs()
-{
-    timespec time = {};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
-}
-
-double Median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
 
 /// A line of /proc/self/status in MB: "VmRSS" or "VmHWM".
 double MemoryMB(std::string const& line)
@@ -195,17 +168,7 @@ int main(int argc, char** argv)
     int const most = isQuick ? 2'000 : 100'000;
     int const repetitions = isQuick ? 1 : 9;
 
-    std::string folder = (std::filesystem::temp_directory_path() / "corvana-bench-XXXXXX").string();
-    if (::mkdtemp(folder.data()) == nullptr) {
-        std::perror("cannot make a folder");
-        return 1;
-    }
-    CDatabaseSession::Get().SetDataFolder(folder);
-    auto const status = CreateDatabase(MemberPath(), DataFileSchema(DataFile::member));
-    if (!status) {
-        std::fprintf(stderr, "%s\n", status.Text().c_str());
-        return 1;
-    }
+    CBenchCentre const centre({DataFile::member});
     StoreMembers(most);
     {
         CTreeWindow window;
@@ -221,7 +184,5 @@ int main(int argc, char** argv)
     for (int count = most / 100; count <= most; count *= 10) {
         MeasureChanges(count, repetitions * 5);
     }
-    CDatabaseSession::Get().ShutDown();
-    std::filesystem::remove_all(folder);
     return 0;
 }

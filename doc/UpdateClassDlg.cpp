@@ -32,11 +32,7 @@ CUpdateClassDlg::CUpdateClassDlg(CCorvanaDoc& doc, QWidget* parent)
              CDAODef::gsIncomplete, CDAODef::gsWithdrawn}) {
         m_ui->gradeList->addItem(ToQt(CDAODef::GetGrdStatStr(status)));
     }
-    auto const& defaults = m_doc.m_setDef;
-    m_class.orientBonus = (defaults.m_nDefFlags & CDAODef::kOrientBonus) != 0;
-    m_class.reEvalBonuses = defaults.m_nDefReEvalBonuses;
-    m_class.otherBonuses = defaults.m_nDefOtherBonuses;
-    m_class.gradeStat = defaults.m_nDefGradeStat;
+    m_class = EmptySlot(m_doc.m_setDef, 0);
 }
 
 CUpdateClassDlg::~CUpdateClassDlg() = default;

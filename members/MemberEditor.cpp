@@ -181,7 +181,7 @@ void CMemberEditor::FillSlots(std::size_t count)
     auto const filled = IsNew() ? 1 : std::min(count, slots.size());
     if (filled == 0) {
         set.m_ClassIndex = set.GenerateIndex(m_lMemberID, 1);
-        slots[0] = FreeSlot(set.m_ClassIndex);
+        slots[0] = EmptySlot(m_doc.m_setDef, set.m_ClassIndex);
     }
     for (std::size_t i = 0; i < filled; ++i) {
         if (i > 0) {
@@ -193,20 +193,8 @@ void CMemberEditor::FillSlots(std::size_t count)
     // The seed counts from the last class that was read.
     for (auto i = std::max<std::size_t>(filled, 1); i < slots.size(); ++i) {
         auto const seed = static_cast<std::uint8_t>(set.m_ClassIndex + i);
-        slots[i] = FreeSlot(set.GenerateIndex(m_lMemberID, seed));
+        slots[i] = EmptySlot(m_doc.m_setDef, set.GenerateIndex(m_lMemberID, seed));
     }
-}
-
-CClassSlot CMemberEditor::FreeSlot(std::uint8_t classIndex) const
-{
-    auto const& defaults = m_doc.m_setDef;
-    CClassSlot slot;
-    slot.gradeStat = defaults.m_nDefGradeStat;
-    slot.orientBonus = (defaults.m_nDefFlags & CDAODef::kOrientBonus) != 0;
-    slot.reEvalBonuses = defaults.m_nDefReEvalBonuses;
-    slot.otherBonuses = defaults.m_nDefOtherBonuses;
-    slot.classIndex = classIndex;
-    return slot;
 }
 
 // ---- writing

@@ -13,7 +13,6 @@ class CMemberEnrollPg;
 class CMemberGoalsPg;
 class CMemberMedHistPg;
 class CMemberProfilePg;
-struct CClassSlot;
 
 /// The pages of the member editor. Not owned.
 struct CMemberPages
@@ -78,7 +77,6 @@ private:
     void FillProfile();
     void FillEnrollment();
     void FillSlots(std::size_t count);
-    CClassSlot FreeSlot(std::uint8_t classIndex) const;
     bool IsMessageShown() const;
     bool IsAsKnown() const;
     CMemberSave Check();

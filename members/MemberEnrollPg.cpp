@@ -25,18 +25,6 @@ bool IsLaterDay(CEFOleDateTime const& a, CEFOleDateTime const& b)
     return a.ChkStatus() && b.ChkStatus() && a > b && !a.IsSameDay(b);
 }
 
-CClassSlot EmptySlot(CDAODef const& defaults, std::uint8_t classIndex)
-{
-    return {.category = {},
-        .course = {},
-        .section = {},
-        .gradeStat = defaults.m_nDefGradeStat,
-        .orientBonus = (defaults.m_nDefFlags & CDAODef::kOrientBonus) != 0,
-        .reEvalBonuses = defaults.m_nDefReEvalBonuses,
-        .otherBonuses = defaults.m_nDefOtherBonuses,
-        .classIndex = classIndex};
-}
-
 } // namespace
 
 CMemberEnrollPg::CMemberEnrollPg(CCorvanaDoc& doc, QWidget* parent)

@@ -253,6 +253,18 @@ bool StoreClasses(CDAOCls& set, std::int32_t memberID, std::vector<GivenClass> c
 
 } // namespace
 
+CClassSlot EmptySlot(CDAODef const& defaults, std::uint8_t classIndex)
+{
+    return {.category = {},
+        .course = {},
+        .section = {},
+        .gradeStat = defaults.m_nDefGradeStat,
+        .orientBonus = (defaults.m_nDefFlags & CDAODef::kOrientBonus) != 0,
+        .reEvalBonuses = defaults.m_nDefReEvalBonuses,
+        .otherBonuses = defaults.m_nDefOtherBonuses,
+        .classIndex = classIndex};
+}
+
 bool IsMember(std::int32_t number, CDAOSmMem::id kind)
 {
     CDAOSmMem members;

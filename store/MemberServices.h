@@ -33,6 +33,9 @@ struct CClassSlot
     bool operator==(CClassSlot const&) const = default;
 };
 
+/// A slot without a class, with the centre's defaults and the index that a class in it would have.
+CClassSlot EmptySlot(CDAODef const& defaults, std::uint8_t classIndex);
+
 /// True when a member has that member ID or workout number.
 bool IsMember(std::int32_t number, CDAOSmMem::id kind);
 

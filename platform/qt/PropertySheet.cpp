@@ -39,6 +39,18 @@ public:
     }
 };
 
+/// Where typing begins, rather than on the tabs, which come first.
+void FocusFirstField(QWidget const& page)
+{
+    for (auto* field = page.nextInFocusChain(); page.isAncestorOf(field);
+         field = field->nextInFocusChain()) {
+        if ((field->focusPolicy() & Qt::TabFocus) != 0 && field->isEnabled()) {
+            field->setFocus();
+            return;
+        }
+    }
+}
+
 } // namespace
 
 CPropertySheet::CPropertySheet(QString const& caption, QWidget* parent)
@@ -78,6 +90,7 @@ void CPropertySheet::ShowFields()
     if (!testAttribute(Qt::WA_Resized)) {
         resize(sizeHint()); // left alone, a window opens at no more than two thirds of the screen
     }
+    FocusFirstField(*Page(m_nCurrent));
 }
 
 bool CPropertySheet::TakeFields()

@@ -89,6 +89,7 @@ void PropertySheetTest::cleanup()
 
 void PropertySheetTest::pagesAreShownWhenOpened()
 {
+    QVERIFY(m_first->Field().hasFocus());
     QCOMPARE(m_first->m_nShown, 1);
     QCOMPARE(m_second->m_nShown, 0);
     m_second->m_nNumber = 7;

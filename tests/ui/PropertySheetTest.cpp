@@ -7,7 +7,9 @@
 #include "ui/Messages.h"
 
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
+#include <QTabBar>
 #include <QTabWidget>
 
 using namespace Qt::StringLiterals;

@@ -4,6 +4,8 @@
 
 #include <QCheckBox>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -43,10 +45,11 @@ void CheckBits(QStringList const& texts)
     QCOMPARE(user.m_page.Mask(), Page::kAllBits);
     auto const boxes = user.m_page.template findChildren<QCheckBox*>();
     QCOMPARE(boxes.size(), texts.size());
-    for (auto* const box : boxes) {
+    for (qsizetype bit = 0; bit < texts.size(); ++bit) {
+        auto* const box = *std::ranges::find_if(
+            boxes, [&](auto const* one) { return one->text().remove(u'&') == texts[bit]; });
         box->click();
         QCOMPARE(user.Ok(), QString());
-        auto const bit = texts.indexOf(box->text().remove(u'&'));
         QCOMPARE(user.m_page.Mask(), Page::kAllBits & ~(1U << bit));
         box->click();
     }

@@ -39,7 +39,7 @@ QString Text(CClassSlot const& slot)
     return u"%1/%2/%3 %4 %5 %6 %7 #%8"_s
         .arg(ToQt(slot.category), ToQt(slot.course), ToQt(slot.section))
         .arg(slot.gradeStat)
-        .arg(slot.orientBonus)
+        .arg(slot.orientBonus ? 1 : 0)
         .arg(slot.reEvalBonuses)
         .arg(slot.otherBonuses)
         .arg(slot.classIndex);

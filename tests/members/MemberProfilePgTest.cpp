@@ -7,6 +7,9 @@
 
 #include <QLineEdit>
 
+#include <array>
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -126,14 +129,17 @@ void MemberProfilePgTest::takesBirthdaysUpToToday()
 void MemberProfilePgTest::textsAreTakenUpToTheirLimit()
 {
     using CPage = CMemberProfilePg;
-    std::tuple<char const*, std::string CPage::*, int> const texts[] = {
-        {"firstNameEdit", &CPage::m_strFirstName, 12},
-        {"middleInitEdit", &CPage::m_strMiddleInit, 1}, {"lastNameEdit", &CPage::m_strLastName, 20},
-        {"addressEdit", &CPage::m_strAddress, 28}, {"phoneEdit", &CPage::m_strPhone, 14},
-        {"cityEdit", &CPage::m_strCity, 16}, {"zipEdit", &CPage::m_strZip, 10},
-        {"emailEdit", &CPage::m_strEmail, 32}, {"emergNameEdit", &CPage::m_strEmergName, 32},
-        {"emergPhoneEdit", &CPage::m_strEmergPhone, 14},
-        {"physicianEdit", &CPage::m_strPhysician, 32}, {"messageEdit", &CPage::m_strMessage, 200}};
+    using CText = std::tuple<char const*, std::string CPage::*, int>;
+    std::array const texts = {CText{"firstNameEdit", &CPage::m_strFirstName, 12},
+        CText{"middleInitEdit", &CPage::m_strMiddleInit, 1},
+        CText{"lastNameEdit", &CPage::m_strLastName, 20},
+        CText{"addressEdit", &CPage::m_strAddress, 28}, CText{"phoneEdit", &CPage::m_strPhone, 14},
+        CText{"cityEdit", &CPage::m_strCity, 16}, CText{"zipEdit", &CPage::m_strZip, 10},
+        CText{"emailEdit", &CPage::m_strEmail, 32},
+        CText{"emergNameEdit", &CPage::m_strEmergName, 32},
+        CText{"emergPhoneEdit", &CPage::m_strEmergPhone, 14},
+        CText{"physicianEdit", &CPage::m_strPhysician, 32},
+        CText{"messageEdit", &CPage::m_strMessage, 200}};
     CProfileUser user;
     user.Show();
     char letter = 'a';
@@ -172,7 +178,8 @@ void MemberProfilePgTest::takesChoices()
 void MemberProfilePgTest::anUntouchedPageKeepsWhatFieldsCannotShow()
 {
     CProfileUser user;
-    std::string const message = std::string(250, 'm') + "\r\n\xff";
+    std::string message(250, 'm');
+    message.append("\r\n\xff");
     user.m_page.m_strFirstName = "Wilhelmina-Josephine";
     user.m_page.m_strMiddleInit = "\xc3\x84\xcc\x81";
     user.m_page.m_strPhone = "555\n0142\xff";

@@ -9,6 +9,8 @@
 #include "store/MemberServices.h"
 #include "tests/store/StoreFixture.h"
 
+#include <algorithm>
+#include <functional>
 #include <limits>
 #include <sqlite3.h>
 
@@ -146,8 +148,8 @@ protected:
         std::string sql;
         for (auto const& [column, type] : Columns(table)) {
             if (column != without) {
-                sql += (sql.empty() ? "SELECT " : " || ',' || ") + "typeof("s + column
-                    + ") || quote(CAST(" + column + " AS BLOB))";
+                sql += sql.empty() ? "SELECT " : " || ',' || ";
+                sql += "typeof(" + column + ") || quote(CAST(" + column + " AS BLOB))";
             }
         }
         CRowBlock rows;

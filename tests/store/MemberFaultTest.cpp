@@ -164,19 +164,6 @@ TEST_F(MemberFaultTest, AServiceDoesItsWholeWorkOrNothing)
     ForEachFaultOf([] { return corv_apiPostMemberMessage("Hello", 2, true) == apiSuccess; });
 }
 
-TEST_F(MemberFaultTest, ARestoreIsWholeOrNothing)
-{
-    for (std::int32_t id = 10; id < 40; ++id) {
-        WholeMember::Save(id, id);
-    }
-    auto const file = BackupMembers();
-    Run(DataFile::member, "DELETE FROM members WHERE member_id >= 10");
-    ASSERT_TRUE(WholeMember::Save(2, 20));
-    ForEachFaultOf([&] { return Restore(m_setMem, file) == 30 && m_setMem.LastStatus(); });
-    ForEachFaultOf(
-        [&] { return Restore(m_setMem, file, 0, false) == 33 && m_setMem.LastStatus(); });
-}
-
 /// What is wrong with one row takes back those saved before it.
 TEST_F(MemberFaultTest, ARefusedRowTakesTheWholeSaveBack)
 {

@@ -44,7 +44,7 @@ void FillTablesOfMembers()
         classes.Step();
         classes.Reset();
     }
-    raw.Run("COMMIT; ANALYZE; PRAGMA wal_checkpoint(TRUNCATE)");
+    raw.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
 }
 
 // ---- searches

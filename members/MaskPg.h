@@ -17,6 +17,8 @@ public:
     void SetMask(std::uint32_t mask) { m_nMask = mask; }
     /// The bits of the checked boxes, and no other.
     std::uint32_t Mask() const { return m_nMask & m_nAllBits; }
+    /// A stored mask with those bits set and cleared that have a box.
+    std::uint32_t MaskIn(std::uint32_t stored) const { return (stored & ~m_nAllBits) | Mask(); }
 
 protected:
     using CPropertyPage::CPropertyPage;

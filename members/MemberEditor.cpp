@@ -9,9 +9,49 @@
 #include "store/SetCloser.h"
 
 #include <algorithm>
+#include <array>
 
 namespace
 {
+
+// Fields of the profile page and where they are stored, for both ways.
+
+template <typename Set>
+struct CStoredText
+{
+    std::string CMemberProfilePg::*m_page;
+    std::string Set::*m_stored;
+};
+
+constexpr std::array kNames = {
+    CStoredText<CDAOSmMem>{&CMemberProfilePg::m_strFirstName, &CDAOSmMem::m_FirstName},
+    CStoredText<CDAOSmMem>{&CMemberProfilePg::m_strMiddleInit, &CDAOSmMem::m_MiddleInit},
+    CStoredText<CDAOSmMem>{&CMemberProfilePg::m_strLastName, &CDAOSmMem::m_LastName},
+};
+
+constexpr std::array kProfileTexts = {
+    CStoredText<CDAOProf>{&CMemberProfilePg::m_strAddress, &CDAOProf::m_Address},
+    CStoredText<CDAOProf>{&CMemberProfilePg::m_strCity, &CDAOProf::m_City},
+    CStoredText<CDAOProf>{&CMemberProfilePg::m_strState, &CDAOProf::m_State},
+    CStoredText<CDAOProf>{&CMemberProfilePg::m_strZip, &CDAOProf::m_Zip},
+    CStoredText<CDAOProf>{&CMemberProfilePg::m_strPhone, &CDAOProf::m_Phone},
+    CStoredText<CDAOProf>{&CMemberProfilePg::m_strEmail, &CDAOProf::m_Email},
+    CStoredText<CDAOProf>{&CMemberProfilePg::m_strEmergName, &CDAOProf::m_EmergName},
+    CStoredText<CDAOProf>{&CMemberProfilePg::m_strEmergPhone, &CDAOProf::m_EmergPhone},
+    CStoredText<CDAOProf>{&CMemberProfilePg::m_strPhysician, &CDAOProf::m_Physician},
+};
+
+struct CStoredFlag
+{
+    bool CMemberProfilePg::*m_page;
+    std::uint8_t CDAOProf::*m_stored;
+};
+
+constexpr std::array kProfileFlags = {
+    CStoredFlag{&CMemberProfilePg::m_bMale, &CDAOProf::m_Sex},
+    CStoredFlag{&CMemberProfilePg::m_bEmployee, &CDAOProf::m_Employee},
+    CStoredFlag{&CMemberProfilePg::m_bRelease, &CDAOProf::m_Release},
+};
 
 /// The document's record sets of a member, closed when this goes.
 class CMemberSets
@@ -82,8 +122,6 @@ bool CMemberEditor::Load()
     FillProfile();
     FillEnrollment();
     FillSlots(classes);
-    m_pages.m_goals.SetMask(m_doc.m_setProf.m_Goals);
-    m_pages.m_medHist.SetMask(m_doc.m_setProf.m_MedHist);
     return true;
 }
 
@@ -140,26 +178,22 @@ void CMemberEditor::FillProfile()
     auto& page = m_pages.m_profile;
     auto const& member = m_doc.m_setSmMem;
     auto const& profile = m_doc.m_setProf;
-    page.m_strAddress = profile.m_Address;
-    page.m_dtBirthday = profile.m_Birthday;
-    page.m_strCity = profile.m_City;
-    page.m_strEmail = profile.m_Email;
-    page.m_strEmergName = profile.m_EmergName;
-    page.m_strEmergPhone = profile.m_EmergPhone;
-    page.m_strPhone = profile.m_Phone;
-    page.m_strPhysician = profile.m_Physician;
-    page.m_strState = profile.m_State;
-    page.m_strZip = profile.m_Zip;
-    page.m_strFirstName = member.m_FirstName;
-    page.m_strMiddleInit = member.m_MiddleInit;
-    page.m_strLastName = member.m_LastName;
-    page.m_lWorkoutNum = member.m_WorkoutNum;
-    page.m_bCurrent = member.m_Status != 0;
     page.m_lMemberID = m_lMemberID;
+    page.m_lWorkoutNum = member.m_WorkoutNum;
+    for (auto const& name : kNames) {
+        page.*name.m_page = member.*name.m_stored;
+    }
+    page.m_bCurrent = member.m_Status != 0;
+    for (auto const& text : kProfileTexts) {
+        page.*text.m_page = profile.*text.m_stored;
+    }
+    for (auto const& flag : kProfileFlags) {
+        page.*flag.m_page = profile.*flag.m_stored != 0;
+    }
+    page.m_dtBirthday = profile.m_Birthday;
     page.m_strMessage = m_doc.m_setMsg.m_Message;
-    page.m_bMale = profile.m_Sex != 0;
-    page.m_bEmployee = profile.m_Employee != 0;
-    page.m_bRelease = profile.m_Release != 0;
+    m_pages.m_goals.SetMask(profile.m_Goals);
+    m_pages.m_medHist.SetMask(profile.m_MedHist);
 }
 
 void CMemberEditor::FillEnrollment()
@@ -301,9 +335,9 @@ void CMemberEditor::TakeSummary()
     auto& member = m_doc.m_setSmMem;
     member.m_MemberID = page.m_lMemberID;
     member.m_WorkoutNum = page.m_lWorkoutNum;
-    member.m_FirstName = page.m_strFirstName;
-    member.m_LastName = page.m_strLastName;
-    member.m_MiddleInit = page.m_strMiddleInit;
+    for (auto const& name : kNames) {
+        member.*name.m_stored = page.*name.m_page;
+    }
     SetFlag(member.m_Status, page.m_bCurrent);
 }
 
@@ -312,23 +346,16 @@ void CMemberEditor::TakeProfile()
     auto const& page = m_pages.m_profile;
     auto& profile = m_doc.m_setProf;
     profile.m_MemberID = page.m_lMemberID;
-    profile.m_Address = page.m_strAddress;
+    for (auto const& text : kProfileTexts) {
+        profile.*text.m_stored = page.*text.m_page;
+    }
+    for (auto const& flag : kProfileFlags) {
+        SetFlag(profile.*flag.m_stored, page.*flag.m_page);
+    }
     profile.m_Birthday = page.m_dtBirthday;
-    profile.m_City = page.m_strCity;
-    profile.m_Email = page.m_strEmail;
-    profile.m_EmergName = page.m_strEmergName;
-    profile.m_EmergPhone = page.m_strEmergPhone;
-    profile.m_Phone = page.m_strPhone;
-    profile.m_Physician = page.m_strPhysician;
-    profile.m_State = page.m_strState;
-    profile.m_Zip = page.m_strZip;
-    SetFlag(profile.m_Employee, page.m_bEmployee);
-    SetFlag(profile.m_Sex, page.m_bMale);
-    SetFlag(profile.m_Release, page.m_bRelease);
-    // Bits that no box stands for stay; in a row just begun there are none.
-    profile.m_Goals = (profile.m_Goals & ~CMemberGoalsPg::kAllBits) | m_pages.m_goals.Mask();
-    profile.m_MedHist
-        = (profile.m_MedHist & ~CMemberMedHistPg::kAllBits) | m_pages.m_medHist.Mask();
+    // In a row just begun there are no bits that no box stands for.
+    profile.m_Goals = m_pages.m_goals.MaskIn(profile.m_Goals);
+    profile.m_MedHist = m_pages.m_medHist.MaskIn(profile.m_MedHist);
 }
 
 void CMemberEditor::TakeEnrollment()

@@ -14,8 +14,6 @@ class CMemberGoalsPg : public CMaskPg
 {
     Q_OBJECT
 public:
-    static constexpr std::uint32_t kAllBits = 0xFF;
-
     explicit CMemberGoalsPg(QWidget* parent = nullptr);
     ~CMemberGoalsPg() override;
 

@@ -14,8 +14,6 @@ class CMemberMedHistPg : public CMaskPg
 {
     Q_OBJECT
 public:
-    static constexpr std::uint32_t kAllBits = 0x1FFFFF;
-
     explicit CMemberMedHistPg(QWidget* parent = nullptr);
     ~CMemberMedHistPg() override;
 

@@ -94,22 +94,23 @@ bool CCorvanaDoc::SaveMember(
         return editor.Save();
     };
     for (;;) {
-        switch (save()) {
+        auto const outcome = save();
+        switch (outcome) {
         case CMemberSave::saved:
             return true;
         case CMemberSave::changed:
-            if (!Ask(&sheet,
-                    tr("This member has been changed at another place\nsince you opened the form.\n"
-                       "Do you want to replace those changes with yours?"))) {
-                return false;
-            }
-            break;
         case CMemberSave::deleted:
             if (!Ask(&sheet,
-                    tr("This member has been deleted at another place\nsince you opened the form.\n"
-                       "Do you want to add the member again?"))) {
+                    outcome == CMemberSave::changed
+                        ? tr("This member has been changed at another place\n"
+                             "since you opened the form.\n"
+                             "Do you want to replace those changes with yours?")
+                        : tr("This member has been deleted at another place\n"
+                             "since you opened the form.\n"
+                             "Do you want to add the member again?"))) {
                 return false;
             }
+            editor.TakeOver();
             break;
         case CMemberSave::memberIDTaken:
             sheet.ShowPage(&profile);
@@ -123,7 +124,6 @@ bool CCorvanaDoc::SaveMember(
                 CMessageIcon::exclamation, ToQt(editor.Status().Text()));
             return false;
         }
-        editor.TakeOver();
     }
 }
 

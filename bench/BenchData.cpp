@@ -1,7 +1,6 @@
 #include "bench/BenchData.h"
 
-#include "bench/RawSqlite.h"
-#include "store/DatabaseSession.h"
+#include "bench/RawMember.h"
 
 int g_members = 100'000;
 std::int64_t g_rows = 1'000'000;
@@ -15,30 +14,11 @@ std::string WorkoutColumns()
     return columns;
 }
 
-std::string MemberPath()
-{
-    return CDatabaseSession::Get().PathOf(DataFile::member);
-}
-
-void AddMembers(CRawDatabase const& raw)
-{
-    raw.Run("BEGIN");
-    CRawStatement const member(raw,
-        "INSERT INTO members (member_id, workout_number, first_name, middle_initial, last_name, "
-        "status) VALUES (?1, ?1, 'Katharine', 'Q', 'Featherstonehaugh ' || ?1, 1)");
-    for (int i = 1; i <= g_members; ++i) {
-        member.Bind(1, i);
-        member.Step();
-        member.Reset();
-    }
-    raw.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
-}
-
 /// In the order of time, members mixed.
 void FillDatabase()
 {
     CRawDatabase const raw(MemberPath());
-    AddMembers(raw);
+    AddMembers(raw, g_members);
     raw.Run("BEGIN");
     CRawStatement const workout(raw,
         "INSERT INTO workouts (" + WorkoutColumns().substr(4)

@@ -4,8 +4,6 @@
 #include <cstdint>
 #include <string>
 
-class CRawDatabase;
-
 // What all measurements share: a member file with members, and workouts as three years leave them.
 
 extern int g_members;
@@ -13,8 +11,6 @@ constexpr int kStations = 13;
 extern std::int64_t g_rows; ///< of workouts
 
 std::string WorkoutColumns(); ///< of a SELECT, the key first
-std::string MemberPath();
-void AddMembers(CRawDatabase const& raw);
 void FillDatabase();
 /// In MemberBench.cpp; gives the members the rows of their other tables first.
 void RegisterMemberPairs();

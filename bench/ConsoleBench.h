@@ -3,9 +3,12 @@
 #include "doc/AppCommands.h"
 #include "store/DatabaseSession.h"
 
+#include <QApplication>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <string>
@@ -13,6 +16,22 @@
 #include <vector>
 
 // What the measurements of the console share. Times are CPU of this process.
+
+/// A program that measures windows, off screen; with --quick it only shows that it still runs.
+class CConsoleBench
+{
+public:
+    CConsoleBench(int& argc, char** argv)
+        : m_bQuick(argc > 1 && std::strcmp(argv[1], "--quick") == 0)
+        , m_app((qputenv("QT_QPA_PLATFORM", "offscreen"), argc), argv)
+    {
+    }
+    bool IsQuick() const { return m_bQuick; }
+
+private:
+    bool const m_bQuick;
+    QApplication const m_app;
+};
 
 /// An application that does nothing.
 class CNoCommands : public CAppCommands

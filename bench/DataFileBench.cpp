@@ -2,7 +2,7 @@
 // text, restoring them against prepared inserts, and how fast a file is tested.
 
 #include "bench/BenchData.h"
-#include "bench/RawSqlite.h"
+#include "bench/RawMember.h"
 #include "store/DAOWk.h"
 #include "store/Text.h"
 
@@ -124,7 +124,7 @@ std::string EmptyFile()
         std::filesystem::remove(path + end);
     }
     if (CreateDatabase(path, DataFileSchema(DataFile::member))) {
-        AddMembers(CRawDatabase(path));
+        AddMembers(CRawDatabase(path), g_members);
     }
     return path;
 }

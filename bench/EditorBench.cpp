@@ -2,7 +2,7 @@
 // saving a change, against the statements that plain SQLite needs for it, on the same file.
 
 #include "bench/ConsoleBench.h"
-#include "bench/RawSqlite.h"
+#include "bench/RawMember.h"
 #include "doc/CorvanaDoc.h"
 #include "members/MemberEditor.h"
 #include "members/MemberEnrollPg.h"
@@ -10,46 +10,19 @@
 #include "members/MemberMedHistPg.h"
 #include "members/MemberProfilePg.h"
 
-#include <QApplication>
-
 #include <array>
-#include <cstring>
-#include <memory>
 
 namespace
 {
-
-std::string MemberPath()
-{
-    return CDatabaseSession::Get().PathOf(DataFile::member);
-}
 
 /// Members with a row in every table; the even ones have three classes, the others one.
 void StoreMembers(int count)
 {
     CRawDatabase const raw(MemberPath());
-    auto const numbers = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE "
-                         "i < "
-        + std::to_string(count) + ") ";
-    raw.Run("BEGIN");
-    for (auto const* const sql :
-        {"INSERT INTO members (member_id, workout_number, first_name, middle_initial, last_name, "
-         "status) SELECT i, i, 'Katharine', 'Q', 'Featherstone ' || i, 1 FROM n",
-            "INSERT INTO profiles (member_id, address, city, state, zip, phone, email, "
-            "emergency_name, emergency_phone, physician, release, employee, birthday, sex, goals, "
-            "medical_history) SELECT i, '4711 Evergreen Terrace', 'Springfield', 'WA', "
-            "'98101-1234', '(555) 555-0101', 'kq@example.org', 'John Featherstone', "
-            "'(555) 555-0102', 'Dr. Elizabeth Hamilton', 1, 0, 3000000000, 0, 21, 5 FROM n",
-            "INSERT INTO enrollments (member_id, enroll_date, expire_date, period, incentive) "
-            "SELECT i, 3980000000, 4010000000, 3, 1 FROM n",
-            "INSERT INTO messages (member_id, message) SELECT i, 'Welcome back!' FROM n",
-            "INSERT INTO classes (member_id, class_index, category, course, section, "
-            "grade_status, orientation, re_evaluations, other_bonuses) SELECT i, c.k, 'Athletics', "
-            "'Course ' || c.k, 'Monday', 1, 1, 2, 0 FROM n, (SELECT 1 AS k UNION ALL SELECT 2 "
-            "UNION ALL SELECT 3) AS c WHERE c.k = 1 OR i % 2 = 0"}) {
-        raw.Run((numbers + sql).c_str());
-    }
-    raw.Run("COMMIT; ANALYZE; PRAGMA wal_checkpoint(TRUNCATE)");
+    AddMembers(raw, count);
+    AddTablesOfMembers(raw, 250);
+    raw.Run("DELETE FROM classes WHERE class_index > 1 AND member_id % 2 = 1; "
+            "PRAGMA wal_checkpoint(TRUNCATE)");
 }
 
 /// The statements of plain SQLite, prepared once.
@@ -58,42 +31,12 @@ class CRawMember
 public:
     CRawMember()
         : m_raw(MemberPath())
+        , m_selects(m_raw, CRawMemberStatements::Kind::select)
         , m_update(m_raw, "UPDATE profiles SET city = ?1 WHERE member_id = ?2")
     {
-        for (auto const& [sql, columns] : std::array<std::pair<char const*, int>, 5>{
-                 {{"SELECT id, member_id, workout_number, status, first_name, middle_initial, "
-                   "last_name FROM members WHERE member_id = ?",
-                      4},
-                     {"SELECT id, member_id, release, employee, birthday, sex, goals, "
-                      "medical_history, address, city, state, zip, phone, email, emergency_name, "
-                      "emergency_phone, physician FROM profiles WHERE member_id = ?",
-                         8},
-                     {"SELECT id, member_id, enroll_date, expire_date, period, incentive FROM "
-                      "enrollments WHERE member_id = ?",
-                         6},
-                     {"SELECT id, member_id, message FROM messages WHERE member_id = ? ORDER BY id",
-                         2},
-                     {"SELECT id, member_id, class_index, grade_status, orientation, "
-                      "re_evaluations, other_bonuses, category, course, section FROM classes WHERE "
-                      "member_id = ? ORDER BY id",
-                         7}}}) {
-            m_selects.push_back({std::make_unique<CRawStatement>(m_raw, sql), columns});
-        }
     }
 
-    void Load(int memberID)
-    {
-        for (auto const& [select, numbers] : m_selects) {
-            select->Bind(1, memberID);
-            while (select->Step()) {
-                for (int column = 0; column < select->Columns(); ++column) {
-                    m_nBytes += column < numbers ? std::size_t(select->Integer(column))
-                                                 : select->Text(column).size();
-                }
-            }
-            select->Reset();
-        }
-    }
+    void Load(int memberID) { m_nSum += LoadRaw(m_selects, memberID); }
 
     void Save(int memberID, std::string const& city)
     {
@@ -108,9 +51,9 @@ public:
 
 private:
     CRawDatabase const m_raw;
+    CRawMemberStatements const m_selects;
     CRawStatement const m_update;
-    std::vector<std::pair<std::unique_ptr<CRawStatement>, int>> m_selects;
-    std::size_t m_nBytes = 0; ///< so that nothing is read in vain
+    std::size_t m_nSum = 0; ///< so that nothing is read in vain
 };
 
 void Require(bool done)
@@ -164,11 +107,9 @@ void Measure(char const* what, int first, int count, int repetitions)
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication const app(argc, argv);
-    bool const isQuick = argc > 1 && std::strcmp(argv[1], "--quick") == 0;
-    int const most = isQuick ? 2'000 : 100'000;
-    int const repetitions = isQuick ? 3 : 501;
+    CConsoleBench const bench(argc, argv);
+    int const most = bench.IsQuick() ? 2'000 : 100'000;
+    int const repetitions = bench.IsQuick() ? 3 : 501;
     CBenchCentre const centre({DataFile::center, DataFile::member});
     StoreMembers(most);
     std::printf("%d members\n\n| what | raw | editor | ratio |\n|---|---:|---:|---:|\n", most);

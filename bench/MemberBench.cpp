@@ -1,7 +1,7 @@
 // Searching, loading and saving whole members.
 
 #include "bench/BenchData.h"
-#include "bench/RawSqlite.h"
+#include "bench/RawMember.h"
 #include "store/DAOMemCls.h"
 #include "store/MemberSearchData.h"
 #include "store/MemberServices.h"
@@ -17,35 +17,6 @@ using Search = CMemberSearchData;
 
 constexpr int kMembersOfAClass = 250;
 constexpr std::int32_t kFirstNew = 500'000'000;
-
-/// The other tables of the members that are there, three classes each.
-void FillTablesOfMembers()
-{
-    CRawDatabase const raw(MemberPath());
-    raw.Run("BEGIN;"
-            "INSERT INTO profiles (member_id, address, city, state, zip, phone, email, "
-            "emergency_name, emergency_phone, physician, release, employee, birthday, sex, goals, "
-            "medical_history) SELECT member_id, '4711 Evergreen Terrace', 'Springfield', 'WA', "
-            "'98101-1234', '(555) 555-0101', 'katharine.q@example.org', 'John Featherstonehaugh', "
-            "'(555) 555-0102', 'Dr. Elizabeth Q. Hamilton', 1, 0, 3000000000, 0, 21, 5 "
-            "FROM members;"
-            "INSERT INTO enrollments (member_id, enroll_date, expire_date, period, incentive) "
-            "SELECT member_id, 3980000000, 4010000000, 3, 1 FROM members;"
-            "INSERT INTO messages (member_id, message) SELECT member_id, 'Welcome back!' "
-            "FROM members;");
-    CRawStatement const classes(raw,
-        "INSERT INTO classes (member_id, class_index, category, course, section, grade_status, "
-        "orientation, re_evaluations, other_bonuses) SELECT member_id, ?1, 'Category ' || ?1, "
-        "'Course ' || (member_id * 7919 % (1 + (SELECT count(*) FROM members) / ?2)), "
-        "'Monday evening', 1, 1, 2, 0 FROM members");
-    for (int index = 1; index <= 3; ++index) {
-        classes.Bind(1, index);
-        classes.Bind(2, kMembersOfAClass);
-        classes.Step();
-        classes.Reset();
-    }
-    raw.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
-}
 
 // ---- searches
 
@@ -69,15 +40,38 @@ void TakeRawMembers(CRawStatement const& select, bool withClass)
     select.Reset();
 }
 
-void TakeMembers(benchmark::State& state, CDAOMem& set, Search const& search)
+/// Runs a search again and again; bind sets what is looked for at each turn.
+template <typename Bind>
+void RawSearch(
+    benchmark::State& state, std::string const& fromWhere, bool withClass, Bind const& bind)
 {
-    int const count = set.FindMembers(search, true, true);
-    for (int i = 0; i < count; ++i) {
-        benchmark::DoNotOptimize(set.m_LastName.data());
-        set.Op(CDAOEFSet::opMoveNext);
+    CRawDatabase const raw(MemberPath());
+    CRawStatement const select(raw,
+        std::string("SELECT ") + kMemberColumns + (withClass ? ", class_index" : "") + " FROM "
+            + fromWhere + kNameOrder);
+    int turn = 0;
+    for (auto _ : state) {
+        bind(select, turn++);
+        TakeRawMembers(select, withClass);
     }
-    set.Op(CDAOEFSet::opClose);
-    state.counters["rows"] = count;
+}
+
+template <typename Set, typename SetCriterion>
+void StoreSearch(benchmark::State& state, SetCriterion const& setCriterion)
+{
+    Set set;
+    int turn = 0;
+    for (auto _ : state) {
+        Search search;
+        setCriterion(search, turn++);
+        int const count = set.FindMembers(search, true, true);
+        for (int i = 0; i < count; ++i) {
+            benchmark::DoNotOptimize(set.m_LastName.data());
+            set.Op(CDAOEFSet::opMoveNext);
+        }
+        set.Op(CDAOEFSet::opClose);
+        state.counters["rows"] = count;
+    }
 }
 
 /// The last names end with numbers: this one begins some tens or hundreds of them.
@@ -88,54 +82,35 @@ std::string SomeName(int turn)
 
 void RawSearchByName(benchmark::State& state)
 {
-    CRawDatabase const raw(MemberPath());
-    CRawStatement const select(raw,
-        std::string("SELECT ") + kMemberColumns
-            + " FROM member_view WHERE last_name COLLATE NOCASE >= ?1 "
-              "AND last_name COLLATE NOCASE < ?1 || '~'"
-            + kNameOrder);
-    int turn = 0;
-    for (auto _ : state) {
-        select.Bind(1, SomeName(turn++));
-        TakeRawMembers(select, false);
-    }
+    RawSearch(state,
+        "member_view WHERE last_name COLLATE NOCASE >= ?1 "
+        "AND last_name COLLATE NOCASE < ?1 || '~'",
+        false, [](CRawStatement const& select, int turn) { select.Bind(1, SomeName(turn)); });
 }
 
 void StoreSearchByName(benchmark::State& state)
 {
-    CDAOMem set;
-    int turn = 0;
-    for (auto _ : state) {
-        Search search;
-        search.SetSearchCriteria(Search::sLastName, SomeName(turn++).c_str(), nullptr, nullptr);
-        TakeMembers(state, set, search);
-    }
+    StoreSearch<CDAOMem>(state, [](Search& search, int turn) {
+        search.SetSearchCriteria(Search::sLastName, SomeName(turn).c_str(), nullptr, nullptr);
+    });
+}
+
+std::int32_t SomeMember(int turn)
+{
+    return static_cast<std::int32_t>((turn + 1LL) * 7919 % g_members + 1);
 }
 
 void RawSearchByID(benchmark::State& state)
 {
-    CRawDatabase const raw(MemberPath());
-    CRawStatement const select(raw,
-        std::string("SELECT ") + kMemberColumns + " FROM member_view WHERE member_id = ?"
-            + kNameOrder);
-    int member = 0;
-    for (auto _ : state) {
-        member = (member + 7919) % g_members;
-        select.Bind(1, member + 1);
-        TakeRawMembers(select, false);
-    }
+    RawSearch(state, "member_view WHERE member_id = ?1", false,
+        [](CRawStatement const& select, int turn) { select.Bind(1, SomeMember(turn)); });
 }
 
 void StoreSearchByID(benchmark::State& state)
 {
-    CDAOMem set;
-    int member = 0;
-    for (auto _ : state) {
-        member = (member + 7919) % g_members;
-        Search search;
-        search.SetSearchCriteria(Search::sMemberID, std::int32_t(member + 1));
-        TakeMembers(state, set, search);
-    }
+    StoreSearch<CDAOMem>(state, [](Search& search, int turn) {
+        search.SetSearchCriteria(Search::sMemberID, SomeMember(turn));
+    });
 }
 
 std::string SomeCourse(int turn)
@@ -145,31 +120,22 @@ std::string SomeCourse(int turn)
 
 void RawSearchByClass(benchmark::State& state)
 {
-    CRawDatabase const raw(MemberPath());
-    CRawStatement const select(raw,
-        std::string("SELECT ") + kMemberColumns
-            + ", class_index FROM member_class_view WHERE category = ?1 COLLATE NOCASE "
-              "AND course = ?2 COLLATE NOCASE AND section = ?3 COLLATE NOCASE"
-            + kNameOrder);
-    int turn = 0;
-    for (auto _ : state) {
-        select.Bind(1, std::string("category 2"));
-        select.Bind(2, SomeCourse(turn++));
-        select.Bind(3, std::string("Monday evening"));
-        TakeRawMembers(select, true);
-    }
+    RawSearch(state,
+        "member_class_view WHERE category = ?1 COLLATE NOCASE AND course = ?2 COLLATE NOCASE "
+        "AND section = ?3 COLLATE NOCASE",
+        true, [](CRawStatement const& select, int turn) {
+            select.Bind(1, std::string("category 2"));
+            select.Bind(2, SomeCourse(turn));
+            select.Bind(3, std::string("Monday evening"));
+        });
 }
 
 void StoreSearchByClass(benchmark::State& state)
 {
-    CDAOMemCls set;
-    int turn = 0;
-    for (auto _ : state) {
-        Search search;
+    StoreSearch<CDAOMemCls>(state, [](Search& search, int turn) {
         search.SetSearchCriteria(
-            Search::sClass, "category 2", SomeCourse(turn++).c_str(), "Monday evening");
-        TakeMembers(state, set, search);
-    }
+            Search::sClass, "category 2", SomeCourse(turn).c_str(), "Monday evening");
+    });
 }
 
 // ---- whole members
@@ -178,67 +144,6 @@ std::string TextOf(int turn)
 {
     return "Springfield " + std::to_string(turn);
 }
-
-/// The tables of a member with what is read and written of each.
-struct CMemberTable
-{
-    char const* name;
-    std::vector<char const*> numbers;
-    std::vector<char const*> texts;
-};
-
-std::vector<CMemberTable> const kTables = {
-    {"members", {"workout_number", "status"}, {"first_name", "middle_initial", "last_name"}},
-    {"profiles", {"release", "employee", "birthday", "sex", "goals", "medical_history"},
-        {"address", "city", "state", "zip", "phone", "email", "emergency_name", "emergency_phone",
-            "physician"}},
-    {"enrollments", {"enroll_date", "expire_date", "period", "incentive"}, {}},
-    {"messages", {}, {"message"}},
-    {"classes", {"class_index", "grade_status", "orientation", "re_evaluations", "other_bonuses"},
-        {"category", "course", "section"}}};
-
-/// A statement for each table.
-class CRawMemberStatements
-{
-public:
-    enum class Kind
-    {
-        select,
-        insert,
-        update
-    };
-
-    CRawMemberStatements(CRawDatabase const& raw, Kind kind)
-    {
-        for (auto const& table : kTables) {
-            std::string columns = "member_id";
-            std::string places = "?1";
-            std::string changes;
-            int place = 1;
-            for (auto const* list : {&table.numbers, &table.texts}) {
-                for (auto const* const column : *list) {
-                    columns += std::string(", ") + column;
-                    places += ", ?" + std::to_string(++place);
-                    changes += (changes.empty() ? "" : ", ") + std::string(column) + " = ?"
-                        + std::to_string(place);
-                }
-            }
-            std::string const name = table.name;
-            m_statements.push_back(std::make_unique<CRawStatement>(raw,
-                kind == Kind::select
-                    ? "SELECT id, " + columns + " FROM " + name + " WHERE member_id = ? ORDER BY id"
-                    : kind == Kind::insert
-                    ? "INSERT INTO " + name + " (" + columns + ") VALUES (" + places + ")"
-                    : "UPDATE " + name + " SET " + changes + " WHERE member_id = ?1"
-                        + (name == "classes" ? " AND class_index = ?2" : "")));
-        }
-    }
-
-    CRawStatement const& Of(std::size_t table) const { return *m_statements[table]; }
-
-private:
-    std::vector<std::unique_ptr<CRawStatement>> m_statements;
-};
 
 /// Runs a table's statement that writes, each field from the turn.
 void WriteRaw(CRawStatement const& write, CMemberTable const& table, std::int32_t member, int turn)
@@ -258,24 +163,6 @@ void WriteRaw(CRawStatement const& write, CMemberTable const& table, std::int32_
         }
         write.Step();
         write.Reset();
-    }
-}
-
-void LoadRaw(CRawMemberStatements const& selects, std::int32_t member)
-{
-    for (std::size_t i = 0; i < kTables.size(); ++i) {
-        auto const& select = selects.Of(i);
-        select.Bind(1, member);
-        while (select.Step()) {
-            int column = 0;
-            for (std::size_t n = 0; n < 2 + kTables[i].numbers.size(); ++n) {
-                benchmark::DoNotOptimize(select.Integer(column++));
-            }
-            for (std::size_t n = 0; n < kTables[i].texts.size(); ++n) {
-                benchmark::DoNotOptimize(select.Text(column++));
-            }
-        }
-        select.Reset();
     }
 }
 
@@ -356,7 +243,7 @@ void RawLoad(benchmark::State& state)
     int member = 0;
     for (auto _ : state) {
         member = (member + 7919) % g_members;
-        LoadRaw(selects, member + 1);
+        benchmark::DoNotOptimize(LoadRaw(selects, member + 1));
     }
 }
 
@@ -386,8 +273,8 @@ void RawAddMember(benchmark::State& state)
     for (auto _ : state) {
         raw.Run("BEGIN IMMEDIATE");
         ++member;
-        for (std::size_t i = 0; i < kTables.size(); ++i) {
-            WriteRaw(inserts.Of(i), kTables[i], member, member);
+        for (std::size_t i = 0; i < MemberTables().size(); ++i) {
+            WriteRaw(inserts.Of(i), MemberTables()[i], member, member);
         }
         raw.Run("COMMIT");
     }
@@ -414,9 +301,9 @@ void RawChangeMember(benchmark::State& state)
     for (auto _ : state) {
         auto const member = ++turn * 7919 % g_members + 1;
         raw.Run("BEGIN IMMEDIATE");
-        LoadRaw(selects, member);
-        for (std::size_t i = 0; i < kTables.size(); ++i) {
-            WriteRaw(updates.Of(i), kTables[i], member, turn);
+        benchmark::DoNotOptimize(LoadRaw(selects, member));
+        for (std::size_t i = 0; i < MemberTables().size(); ++i) {
+            WriteRaw(updates.Of(i), MemberTables()[i], member, turn);
         }
         raw.Run("COMMIT");
     }
@@ -438,7 +325,7 @@ void StoreChangeMember(benchmark::State& state)
 
 void RegisterMemberPairs()
 {
-    FillTablesOfMembers();
+    AddTablesOfMembers(CRawDatabase(MemberPath()), kMembersOfAClass);
     RegisterPair(
         "search by last name", RawSearchByName, StoreSearchByName, benchmark::kMicrosecond);
     RegisterPair("search by ID", RawSearchByID, StoreSearchByID, benchmark::kMicrosecond);

@@ -3,7 +3,7 @@
 
 #include "bench/BenchData.h"
 #include "bench/RatioReporter.h"
-#include "bench/RawSqlite.h"
+#include "bench/RawMember.h"
 #include "store/DAOSmMem.h"
 #include "store/DAOWk.h"
 

@@ -3,16 +3,14 @@
 // the number of members grows. Times are CPU of this process, each the median of its repetitions.
 
 #include "bench/ConsoleBench.h"
-#include "bench/RawSqlite.h"
+#include "bench/RawMember.h"
 #include "doc/CorvanaDoc.h"
 #include "workouts/MainViewTree.h"
 
-#include <QApplication>
 #include <QMainWindow>
 
 #include <array>
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -33,11 +31,6 @@ double MemoryMB(std::string const& line)
         }
     }
     return 0.0;
-}
-
-std::string MemberPath()
-{
-    return CDatabaseSession::Get().PathOf(DataFile::member);
 }
 
 /// Members of many names, in no order, some of them not capitalised.
@@ -162,11 +155,9 @@ void MeasureChanges(int count, int repetitions)
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication const app(argc, argv);
-    bool const isQuick = argc > 1 && std::strcmp(argv[1], "--quick") == 0;
-    int const most = isQuick ? 2'000 : 100'000;
-    int const repetitions = isQuick ? 1 : 9;
+    CConsoleBench const bench(argc, argv);
+    int const most = bench.IsQuick() ? 2'000 : 100'000;
+    int const repetitions = bench.IsQuick() ? 1 : 9;
 
     CBenchCentre const centre({DataFile::member});
     StoreMembers(most);

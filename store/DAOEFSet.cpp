@@ -210,6 +210,7 @@ int CDAOEFSet::RunSelection()
     m_nBlockFirst = 0;
     m_nPosition = 0;
     m_blockTime = RoughTime();
+    m_nBlockMoment = database->Moment();
     if (m_keys.Size() > 0) {
         // A first row that cannot be read any more keeps its turn like every other.
         GoTo(0, m_block.Rows() == 0);
@@ -291,6 +292,7 @@ bool CDAOEFSet::ReadBlock(std::size_t position, std::size_t most)
     m_status = database->ReadRows(Table(), std::span(keys).first(count), m_block);
     m_nBlockFirst = position;
     m_blockTime = RoughTime();
+    m_nBlockMoment = database->Moment();
     if (!m_status) {
         m_block.Reset(0, 0);
         return false;
@@ -359,7 +361,10 @@ bool CDAOEFSet::BeginChange()
     if (!m_bOnRow || GetClass()->readOnly) {
         return false;
     }
-    if (!ReadBlock(m_nPosition, 1) || !ShowRow(m_nPosition)) {
+    auto* const database = Database();
+    bool const isStored = database != nullptr && HasSelection() && m_nBlockMoment != 0
+        && m_nBlockMoment == database->Moment() && IsInFreshBlock(m_nPosition);
+    if ((!isStored && !ReadBlock(m_nPosition, 1)) || !ShowRow(m_nPosition)) {
         return m_status ? false : ShowNoRow();
     }
     m_before = FieldValues();

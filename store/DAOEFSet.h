@@ -36,7 +36,7 @@ public:
     enum op
     {
         opAddNew = 0, ///< begins a new row with cleared fields
-        opEdit = 1, ///< begins a change of the current row, which is read afresh
+        opEdit = 1, ///< begins a change of the current row as it is stored now
         opUpdate = 2, ///< writes the row begun; of a changed row only what differs
         opDelete = 3, ///< deletes the current row
         opMoveFirst = 4,
@@ -186,6 +186,7 @@ private:
     std::size_t m_nBlockFirst = 0; ///< place of its first row in the selection
     std::size_t m_nNextBlock = 0; ///< rows of the next block read in sequence
     Clock::time_point m_blockTime;
+    std::uint64_t m_nBlockMoment = 0; ///< of the database, when the block was read
 
     Edit m_edit = Edit::none;
     std::vector<DbValue> m_before; ///< the row as it was read for a change

@@ -54,7 +54,8 @@ public:
 
     virtual std::string const& Path() const = 0;
 
-    // Reading. Reports "moved" when the file was renamed or deleted meanwhile.
+    // Reading. Reports "moved" when the file was renamed or deleted meanwhile; within a transaction
+    // its beginning and its commit report that.
 
     /// Reads the keys of a selection in its order: one pass over the index that serves the clause.
     virtual CDbStatus FindKeys(CTableInfo const& table, CSelection const& selection, CKeyset& keys)
@@ -70,6 +71,10 @@ public:
     /// Runs a SELECT and keeps its whole result: for counts and sums.
     virtual CDbStatus Query(std::string_view sql, std::span<DbValue const> values, CRowBlock& rows)
         = 0;
+
+    /// What was read stays what is stored as long as this stays the same number, which it can only
+    /// within a transaction, until something is written. 0 outside of one, when others may write.
+    virtual std::uint64_t Moment() const = 0;
 
     // Writing. Each call is a transaction of its own unless one is begun.
 

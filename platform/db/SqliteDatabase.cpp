@@ -103,11 +103,26 @@ CDbStatus CSqliteDatabase::Failure(int code)
     return SqliteFailure(m_connection.get(), code, m_strPath);
 }
 
+std::uint64_t CSqliteDatabase::Moment() const
+{
+    // Counts what foreign keys do in other tables, too.
+    auto const changes = sqlite3_total_changes(m_connection.get());
+    return m_nDepth == 0
+        ? 0
+        : std::uint64_t(m_nTransactions) << 32U | static_cast<std::uint32_t>(changes);
+}
+
 CDbStatus CSqliteDatabase::MovedStatus()
 {
     int moved = 0;
     sqlite3_file_control(m_connection.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
     return moved == 0 ? CDbStatus() : Failure(SQLITE_READONLY_DBMOVED);
+}
+
+/// A transaction asks when it begins and before it commits, and needs not ask between.
+CDbStatus CSqliteDatabase::ReadableStatus()
+{
+    return m_nDepth > 0 ? CDbStatus() : MovedStatus();
 }
 
 CDbStatus CSqliteDatabase::Prepare(std::string const& sql, CStatementPtr& statement)
@@ -235,6 +250,7 @@ CDbStatus CSqliteDatabase::Begin()
         return status;
     }
     m_nDepth = 1;
+    ++m_nTransactions;
     m_doom = {};
     return {};
 }

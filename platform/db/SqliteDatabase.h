@@ -33,6 +33,7 @@ public:
         CRowBlock& rows) override;
     CDbStatus ReadRows(
         CTableInfo const& table, std::span<std::int64_t const> keys, CRowBlock& rows) override;
+    std::uint64_t Moment() const override;
     CDbStatus Query(
         std::string_view sql, std::span<DbValue const> values, CRowBlock& rows) override;
 
@@ -86,6 +87,7 @@ private:
 
     CDbStatus Failure(int code);
     CDbStatus MovedStatus();
+    CDbStatus ReadableStatus();
     void Doom(CDbStatus const& status);
     CDbStatus DoomedStatus();
     CDbStatus WriteFailure(CDbStatus status);
@@ -118,6 +120,7 @@ private:
     CRowBlock* m_pTakenRows = nullptr; ///< where the rows of the statement that runs go
     std::vector<std::pair<std::int64_t, std::size_t>> m_order; ///< keys of a block, sorted
     std::size_t m_nNextInOrder = 0;
+    std::uint32_t m_nTransactions = 0; ///< begun so far
     int m_nDepth = 0; ///< of nested transactions
     CDbStatus m_doom; ///< what failed in the open transaction, which can only roll back then
     int m_nLogPages = 0; ///< in the write-ahead log after the last commit

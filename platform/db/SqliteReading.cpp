@@ -39,7 +39,7 @@ CDbStatus CSqliteDatabase::FindKeys(
     CTableInfo const& table, CSelection const& selection, CKeyset& keys)
 {
     keys.Clear();
-    if (auto status = MovedStatus(); !status) {
+    if (auto status = ReadableStatus(); !status) {
         return status;
     }
     auto& statements = StatementsOf(table);
@@ -64,7 +64,7 @@ CDbStatus CSqliteDatabase::FindRows(
 {
     keys.Clear();
     rows.Reset(table.columns.size(), 0);
-    if (auto status = MovedStatus(); !status) {
+    if (auto status = ReadableStatus(); !status) {
         return status;
     }
     auto& statements = StatementsOf(table);
@@ -93,7 +93,7 @@ CDbStatus CSqliteDatabase::ReadRows(
     if (keys.empty()) {
         return {};
     }
-    if (auto status = MovedStatus(); !status) {
+    if (auto status = ReadableStatus(); !status) {
         return status;
     }
     auto& statements = StatementsOf(table);
@@ -172,7 +172,7 @@ CDbStatus CSqliteDatabase::Query(
     std::string_view sql, std::span<DbValue const> values, CRowBlock& rows)
 {
     rows.Reset(0, 0);
-    if (auto status = MovedStatus(); !status) {
+    if (auto status = ReadableStatus(); !status) {
         return status;
     }
     sqlite3_stmt* statement = nullptr;

@@ -164,6 +164,33 @@ TEST_F(RecordSetTest, ChangeOfARowDeletedMeanwhileFails)
     EXPECT_EQ(set.LastStatus().Error(), DbError::gone);
 }
 
+// Within a transaction a row just read is not read again, unless something was written since.
+TEST_F(RecordSetTest, ChangeBeginsWithWhatIsStoredNow)
+{
+    auto const rename = [](std::string const& category) {
+        EXPECT_EQ(Run(DataFile::report, "UPDATE reports SET category = ?", {category}), 1);
+    };
+    AddReport(1, "Yoga");
+    CDAOReport set;
+    ASSERT_EQ(set.FindReports(), 1);
+    rename("Pilates");
+    ASSERT_TRUE(set.Op(CDAOEFSet::opEdit));
+    EXPECT_EQ(set.m_strRptCategory, "Pilates");
+    {
+        CTransaction transaction(Database(DataFile::report));
+        ASSERT_EQ(set.FindReports(), 1);
+        rename("Rowing");
+        ASSERT_TRUE(set.Op(CDAOEFSet::opEdit));
+        EXPECT_EQ(set.m_strRptCategory, "Rowing");
+        set.m_strRptCategory = "typed";
+        ASSERT_TRUE(set.Op(CDAOEFSet::opEdit));
+        EXPECT_EQ(set.m_strRptCategory, "Rowing") << "what was typed is no stored value";
+    } // rolled back
+    CTransaction const next(Database(DataFile::report));
+    ASSERT_TRUE(set.Op(CDAOEFSet::opEdit));
+    EXPECT_EQ(set.m_strRptCategory, "Pilates");
+}
+
 TEST_F(RecordSetTest, RefusedRowIsToldAndCanBeTriedAgain)
 {
     CDAOSmMem set;

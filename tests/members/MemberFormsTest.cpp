@@ -7,9 +7,12 @@
 #include "tests/doc/TestCentre.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/FormCheck.h"
+#include "tests/ui/LargeFont.h"
 #include "tests/ui/MessageRecorder.h"
 
 #include <QTabWidget>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -47,7 +50,6 @@ class MemberFormsTest : public QObject
 private Q_SLOTS:
     void pagesSuitKeyboardReaderAndFont_data();
     void pagesSuitKeyboardReaderAndFont();
-    void unopenedPagesKeepTheirValues();
 
 private:
     CTestCentre const m_centre;
@@ -58,20 +60,15 @@ private:
 
 void MemberFormsTest::pagesSuitKeyboardReaderAndFont_data()
 {
-    QTest::addColumn<double>("scale");
-    QTest::newRow("usual font") << 1.0;
-    QTest::newRow("large font") << 1.25;
+    QTest::addColumn<bool>("isLarge");
+    QTest::newRow("usual font") << false;
+    QTest::newRow("large font") << true;
 }
 
 void MemberFormsTest::pagesSuitKeyboardReaderAndFont()
 {
-    QFETCH(double const, scale);
-    auto const usual = QApplication::font();
-    auto font = usual;
-    font.setPointSizeF(usual.pointSizeF() * scale);
-    QApplication::setFont(font);
-    auto const restore = qScopeGuard([&] { QApplication::setFont(usual); });
-
+    QFETCH(bool const, isLarge);
+    auto const large = isLarge ? std::make_unique<CLargeFont>() : nullptr;
     CForms forms(m_doc);
     forms.m_sheet.show();
     QVERIFY(QTest::qWaitForWindowActive(&forms.m_sheet));
@@ -83,23 +80,6 @@ void MemberFormsTest::pagesSuitKeyboardReaderAndFont()
         QCOMPARE(FaultsOf(forms.m_sheet).join(u"; "_s), QString());
     }
     QVERIFY(m_messages.Texts().isEmpty());
-}
-
-void MemberFormsTest::unopenedPagesKeepTheirValues()
-{
-    CForms forms(m_doc);
-    forms.m_enroll.m_lstSlots[0].category = ""; // would be refused
-    forms.m_enroll.m_lstSlots[2].otherBonuses = 500;
-    forms.m_enroll.m_nEnrollPer = 9;
-    forms.m_goals.SetMask(0x81);
-    forms.m_medHist.SetMask(0x100001);
-    forms.m_sheet.show();
-    ClickOk(forms.m_sheet);
-    QCOMPARE(forms.m_sheet.result(), int(QDialog::Accepted));
-    QCOMPARE(forms.m_enroll.m_lstSlots[2].otherBonuses, 500);
-    QCOMPARE(forms.m_enroll.m_nEnrollPer, 9);
-    QCOMPARE(forms.m_goals.Mask(), 0x81U);
-    QCOMPARE(forms.m_medHist.Mask(), 0x100001U);
 }
 
 QTEST_MAIN(MemberFormsTest)

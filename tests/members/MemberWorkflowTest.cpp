@@ -1,7 +1,7 @@
 #include "doc/CorvanaDoc.h"
 
 #include "tests/doc/TestApp.h"
-#include "tests/doc/TestCentre.h"
+#include "tests/doc/TestMembers.h"
 #include "tests/platform/db/Faults.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/FormCheck.h"
@@ -50,7 +50,7 @@ QStringList Rows(QStringList const& tables
 
 void RunOnMembers(QString const& sql)
 {
-    CTestCentre::Run(FromQt(sql), DataFile::member);
+    ::RunOnMembers(FromQt(sql));
 }
 
 void StoreMember(int id)
@@ -64,9 +64,7 @@ void StoreMember(int id)
                  " 0x80000003, 0x80000001)"_s.arg(id));
     RunOnMembers(u"INSERT INTO enrollments (member_id, enroll_date, expire_date, period,"
                  " incentive) VALUES (%1, 3990000000, 4020000000, 3, 1)"_s.arg(id));
-    RunOnMembers(u"INSERT INTO classes (member_id, class_index, category, course, section,"
-                 " grade_status, orientation, re_evaluations, other_bonuses) VALUES"
-                 " (%1, 4, 'Staff', 'Wellness', 'Morning', 2, 1, 1, 2)"_s.arg(id));
+    AddClass(id, 4, "'Staff', 'Wellness', 'Morning'");
     RunOnMembers(
         u"INSERT INTO messages (member_id, message) VALUES (%1, 'Bring a towel')"_s.arg(id));
     RunOnMembers(
@@ -369,7 +367,7 @@ void MemberWorkflowTest::anotherDesksChangesAreNotOverwritten()
     auto const rows = Rows();
     QCOMPARE(rows[0], u"members: 7|1007|Ann|B|Archer|1"_s);
     QVERIFY(rows[1].contains(u"|Bend|OR|97301|555-0100|"_s));
-    QCOMPARE(rows[3], u"classes: 7|4|Staff|Wellness|Morning|2|1|1|2"_s);
+    QCOMPARE(rows[3], u"classes: 7|4|Staff|Wellness|Morning|1|1|2|3"_s);
     QCOMPARE(rows[4], u"messages: 7|Bring a towel"_s);
 }
 

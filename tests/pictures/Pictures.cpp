@@ -8,6 +8,7 @@
 #include "store/DatabaseSession.h"
 #include "tests/doc/TestApp.h"
 #include "tests/ui/DialogUser.h"
+#include "tests/ui/LargeFont.h"
 #include "ui/Convert.h"
 
 #include <QDir>
@@ -18,6 +19,7 @@
 #include <QTreeView>
 
 #include <cstdio>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -112,18 +114,15 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     auto const arguments = QCoreApplication::arguments();
     if (arguments.size() < 3 || !QDir().mkpath(arguments[2])) {
-        std::fprintf(stderr, "usage: corvana_pictures DATA-FOLDER PICTURE-FOLDER\n");
+        std::fprintf(
+            stderr, "usage: corvana_pictures DATA-FOLDER PICTURE-FOLDER [--dark] [--large]\n");
         return 2;
     }
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     if (arguments.contains(u"--dark"_s)) {
         Darken();
     }
-    if (arguments.contains(u"--large"_s)) {
-        auto font = QApplication::font();
-        font.setPointSizeF(font.pointSizeF() * 1.25);
-        QApplication::setFont(font);
-    }
+    auto const large = arguments.contains(u"--large"_s) ? std::make_unique<CLargeFont>() : nullptr;
     g_folder = arguments[2];
     CDatabaseSession::Get().SetDataFolder(FromQt(arguments[1]));
     CEFOleDateTime::SetClock(kToday);

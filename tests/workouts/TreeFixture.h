@@ -4,7 +4,7 @@
 
 #include "doc/CorvanaDoc.h"
 #include "tests/doc/TestApp.h"
-#include "tests/doc/TestCentre.h"
+#include "tests/doc/TestMembers.h"
 #include "tests/ui/MessageRecorder.h"
 #include "ui/Convert.h"
 #include "ui/ProgressDlg.h"
@@ -100,11 +100,6 @@ inline void StoreBodyComp(
     set.m_dPercentFat = fat;
     set.m_dWeight = weight;
     Store(set);
-}
-
-inline void RunOnMembers(std::string const& sql)
-{
-    CTestCentre::Run(sql, DataFile::member);
 }
 
 inline CEFOleDateTime const kOlder(2025, 12, 31, 8, 0, 0);

@@ -83,7 +83,7 @@ public:
     CMainViewTree& Tree() { return *m_tree; }
     void Load()
     {
-        m_tree->expand(m_tree->model()->index(0, 0));
+        m_tree->Expand(m_tree->model()->index(0, 0));
         Paint();
     }
     void Paint()
@@ -127,7 +127,7 @@ void MeasureChanges(int count, int repetitions)
     auto& tree = window.Tree();
     auto const root = tree.model()->index(0, 0);
     for (int row = 0; row < 20; ++row) {
-        tree.expand(tree.model()->index(row, 0, root));
+        tree.Expand(tree.model()->index(row, 0, root));
     }
     window.Paint();
     std::array<std::vector<double>, 3> times;

@@ -10,23 +10,16 @@
 #include "workouts/NodeTarget.h"
 
 #include <QContextMenuEvent>
-#include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
-#include <QScrollBar>
 #include <QStatusTipEvent>
 #include <QStyledItemDelegate>
 #include <QToolTip>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-
-constexpr int kRowsMeasured = 100; // for the width, beside those in sight
 
 /// Leaves some room between rows, which are to be hit with the mouse.
 class CRowDelegate : public QStyledItemDelegate
@@ -89,25 +82,16 @@ bool ReadDates(QWidget* owner, QString const& sentence, Set& set, int count,
 } // namespace
 
 CMainViewTree::CMainViewTree(CCorvanaDoc& doc, QWidget* parent)
-    : QTreeView(parent)
+    : CTreeView(parent)
     , m_doc(doc)
     , m_pModel(new CMemberTreeModel(this))
 {
     setObjectName(u"memberTree"_s);
     setAccessibleName(tr("Members"));
-    setHeaderHidden(true);
-    setUniformRowHeights(true); // opening hundreds of thousands of members stays fast
-    setExpandsOnDoubleClick(false); // a double click edits
-    setEditTriggers(NoEditTriggers);
-    setHorizontalScrollMode(ScrollPerPixel);
     setItemDelegate(new CRowDelegate(this));
     setModel(m_pModel);
-    header()->setStretchLastSection(false); // long names scroll instead of being cut
-    header()->setResizeContentsPrecision(kRowsMeasured);
-    FitIndentation();
-    connect(this, &QTreeView::expanded, this, &CMainViewTree::LoadNode);
-    connect(this, &QTreeView::doubleClicked, this, &CMainViewTree::EditNode);
-    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &CMainViewTree::FitColumn);
+    connect(this, &CTreeView::Expanded, this, &CMainViewTree::LoadNode);
+    connect(this, &CTreeView::doubleClicked, this, &CMainViewTree::EditNode);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &CMainViewTree::HideTip);
 }
 
@@ -118,7 +102,6 @@ void CMainViewTree::ResetTree()
     HideTip();
     m_pModel->Reset();
     m_bMembersLoaded = false;
-    m_nTextWidth = 0;
 }
 
 bool CMainViewTree::AddMemberNode(std::int32_t memberID)
@@ -148,7 +131,7 @@ bool CMainViewTree::RefreshMemberNode(
     for (auto const branchKind : {kWorkoutsNode, kEvaluationsNode, kBodyCompsNode}) {
         if (kind == branchKind || kind == kMembersNode) {
             auto const branch = m_pModel->Branch(shownID, branchKind);
-            collapse(branch);
+            Collapse(branch);
             m_pModel->Unload(branch);
         }
     }
@@ -159,9 +142,6 @@ bool CMainViewTree::RefreshMemberNode(
         bool const found = set.FindMember(CDAOSmMem::idMember, memberID) != 0;
         auto const name = found ? NameOf(set) : before;
         m_pModel->ChangeMember(shownID, {memberID, name});
-        if (name != before) {
-            FitColumn();
-        }
     }
     return true;
 }
@@ -184,10 +164,9 @@ void CMainViewTree::LoadNode(QModelIndex const& node)
             loaded = isMembers ? LoadMembers() : LoadBranch(node);
         }
         if (!loaded) {
-            collapse(node); // opening it again tries again
+            Collapse(node); // opening it again tries again
         }
     }
-    FitColumn();
 }
 
 bool CMainViewTree::LoadMembers()
@@ -340,11 +319,8 @@ void CMainViewTree::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Enter:
         EditNode(SelectedNode());
         break;
-    case Qt::Key_Asterisk: // would open every branch of every member
-        expand(currentIndex());
-        break;
     default:
-        QTreeView::keyPressEvent(event);
+        CTreeView::keyPressEvent(event);
         break;
     }
 }
@@ -352,7 +328,7 @@ void CMainViewTree::keyPressEvent(QKeyEvent* event)
 void CMainViewTree::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton) {
-        QTreeView::mousePressEvent(event);
+        CTreeView::mousePressEvent(event);
     } else if (event->button() == Qt::RightButton) { // selects, but opens nothing
         HideTip();
         setCurrentIndex(indexAt(event->position().toPoint()));
@@ -362,7 +338,7 @@ void CMainViewTree::mousePressEvent(QMouseEvent* event)
 void CMainViewTree::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton) {
-        QTreeView::mouseReleaseEvent(event);
+        CTreeView::mouseReleaseEvent(event);
     } else if (event->button() == Qt::RightButton) { // the press would take the tip away again
         ShowTip(indexAt(event->position().toPoint()));
     }
@@ -371,7 +347,7 @@ void CMainViewTree::mouseReleaseEvent(QMouseEvent* event)
 void CMainViewTree::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton) {
-        QTreeView::mouseDoubleClickEvent(event);
+        CTreeView::mouseDoubleClickEvent(event);
     } else {
         mousePressEvent(event);
     }
@@ -386,62 +362,10 @@ void CMainViewTree::contextMenuEvent(QContextMenuEvent* event)
 
 void CMainViewTree::paintEvent(QPaintEvent* event)
 {
-    QTreeView::paintEvent(event);
+    CTreeView::paintEvent(event);
     if (m_bLoadWhenShown) {
         m_bLoadWhenShown = false;
         QMetaObject::invokeMethod(
-            this, [this] { expand(m_pModel->Root()); }, Qt::QueuedConnection);
+            this, [this] { Expand(m_pModel->Root()); }, Qt::QueuedConnection);
     }
-}
-
-void CMainViewTree::doItemsLayout()
-{
-    QTreeView::doItemsLayout();
-    FitColumn(); // nodes have come or gone
-}
-
-void CMainViewTree::resizeEvent(QResizeEvent* event)
-{
-    QTreeView::resizeEvent(event);
-    FitColumn();
-}
-
-void CMainViewTree::changeEvent(QEvent* event)
-{
-    QTreeView::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-        FitIndentation();
-    }
-}
-
-/// As wide as the pane and as all that has been in sight so far.
-void CMainViewTree::FitColumn()
-{
-    m_nTextWidth = std::max(m_nTextWidth, sizeHintForColumn(0));
-    setColumnWidth(0, std::max(m_nTextWidth, viewport()->width()));
-}
-
-/// As little as leaves room for the arrows, since names are long and the pane is narrow.
-void CMainViewTree::FitIndentation()
-{
-    setIndentation(fontMetrics().height());
-}
-
-void CMainViewTree::drawBranches(
-    QPainter* painter, QRect const& rect, QModelIndex const& index) const
-{
-    painter->save();
-    painter->setPen(QPen(palette().color(QPalette::Mid), 1, Qt::DotLine));
-    int x = rect.right() - indentation() / 2;
-    int const middle = rect.center().y();
-    painter->drawLine(x, middle, rect.right(), middle);
-    for (auto node = index; node.parent().isValid(); node = node.parent()) {
-        bool const isLast = node.row() + 1 == m_pModel->rowCount(node.parent());
-        if (node == index || !isLast) {
-            painter->drawLine(x, rect.top(), x, isLast ? middle : rect.bottom());
-        }
-        x -= indentation();
-    }
-    painter->restore();
-    QTreeView::drawBranches(painter, rect, index);
 }

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "platform/qt/TreeView.h"
 #include "workouts/NodeTarget.h"
-
-#include <QTreeView>
 
 #include <cstdint>
 #include <optional>
@@ -16,7 +15,7 @@ class CMemberTreeModel;
 ///
 /// A double click or Enter edits, Delete deletes, a right click or the menu key shows a summary;
 /// all of them once the members are loaded.
-class CMainViewTree : public QTreeView
+class CMainViewTree : public CTreeView
 {
     Q_OBJECT
 public:
@@ -44,11 +43,6 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void doItemsLayout() override;
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
-    void drawBranches(
-        QPainter* painter, QRect const& rect, QModelIndex const& index) const override;
 
 private:
     void LoadNode(QModelIndex const& node);
@@ -62,12 +56,9 @@ private:
     void ShowTip(QModelIndex const& node);
     void HideTip();
     void TellTip(QString const& text);
-    void FitColumn();
-    void FitIndentation();
 
     CCorvanaDoc& m_doc;
     CMemberTreeModel* const m_pModel;
-    int m_nTextWidth = 0; ///< of the widest node that has been in sight
     bool m_bMembersLoaded = false;
     bool m_bLoading = false;
     bool m_bLoadWhenShown = false;

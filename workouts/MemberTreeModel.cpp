@@ -198,7 +198,7 @@ void CMemberTreeModel::ChangeMember(std::int32_t memberID, CName const& to)
     auto* const member = m_members.value(memberID);
     assert(member != nullptr && to.m_lMemberID > 0);
     if (to.m_lMemberID == memberID && to.m_strName == member->m_strName) {
-        return; // views search long for the row of a member
+        return;
     }
     if (to.m_lMemberID != memberID) {
         RemoveMember(to.m_lMemberID);
@@ -349,7 +349,6 @@ QString CMemberTreeModel::TextOf(QModelIndex const& node) const
         : static_cast<CBranch const*>(parent)->m_lstDates[static_cast<std::size_t>(node.row())];
 }
 
-// This, flags and hasChildren are asked for every member whenever one comes or goes.
 QModelIndex CMemberTreeModel::index(int row, int column, QModelIndex const& parent) const
 {
     if (row < 0 || column != 0 || parent.column() > 0 || row >= rowCount(parent)) {
@@ -445,7 +444,7 @@ QVariant CMemberTreeModel::data(QModelIndex const& node, int role) const
 QVariant CMemberTreeModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     bool const isTitle = section == 0 && orientation == Qt::Horizontal && role == Qt::DisplayRole;
-    return isTitle ? QVariant(tr("Members")) : QVariant(); // hidden, but read out
+    return isTitle ? QVariant(tr("Members")) : QVariant(); // not shown, but read out
 }
 
 Qt::ItemFlags CMemberTreeModel::flags(QModelIndex const& node) const

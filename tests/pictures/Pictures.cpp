@@ -5,6 +5,7 @@
 
 #include "app/MainFrame.h"
 #include "doc/CorvanaDoc.h"
+#include "platform/qt/TreeView.h"
 #include "store/DatabaseSession.h"
 #include "tests/doc/TestApp.h"
 #include "tests/ui/DialogUser.h"
@@ -16,7 +17,6 @@
 #include <QPalette>
 #include <QStyleFactory>
 #include <QTabWidget>
-#include <QTreeView>
 
 #include <cstdio>
 #include <memory>
@@ -99,10 +99,10 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
         ClickCancel(dialog);
     }},
         [&] { doc.DeleteMember(member, {}); });
-    auto& tree = Child<QTreeView>(frame, "memberTree");
+    auto& tree = Child<CTreeView>(frame, "memberTree");
     auto const root = tree.model()->index(0, 0);
-    tree.expand(root);
-    tree.expand(tree.model()->index(0, 0, root));
+    tree.Expand(root);
+    tree.Expand(tree.model()->index(0, 0, root));
     Save(frame, u"main-window"_s);
 }
 

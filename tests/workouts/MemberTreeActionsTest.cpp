@@ -82,15 +82,17 @@ void MemberTreeActionsTest::keysAndDoubleClickActOnTheirNodes()
         return target.isEmpty() ? QStringList() : QStringList{what + target};
     };
     for (auto const open : {true, false}) {
-        if (Model().hasChildren(node)) {
-            m_tree->setExpanded(node, open);
+        if (open) {
+            m_tree->Expand(node);
+        } else {
+            m_tree->Collapse(node);
         }
-        auto const parentWasOpen = m_tree->isExpanded(node.parent());
+        auto const parentWasOpen = m_tree->IsExpanded(node.parent());
         m_lstAsked.clear();
         DoubleClick(node);
         QCOMPARE(m_lstAsked, expected(u"Edit "_s, edited));
-        QCOMPARE(m_tree->isExpanded(node), open && Model().hasChildren(node));
-        QCOMPARE(m_tree->isExpanded(node.parent()), parentWasOpen);
+        QCOMPARE(m_tree->IsExpanded(node), open && Model().hasChildren(node));
+        QCOMPARE(m_tree->IsExpanded(node.parent()), parentWasOpen);
     }
     m_lstAsked.clear();
     m_tree->setCurrentIndex(node);
@@ -107,7 +109,7 @@ void MemberTreeActionsTest::nothingActsBeforeMembersAreLoaded()
     Open({u"Members"_s}); // finds them,
     m_tree->ResetTree();
     QVERIFY(m_tree->AddMemberNode(5)); // but now only this one is told of
-    m_tree->setExpanded(Node({u"Members"_s}), true);
+    m_tree->Expand(Node({u"Members"_s}));
     RunOnMembers("DELETE FROM members");
     m_tree->ResetTree();
     Open({u"Members"_s});
@@ -120,7 +122,7 @@ void MemberTreeActionsTest::nothingActsBeforeMembersAreLoaded()
     QCOMPARE(m_lstAsked, QStringList());
     QVERIFY(!QToolTip::isVisible());
 
-    m_tree->collapse(Node({u"Members"_s}));
+    m_tree->Collapse(Node({u"Members"_s}));
     Open({u"Members"_s, kAnn, u"Profile"_s});
     Press(Qt::Key_Delete);
     QCOMPARE(m_lstAsked, QStringList{u"Delete -10 5"_s});
@@ -230,20 +232,20 @@ void MemberTreeActionsTest::otherButtonsOpenNothing()
     auto const workout = Node({u"Members"_s, kAnn, u"Workouts"_s, kOlderText});
     for (auto const button : {Qt::RightButton, Qt::MiddleButton}) {
         DoubleClick(workout, button);
-        auto const arrow = QPoint(m_tree->indentation() * 5 / 2, Place(workouts).y());
+        auto const arrow = QPoint(m_tree->visualRect(workouts).left() * 5 / 6, Place(workouts).y());
         QTest::mouseClick(m_tree->viewport(), button, {}, arrow);
-        QVERIFY(m_tree->isExpanded(workouts));
+        QVERIFY(m_tree->IsExpanded(workouts));
     }
     QCOMPARE(m_lstAsked, QStringList());
     // The key that opens everything below would load every record of the centre.
-    m_tree->collapse(Node({u"Members"_s}));
+    m_tree->Collapse(Node({u"Members"_s}));
     m_tree->ResetTree();
     m_tree->setCurrentIndex(Node({u"Members"_s}));
     m_progress->m_lstSentences.clear();
     Press(Qt::Key_Asterisk);
     QCOMPARE(Children({u"Members"_s}), QStringList{kAnn});
     QCOMPARE(m_progress->m_lstSentences.size(), 1);
-    QVERIFY(!m_tree->isExpanded(Node({u"Members"_s, kAnn})));
+    QVERIFY(!m_tree->IsExpanded(Node({u"Members"_s, kAnn})));
 }
 
 QTEST_MAIN(MemberTreeActionsTest)

@@ -191,7 +191,7 @@ protected:
         for (qsizetype depth = 1; depth <= texts.size(); ++depth) {
             auto const node = Node(texts.first(depth));
             m_tree->setCurrentIndex(node);
-            if (!m_tree->isExpanded(node)) {
+            if (!m_tree->IsExpanded(node)) {
                 Press(Qt::Key_Right);
             }
         }

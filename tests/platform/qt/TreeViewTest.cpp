@@ -503,6 +503,12 @@ void TreeViewTest::survivesItsModel()
     m_tree->repaint();
     Press(*m_tree, Qt::Key_Down);
     QVERIFY(!m_tree->indexAt({5, 5}).isValid());
+
+    auto const owner = std::make_unique<CTreeView>(); // goes before its model
+    auto* const model = new QStandardItemModel(owner.get());
+    model->appendRow(Branch(u"fruit"_s, {u"apple"_s}));
+    owner->setModel(model);
+    owner->Expand(model->index(0, 0));
 }
 
 QTEST_MAIN(TreeViewTest)

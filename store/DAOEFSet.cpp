@@ -48,6 +48,8 @@ int CDAOEFSet::OpenSet(bool rows)
     }
     Close();
     m_strClause = "WHERE 0";
+    m_values.clear();
+    m_extent = Extent::few;
     m_bOpen = Database() != nullptr;
     return 0;
 }

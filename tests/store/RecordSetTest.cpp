@@ -61,6 +61,18 @@ TEST_F(RecordSetTest, EmptyFindKeepsFieldsAndCloses)
     EXPECT_FALSE(set.Op(CDAOEFSet::opRequery)) << "closed: there is nothing to run again";
 }
 
+TEST_F(RecordSetTest, OpenedForAddingItHoldsNothingOfTheFindBefore)
+{
+    Run(DataFile::member,
+        "INSERT INTO members (member_id, workout_number, first_name, middle_initial, last_name, "
+        "status) VALUES (7, 7, '', '', '', 1)");
+    CDAOSmMem set;
+    ASSERT_EQ(set.FindMember(CDAOSmMem::idMember, 7), 1);
+    EXPECT_EQ(set.OpenSet(false), 0);
+    EXPECT_TRUE(set.Op(CDAOEFSet::opRequery)) << set.LastStatus().Text();
+    EXPECT_EQ(set.CountSet(), 0);
+}
+
 TEST_F(RecordSetTest, FieldsOutliveTheSelection)
 {
     AddReport(3, "Aerobics");

@@ -436,7 +436,7 @@ CORVAPI_RETURN corv_apiPostMemberMessage(
     bool const there = messages.FindMessages(memberID) > 0;
     change.Require(messages.LastStatus().IsOK());
     if (there && !messages.m_Message.empty() && !replaceExisting) {
-        return apiSuccess;
+        return change.Commit() ? apiSuccess : apiStoreError;
     }
     change.Require(messages.Op(there ? CDAOEFSet::opEdit : CDAOEFSet::opAddNew));
     messages.m_MemberID = memberID;

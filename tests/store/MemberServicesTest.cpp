@@ -213,6 +213,36 @@ TEST_F(MemberServicesTest, EnrollmentAndMessageServices)
     EXPECT_EQ(corv_apiPostMemberMessage("x", 2, true), apiStoreError);
 }
 
+TEST_F(MemberServicesTest, EveryServiceIsPartOfAnOpenTransaction)
+{
+    AddMember(1);
+    AddMember(2);
+    ASSERT_TRUE(UpdateClasses(1, Slot("A", 5), Slot("B", 6), {}));
+    ASSERT_EQ(corv_apiPostMemberMessage("one", 1, false), apiSuccess);
+    for (std::uint8_t const index : std::vector<std::uint8_t>{5, 6, 7, 8}) {
+        AddWorkout(1, index);
+    }
+    {
+        CTransaction transaction(Database(DataFile::member));
+        ASSERT_TRUE(transaction.Status());
+        EXPECT_TRUE(UpdateEnrollment(1, {}, {}, 3, 1, 0));
+        EXPECT_TRUE(UpdateClasses(1, Slot("A", 5), Slot("B", 6), Slot("C", 9)));
+        EXPECT_TRUE(ReplaceClass(1, 5, Slot("Z"), true));
+        EXPECT_TRUE(DeleteClass(1, "B", "Course", "", true));
+        EXPECT_TRUE(UpdateClassIndex(1, 7, CDAOCls::kUnknown));
+        EXPECT_TRUE(DeleteClassData(1, 8));
+        EXPECT_EQ(corv_apiPostMemberMessage("two", 1, false), apiSuccess) << "not replaced";
+        EXPECT_EQ(corv_apiPostMemberMessage("two", 2, false), apiSuccess);
+        EXPECT_TRUE(transaction.Commit()) << transaction.Status().Text();
+    }
+    EXPECT_EQ(Count("members WHERE member_id = 1 AND status = 0"), 1);
+    EXPECT_EQ(Count("enrollments WHERE member_id = 1 AND period = 3"), 1);
+    EXPECT_EQ(Classes(1), (Rows{{5, "Z Course"}, {9, "C Course"}}));
+    EXPECT_EQ(Count("workouts WHERE class_index IN (5, 99)"), 2);
+    EXPECT_EQ(Count("workouts"), 2);
+    EXPECT_EQ(Count("messages WHERE (member_id, message) IN (VALUES (1, 'one'), (2, 'two'))"), 2);
+}
+
 TEST_F(MemberServicesTest, KnowsTheClassesOfTheCatalogue)
 {
     Run(DataFile::center, "INSERT INTO categories (number, name) VALUES (1, 'Dance'), (2, 'Gym')");

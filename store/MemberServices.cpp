@@ -3,6 +3,7 @@
 #include "store/DAOCat.h"
 #include "store/DAOCour.h"
 #include "store/DAOSec.h"
+#include "store/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -251,6 +252,16 @@ bool StoreClasses(CDAOCls& set, std::int32_t memberID, std::vector<GivenClass> c
     return stored;
 }
 
+/// A byte that belongs to no UTF-8 character counts as one.
+std::size_t CountCharacters(std::string_view text)
+{
+    std::size_t count = 0;
+    for (; !text.empty(); ++count) {
+        text.remove_prefix(std::max(CharacterLength(text), std::size_t(1)));
+    }
+    return count;
+}
+
 } // namespace
 
 CClassSlot EmptySlot(CDAODef const& defaults, std::uint8_t classIndex)
@@ -424,6 +435,10 @@ bool IsCurrentClass(
 CORVAPI_RETURN corv_apiPostMemberMessage(
     char const* text, std::int32_t memberID, bool replaceExisting)
 {
+    std::string const message = text == nullptr ? "" : text;
+    if (CountCharacters(message) > CDAOMsg::kLongestMessage) {
+        return apiStoreError;
+    }
     CMemberChange change;
     if (!change.IsOK()) {
         return apiStoreError;
@@ -440,7 +455,7 @@ CORVAPI_RETURN corv_apiPostMemberMessage(
     }
     change.Require(messages.Op(there ? CDAOEFSet::opEdit : CDAOEFSet::opAddNew));
     messages.m_MemberID = memberID;
-    messages.m_Message = text;
+    messages.m_Message = message;
     change.Require(messages.Op(CDAOEFSet::opUpdate));
     return change.Commit() ? apiSuccess : apiStoreError;
 }

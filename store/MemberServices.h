@@ -90,7 +90,8 @@ enum CORVAPI_RETURN
     apiStoreError = 2
 };
 
-/// Stores the message that the member sees at the next check-in. One that is there already, and not
-/// empty, is replaced only when asked; leaving it counts as success.
+/// Stores the message that the member sees at the next check-in; null stands for an empty one, and
+/// more than CDAOMsg::kLongestMessage characters are a store error. One that is there already, and
+/// not empty, is replaced only when asked; leaving it counts as success.
 CORVAPI_RETURN corv_apiPostMemberMessage(
     char const* text, std::int32_t memberID, bool replaceExisting);

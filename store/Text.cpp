@@ -77,15 +77,6 @@ char* Put(char* to, std::string_view text)
     return to + text.size();
 }
 
-/// Bytes of the UTF-8 character at the front of the text, 0 when there is none.
-std::size_t CharacterLength(std::string_view text)
-{
-    utf8proc_int32_t character = 0;
-    auto const length = utf8proc_iterate(reinterpret_cast<utf8proc_uint8_t const*>(text.data()),
-        static_cast<utf8proc_ssize_t>(text.size()), &character);
-    return length > 0 ? static_cast<std::size_t>(length) : 0;
-}
-
 /// Writes a text with its escapes, for which there must be room.
 char* PutText(char* to, std::string_view text, Escapes const& escapes)
 {
@@ -110,6 +101,14 @@ char* PutText(char* to, std::string_view text, Escapes const& escapes)
 }
 
 } // namespace
+
+std::size_t CharacterLength(std::string_view text)
+{
+    utf8proc_int32_t character = 0;
+    auto const length = utf8proc_iterate(reinterpret_cast<utf8proc_uint8_t const*>(text.data()),
+        static_cast<utf8proc_ssize_t>(text.size()), &character);
+    return length > 0 ? static_cast<std::size_t>(length) : 0;
+}
 
 CText::CText(std::ostream* stream, char const& separator)
     : m_pStream(stream)

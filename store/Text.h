@@ -9,6 +9,9 @@
 #include <string_view>
 #include <vector>
 
+/// Bytes of the UTF-8 character at the front of the text, 0 when there is none.
+std::size_t CharacterLength(std::string_view text);
+
 /// Writes records as lines of fields to a stream that the caller owns:
 ///
 ///     KIND|field|...|CRC LF

@@ -187,7 +187,7 @@ TEST_F(MemberServicesTest, DeletingAClassMovesOrDeletesItsRecordsOrDoesNothing)
     EXPECT_EQ(records("1"), 9);
 }
 
-TEST_F(MemberServicesTest, EnrollmentAndMessageServices)
+TEST_F(MemberServicesTest, EnrollmentIsRewritten)
 {
     AddMember(2);
     CEFOleDateTime const from(2026, 2, 1);
@@ -198,8 +198,13 @@ TEST_F(MemberServicesTest, EnrollmentAndMessageServices)
     whole.FindMember(CDAOSmMem::idMember, 2);
     EXPECT_EQ(whole.m_ExpireDate, to);
     EXPECT_EQ(whole.m_Status, 1);
-    CDAOMsg message;
-    auto const stored = [&] {
+}
+
+TEST_F(MemberServicesTest, MessageIsStoredWhereNoneIsOrReplaced)
+{
+    AddMember(2);
+    auto const stored = [] {
+        CDAOMsg message;
         return message.FindMessages(2) == 1 ? message.m_Message : std::string("none or several");
     };
     EXPECT_EQ(corv_apiPostMemberMessage("", 2, false), apiSuccess);
@@ -209,8 +214,31 @@ TEST_F(MemberServicesTest, EnrollmentAndMessageServices)
     EXPECT_EQ(corv_apiPostMemberMessage("three", 2, true), apiSuccess);
     EXPECT_EQ(stored(), "three");
     EXPECT_EQ(corv_apiPostMemberMessage("x", 3, true), apiNoMember);
+    EXPECT_EQ(corv_apiPostMemberMessage(nullptr, 2, true), apiSuccess);
+    EXPECT_EQ(stored(), "");
     CDatabaseSession::Get().SetDataFolder("/nonexistent");
     EXPECT_EQ(corv_apiPostMemberMessage("x", 2, true), apiStoreError);
+}
+
+TEST_F(MemberServicesTest, MessageHasTwoHundredCharactersAtMost)
+{
+    AddMember(2);
+    auto const post = [](std::string const& character, int count) {
+        std::string text;
+        while (count-- > 0) {
+            text += character;
+        }
+        auto const result = corv_apiPostMemberMessage(text.c_str(), 2, true);
+        CDAOMsg message;
+        EXPECT_EQ(message.FindMessages(2), 1);
+        EXPECT_EQ(message.m_Message == text, result == apiSuccess);
+        return result;
+    };
+    // The last one is no UTF-8: each of its bytes counts.
+    for (std::string const character : {"x", "\xC3\xBC", "\xF0\x9F\x8F\x8B", "\x80"}) {
+        EXPECT_EQ(post(character, 200), apiSuccess) << character;
+        EXPECT_EQ(post(character, 201), apiStoreError) << character;
+    }
 }
 
 TEST_F(MemberServicesTest, EveryServiceIsPartOfAnOpenTransaction)

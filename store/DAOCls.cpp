@@ -53,6 +53,26 @@ std::uint8_t CDAOCls::GenerateIndex(std::int32_t memberID, std::uint8_t seed)
     return 0;
 }
 
+bool CDAOCls::MoveToEnd()
+{
+    auto const key = CurrentKey();
+    auto* const database = key ? Database() : nullptr;
+    if (database == nullptr) {
+        return false;
+    }
+    std::string columns;
+    for (auto const& column : Columns()) {
+        columns += (columns.empty() ? "" : ", ") + column.name;
+    }
+    std::vector<DbValue> const values = {*key};
+    std::int64_t copied = 0;
+    return Do(database->Execute("INSERT INTO classes (" + columns + ") SELECT " + columns
+                   + " FROM classes "
+                     "WHERE id = ?",
+               values, copied))
+        && copied == 1 && DelCurrent();
+}
+
 int CDAOCls::GetClassIndexString(std::uint8_t index, std::string& text)
 {
     text = index == kUnknown   ? "Unknown"

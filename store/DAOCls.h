@@ -23,6 +23,9 @@ public:
     /// An index from 1 to 98 that neither a class nor any record of the member carries: the first
     /// free one from the seed on, then from 1 on; 0 when all are taken or the file cannot be read.
     std::uint8_t GenerateIndex(std::int32_t memberID, std::uint8_t seed);
+    /// Puts the current row behind all others, with what no field can show. Takes two steps: for
+    /// use within a transaction. The row has its new place from the next find on.
+    bool MoveToEnd();
     /// The text of a class index that stands for no class of its own: "Unknown" for 99, all
     /// categories for 101; empty, and 0, for any other.
     static int GetClassIndexString(std::uint8_t index, std::string& text);

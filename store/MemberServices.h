@@ -45,12 +45,13 @@ bool IsMember(std::int32_t number, CDAOSmMem::id kind);
 bool ResetMember(CDAOSmMem& members, CDAOEnr& enrollments, CDAOProf& profiles, CDAOCls& classes,
     CDAOMsg& messages);
 
-/// Rewrites a member's classes from the slots, in their order. A slot keeps the index it gives; one
-/// that gives none keeps the index of the stored class of the same names, else that of a stored
-/// class that no slot took, else gets a free one. An index given twice is replaced in the later
-/// slot. Records of a stored class that no slot holds any more move to index 99. A class that stays
-/// in its place is changed in what differs alone: one given back as it was read keeps what another
-/// program put there. False when it could not be stored.
+/// Rewrites a member's classes from the slots, in their order. A slot keeps the index it gives, the
+/// first one where several give the same. One that gives none (0, 99, 100 or 101) keeps that of the
+/// stored class of its names or, with names that are not stored, that of the next class that no
+/// slot took; else it gets a free one. A class given back in its place as it was read keeps even an
+/// index that is none. Records of a stored class that no slot holds any more move to index 99. A
+/// class is changed in what differs alone, wherever it moves: what another program put there is
+/// kept. False when it could not be stored.
 bool UpdateClasses(std::int32_t memberID, CClassSlot const& slot1, CClassSlot const& slot2,
     CClassSlot const& slot3);
 

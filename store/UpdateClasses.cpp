@@ -2,6 +2,7 @@
 #include "store/MemberServices.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace
@@ -17,7 +18,7 @@ bool IsClassIndex(std::uint8_t index)
 struct StoredClass
 {
     CClassSlot slot;
-    bool taken = false; ///< a slot carries its index on
+    bool kept = false; ///< by a slot, which stores its class in this row
 };
 
 /// A class as it is to be stored.
@@ -25,6 +26,7 @@ struct GivenClass
 {
     CClassSlot slot;
     bool settled = false; ///< which index it carries
+    std::optional<std::size_t> row = {}; ///< place of the stored one that it keeps, unless new
 };
 
 CClassSlot SlotOf(CDAOCls const& row)
@@ -38,7 +40,7 @@ std::vector<StoredClass> ReadClasses(CDAOCls& set, std::int32_t memberID)
     std::vector<StoredClass> classes;
     int const count = set.FindClasses(memberID);
     for (int i = 0; i < count; ++i) {
-        classes.push_back({SlotOf(set), false});
+        classes.push_back({SlotOf(set)});
         set.Op(CDAOEFSet::opMoveNext);
     }
     return classes;
@@ -70,69 +72,95 @@ std::uint8_t FreshIndex(std::int32_t memberID, std::vector<GivenClass> const& gi
     return 0;
 }
 
-/// Settles the slots that know their index; returns those that name one which an earlier slot has.
-/// A class given back as it was read keeps even an index that is none.
-std::vector<GivenClass*> SettleKnown(
-    std::vector<GivenClass>& given, std::vector<StoredClass> const& stored)
+/// Keeps the first suitable row that no slot keeps; false when there is none.
+template <typename Suits>
+bool KeepRow(GivenClass& one, std::vector<StoredClass>& stored, Suits const& suits)
 {
-    std::vector<GivenClass*> twice;
+    auto const found = std::find_if(stored.begin(), stored.end(),
+        [&](StoredClass const& row) { return !row.kept && suits(row.slot); });
+    if (found == stored.end()) {
+        return false;
+    }
+    found->kept = true;
+    one.row = static_cast<std::size_t>(found - stored.begin());
+    return true;
+}
+
+/// Settles the slots that know their index, unless an earlier one has it.
+void SettleKnown(std::vector<GivenClass>& given, std::vector<StoredClass>& stored)
+{
     for (std::size_t i = 0; i < given.size(); ++i) {
         auto& one = given[i];
+        auto const hasIndex
+            = [&](CClassSlot const& row) { return row.classIndex == one.slot.classIndex; };
         if (IsClassIndex(one.slot.classIndex)) {
             one.settled = !IsHeld(given, one.slot.classIndex);
-            if (!one.settled) {
-                twice.push_back(&one);
+            // Other programs may have given two classes one index: the names tell which it is.
+            if (one.settled && !KeepRow(one, stored, [&](CClassSlot const& row) {
+                    return hasIndex(row) && IsSameClass(row, one.slot);
+                })) {
+                KeepRow(one, stored, hasIndex);
             }
-        } else {
-            one.settled = i < stored.size() && one.slot == stored[i].slot;
+        } else if (i < stored.size() && one.slot == stored[i].slot) {
+            // Given back as it was read: even an index that is none stays.
+            one.settled = KeepRow(
+                one, stored, [&](CClassSlot const& row) { return &row == &stored[i].slot; });
         }
     }
-    return twice;
 }
 
-/// Settles a slot on the index of the first suitable row that no slot has taken.
-template <typename Suits>
-void TakeIndex(GivenClass& one, std::vector<GivenClass> const& given,
-    std::vector<StoredClass>& stored, Suits const& suits)
+/// Settles slots without an index on those of stored classes: of the same names first, then of
+/// those left over. One whose names are stored takes no other class's.
+void TakeIndexes(std::vector<GivenClass>& given, std::vector<StoredClass>& stored)
 {
-    auto const found = std::find_if(stored.begin(), stored.end(), [&](StoredClass const& row) {
-        return !row.taken && IsClassIndex(row.slot.classIndex)
-            && !IsHeld(given, row.slot.classIndex) && suits(row);
-    });
-    if (!one.settled && found != stored.end()) {
-        found->taken = true;
-        one.slot.classIndex = found->slot.classIndex;
-        one.settled = true;
-    }
-}
-
-bool TakeFreshIndex(std::int32_t memberID, GivenClass& one, std::vector<GivenClass> const& given)
-{
-    if (!one.settled) {
-        one.slot.classIndex = FreshIndex(memberID, given);
-        one.settled = one.slot.classIndex != 0;
-    }
-    return one.settled;
-}
-
-/// Settles which index each slot carries on; false when there is none left.
-bool GiveIndexes(
-    std::int32_t memberID, std::vector<GivenClass>& given, std::vector<StoredClass>& stored)
-{
-    // Slots that know their index come first: nobody else may take it.
-    for (auto* const one : SettleKnown(given, stored)) {
-        if (!TakeFreshIndex(memberID, *one, given)) {
-            return false;
+    auto const isFree = [&](CClassSlot const& row) {
+        return IsClassIndex(row.classIndex) && !IsHeld(given, row.classIndex);
+    };
+    auto const take = [&](GivenClass& one) {
+        auto const& row = stored[*one.row].slot;
+        if (!IsClassIndex(one.slot.classIndex) && isFree(row)) {
+            one.slot.classIndex = row.classIndex;
+            one.settled = true;
+        }
+    };
+    auto const hasNamesOf = [](GivenClass const& one) {
+        return [&one](CClassSlot const& row) { return IsSameClass(row, one.slot); };
+    };
+    for (auto& one : given) {
+        if (!one.settled && KeepRow(one, stored, hasNamesOf(one))) {
+            take(one);
         }
     }
     for (auto& one : given) {
-        TakeIndex(one, given, stored,
-            [&](StoredClass const& row) { return IsSameClass(row.slot, one.slot); });
+        if (!one.settled && !IsClassIndex(one.slot.classIndex)
+            && std::ranges::none_of(stored, hasNamesOf(one), &StoredClass::slot)
+            && KeepRow(one, stored, isFree)) {
+            take(one);
+        }
     }
+}
+
+/// Settles which index each slot carries on, and which row it keeps; false when no index is left.
+bool GiveIndexes(
+    std::int32_t memberID, std::vector<GivenClass>& given, std::vector<StoredClass>& stored)
+{
+    SettleKnown(given, stored); // comes first: nobody else may take what a slot knows
+    TakeIndexes(given, stored);
     return std::all_of(given.begin(), given.end(), [&](GivenClass& one) {
-        TakeIndex(one, given, stored, [](StoredClass const&) { return true; });
-        return TakeFreshIndex(memberID, one, given);
+        if (!one.settled) {
+            one.slot.classIndex = FreshIndex(memberID, given);
+            one.settled = one.slot.classIndex != 0;
+        }
+        return one.settled;
     });
+}
+
+/// The slot that keeps a stored class; null when none does.
+GivenClass const* KeeperOf(std::vector<GivenClass> const& given, std::size_t row)
+{
+    auto const found = std::find_if(
+        given.begin(), given.end(), [&](GivenClass const& one) { return one.row == row; });
+    return found == given.end() ? nullptr : &*found;
 }
 
 /// Sets the fields that a slot has otherwise.
@@ -150,31 +178,61 @@ void SetFields(CDAOCls& row, CClassSlot const& slot)
     row.m_Other = static_cast<std::int16_t>(slot.otherBonuses);
 }
 
-/// Stores the classes in the order of their slots. Rows that stay in their places are changed
-/// there, in nothing but what differs: what another program put into them is kept. From the first
-/// row on that does not stay, all are stored anew.
+/// Moves the records of the stored classes whose index no slot carries on: with their class when a
+/// slot keeps it, else to index 99, where those of deleted classes are already.
+bool MoveRecords(std::int32_t memberID, std::vector<GivenClass> const& given,
+    std::vector<StoredClass> const& stored)
+{
+    bool moved = true;
+    for (std::size_t row = 0; row < stored.size(); ++row) {
+        auto const index = stored[row].slot.classIndex;
+        auto const* const keeper = KeeperOf(given, row);
+        if (index != CDAOCls::kUnknown && !IsHeld(given, index)) {
+            moved = moved
+                && UpdateClassIndex(memberID, index,
+                    keeper == nullptr ? CDAOCls::kUnknown : keeper->slot.classIndex);
+        }
+    }
+    return moved;
+}
+
+bool AddClass(CDAOCls& set, std::int32_t memberID, CClassSlot const& slot)
+{
+    bool const begun = set.Op(CDAOEFSet::opAddNew);
+    set.m_MemberID = memberID;
+    SetFields(set, slot);
+    return begun && set.Op(CDAOEFSet::opUpdate);
+}
+
+/// Changes a stored class in what differs: what another program put into the rest of it is kept.
+bool ChangeClass(CDAOCls& set, CClassSlot const& slot)
+{
+    if (SlotOf(set) == slot) {
+        return true;
+    }
+    bool const begun = set.Op(CDAOEFSet::opEdit);
+    SetFields(set, slot);
+    return begun && set.Op(CDAOEFSet::opUpdate);
+}
+
+/// Stores the classes in the order of their slots. Rows in their order stay in their places; from
+/// the first slot on that has none, all come behind the others.
 bool StoreClasses(CDAOCls& set, std::int32_t memberID, std::vector<GivenClass> const& given)
 {
-    std::size_t stay = 0;
     bool stored = true;
     int const count = set.CountSet();
-    for (int i = 0; i < count; ++i) {
-        bool const stays = stay == static_cast<std::size_t>(i) && stay < given.size()
-            && set.m_ClassIndex == given[stay].slot.classIndex;
-        if (!stays) {
-            stored = stored && set.DelCurrent();
-        } else if (SlotOf(set) != given[stay++].slot) {
-            stored = stored && set.Op(CDAOEFSet::opEdit);
-            SetFields(set, given[stay - 1].slot);
-            stored = stored && set.Op(CDAOEFSet::opUpdate);
-        }
+    for (int row = 0; row < count; ++row) {
+        auto const* const keeper = KeeperOf(given, static_cast<std::size_t>(row));
+        stored = stored && (keeper == nullptr ? set.DelCurrent() : ChangeClass(set, keeper->slot));
         set.Op(CDAOEFSet::opMoveNext);
     }
-    for (; stored && stay < given.size(); ++stay) {
-        stored = set.Op(CDAOEFSet::opAddNew);
-        set.m_MemberID = memberID;
-        SetFields(set, given[stay].slot);
-        stored = stored && set.Op(CDAOEFSet::opUpdate);
+    auto one = given.begin();
+    for (std::optional<std::size_t> last; one != given.end() && one->row > last; ++one) {
+        last = one->row;
+    }
+    for (; stored && one != given.end(); ++one) {
+        stored = one->row ? set.MoveSet(static_cast<std::int32_t>(*one->row)) && set.MoveToEnd()
+                          : AddClass(set, memberID, one->slot);
     }
     return stored;
 }
@@ -187,7 +245,7 @@ bool UpdateClasses(std::int32_t memberID, CClassSlot const& slot1, CClassSlot co
     std::vector<GivenClass> given;
     for (auto const* slot : {&slot1, &slot2, &slot3}) {
         if (!slot->IsEmpty()) {
-            given.push_back({*slot, false});
+            given.push_back({*slot});
         }
     }
     CMemberChange change;
@@ -196,12 +254,7 @@ bool UpdateClasses(std::int32_t memberID, CClassSlot const& slot1, CClassSlot co
     }
     CDAOCls set;
     auto stored = ReadClasses(set, memberID);
-    change.Require(set.LastStatus() && GiveIndexes(memberID, given, stored));
-    for (auto const& row : stored) {
-        if (!IsHeld(given, row.slot.classIndex)) {
-            change.Require(UpdateClassIndex(memberID, row.slot.classIndex, CDAOCls::kUnknown));
-        }
-    }
-    change.Require(StoreClasses(set, memberID, given));
+    change.Require(set.LastStatus() && GiveIndexes(memberID, given, stored)
+        && MoveRecords(memberID, given, stored) && StoreClasses(set, memberID, given));
     return change.Commit();
 }

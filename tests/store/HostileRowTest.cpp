@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <set>
 #include <sqlite3.h>
 
 namespace
@@ -206,6 +207,66 @@ protected:
         summary.CountPast();
     }
 
+    /// A member of the classes A, B and C with these indexes and values that no field can show;
+    /// returns its slots as they are read.
+    static std::vector<CClassSlot> AddClasses(
+        std::int32_t member, std::vector<std::string> const& indexes)
+    {
+        std::int64_t const key = member;
+        Run(DataFile::member,
+            "INSERT INTO members (member_id, workout_number, first_name, middle_initial, "
+            "last_name, status) VALUES (?1, ?1, '', '', '', 1)",
+            {key});
+        for (std::size_t i = 0; i < indexes.size(); ++i) {
+            Run(DataFile::member,
+                "INSERT INTO classes (member_id, class_index, category, course, section, "
+                "grade_status, orientation, re_evaluations, other_bonuses) VALUES (?, "
+                    + indexes[i] + ", char(65 + ?2), CAST(x'FF' AS TEXT), '', 300 + ?2, 7, 99999, "
+                    + "-99999)",
+                {key, std::int64_t(i)});
+        }
+        std::vector<CClassSlot> slots;
+        CDAOCls set;
+        for (int count = set.FindClasses(member); count > 0; --count) {
+            slots.push_back({set.m_Category, set.m_Course, set.m_Section, set.m_GradeStat,
+                set.m_Orient != 0, set.m_ReEval, set.m_Other, set.m_ClassIndex});
+            set.Op(CDAOEFSet::opMoveNext);
+        }
+        EXPECT_EQ(slots.size(), indexes.size());
+        return slots;
+    }
+
+    /// The classes of a member in their order as they are stored, with these columns.
+    static std::vector<std::string> ClassRows(std::int32_t member, std::string const& columns)
+    {
+        CRowBlock block;
+        EXPECT_TRUE(Database(DataFile::member)
+                        .Query("SELECT format('%s %s %d %d %d %d %s', category, hex(course), "
+                               "grade_status, orientation, re_evaluations, other_bonuses, "
+                               "json_array("
+                                + columns + ")) FROM classes WHERE member_id = ? ORDER BY id",
+                            std::vector<DbValue>{std::int64_t(member)}, block));
+        std::vector<std::string> rows;
+        for (std::size_t i = 0; i < block.Rows(); ++i) {
+            rows.emplace_back(block.Row(i).Text(block.Row(i).Cell(0)));
+        }
+        return rows;
+    }
+
+    static void AddWorkout(std::int32_t member, std::string const& classIndex)
+    {
+        std::string columns;
+        std::string values;
+        for (auto const& [column, type] : Columns("workouts")) {
+            columns += columns.empty() ? column : ", " + column;
+            values += values.empty() ? "" : ", ";
+            values += column == "member_id" ? std::to_string(member)
+                : column == "class_index"   ? classIndex
+                                            : "0";
+        }
+        Run(DataFile::member, "INSERT INTO workouts (" + columns + ") VALUES (" + values + ")");
+    }
+
 private:
     static void ReadRecords(std::int32_t member)
     {
@@ -302,39 +363,79 @@ TEST_F(HostileRowTest, ShowsValuesAsTheyAreOrAsNone)
 /// A member's editor gives all classes back, whether they were changed or not.
 TEST_F(HostileRowTest, ClassesGivenBackAsTheyWereReadStayAsTheyAre)
 {
-    Run(DataFile::member,
-        "INSERT INTO members (member_id, workout_number, first_name, middle_initial, last_name, "
-        "status) VALUES (7, 7, '', '', '', 1)");
-    for (auto const* const row : {"150, 'A', '', '', 300, 7, 99999, -1",
-             "0, 'B', '', '', 2, 0, 0, 0", "3, 'C', '', '', 2, 0, 99999, 0"}) {
-        Run(DataFile::member,
-            "INSERT INTO classes (member_id, class_index, category, course, section, grade_status, "
-            "orientation, re_evaluations, other_bonuses) VALUES (7, "s
-                + row + ")");
-    }
-    auto const all = [] {
-        CRowBlock rows;
-        EXPECT_TRUE(Database(DataFile::member)
-                        .Query("SELECT group_concat(id || class_index || category || grade_status "
-                               "|| orientation || re_evaluations || other_bonuses, ' ') "
-                               "FROM (SELECT * FROM classes ORDER BY id)",
-                            {}, rows));
-        return std::string(rows.Row(0).Text(rows.Row(0).Cell(0)));
-    };
-    auto const before = all();
-    std::vector<CClassSlot> slots;
-    CDAOCls set;
-    for (int count = set.FindClasses(7); count > 0; --count) {
-        slots.push_back({set.m_Category, set.m_Course, set.m_Section,
-            static_cast<CDAODef::gradestat>(set.m_GradeStat), set.m_Orient != 0, set.m_ReEval,
-            set.m_Other, set.m_ClassIndex});
-        set.Op(CDAOEFSet::opMoveNext);
-    }
-    ASSERT_EQ(slots.size(), 3U);
+    auto const slots = AddClasses(7, {"150", "0", "3"});
+    auto const before = ClassRows(7, "id, class_index");
     EXPECT_TRUE(UpdateClasses(7, slots[0], slots[1], slots[2]));
-    EXPECT_EQ(all(), before);
+    EXPECT_EQ(ClassRows(7, "id, class_index"), before);
     auto changed = slots[2];
     changed.section = "Changed";
     EXPECT_TRUE(UpdateClasses(7, slots[0], slots[1], changed));
-    EXPECT_EQ(all(), before) << "but for the section";
+    EXPECT_EQ(ClassRows(7, "id, class_index"), before) << "but for the section";
+}
+
+/// Whatever becomes of the other classes, deleted, moved or new.
+TEST_F(HostileRowTest, ClassesThatMoveKeepWhatFitsNoField)
+{
+    for (std::int32_t move = 1; move <= 125; ++move) {
+        auto slots = AddClasses(move, {"150", "9", "2"});
+        auto const before = ClassRows(move, "class_index");
+        auto const keys = ClassRows(move, "id");
+        CClassSlot added;
+        added.category = "New";
+        added.classIndex = 50;
+        slots.insert(slots.end(), {added, {}});
+        std::vector<std::size_t> chosen;
+        for (int const slot : {(move - 1) % 5, (move - 1) / 5 % 5, (move - 1) / 25}) {
+            chosen.push_back(static_cast<std::size_t>(slot));
+        }
+        SCOPED_TRACE(testing::PrintToString(chosen));
+        EXPECT_TRUE(UpdateClasses(move, slots[chosen[0]], slots[chosen[1]], slots[chosen[2]]));
+        std::erase(chosen, slots.size() - 1);
+        if (std::set(chosen.begin(), chosen.end()).size() < chosen.size()) {
+            continue; // given twice: that is not the stored one any more
+        }
+        auto const after = ClassRows(move, "class_index");
+        auto const keysAfter = ClassRows(move, "id");
+        ASSERT_EQ(after.size(), chosen.size());
+        bool stays = true;
+        for (std::size_t i = 0; i < chosen.size(); ++i) {
+            bool const isStored = chosen[i] < before.size();
+            stays = stays && isStored && (i == 0 || chosen[i - 1] < chosen[i]);
+            EXPECT_TRUE(!isStored || after[i] == before[chosen[i]]) << after[i];
+            EXPECT_TRUE(!isStored || (keysAfter[i] == keys[chosen[i]]) == stays);
+        }
+    }
+}
+
+TEST_F(HostileRowTest, AClassWhoseIndexIsNoneTakesNobodyElses)
+{
+    std::int32_t member = 0;
+    for (std::string const none : {"0", "99", "100", "101", "300"}) {
+        SCOPED_TRACE(none);
+        auto const slots = AddClasses(++member, {"150", none, "3"});
+        auto const before = ClassRows(member, "0");
+        auto const records = [&](std::string const& index) {
+            return Number(DataFile::member,
+                "SELECT count(*) FROM workouts WHERE member_id = " + std::to_string(member)
+                    + " AND class_index = " + index);
+        };
+        for (auto const& index : {std::string("150"), none, std::string("3")}) {
+            AddWorkout(member, index);
+        }
+        EXPECT_TRUE(UpdateClasses(member, {}, slots[1], slots[2]));
+        auto const after = ClassRows(member, "0");
+        ASSERT_EQ(after.size(), 2U);
+        EXPECT_EQ(after[0], before[1]);
+        EXPECT_EQ(after[1], before[2]);
+        auto const index = Number(DataFile::member,
+            "SELECT class_index FROM classes WHERE category = 'B' AND member_id = "
+                + std::to_string(member));
+        EXPECT_TRUE(index >= 1 && index <= CDAOCls::kLargestIndex && index != 3) << index;
+        EXPECT_EQ(records("150"), 0);
+        EXPECT_EQ(records("3"), 1);
+        // What a reader takes for records of the class stays with it; 99 is of classes deleted.
+        bool const follow = none == "0" || none == "100" || none == "101";
+        EXPECT_EQ(records(std::to_string(index)), follow ? 1 : 0);
+        EXPECT_EQ(records("99"), none == "99" ? 2 : 1);
+    }
 }

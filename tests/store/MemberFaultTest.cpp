@@ -106,10 +106,11 @@ private:
     fs::path const m_model = m_folder / "model.mdb";
 };
 
-CClassSlot Slot(std::string const& name)
+CClassSlot Slot(std::string const& name, std::uint8_t index = 0)
 {
     CClassSlot slot;
     slot.category = name;
+    slot.classIndex = index;
     return slot;
 }
 
@@ -157,6 +158,7 @@ TEST_F(MemberFaultTest, AMemberGoesWithAllRowsOrStaysWithAll)
 TEST_F(MemberFaultTest, AServiceDoesItsWholeWorkOrNothing)
 {
     ForEachFaultOf([] { return UpdateClasses(2, Slot("2"), Slot("B"), {}); });
+    ForEachFaultOf([] { return UpdateClasses(2, Slot("2", 3), Slot("2", 1), Slot("B")); });
     ForEachFaultOf([] { return ReplaceClass(2, 1, Slot("B"), false); });
     ForEachFaultOf([] { return UpdateEnrollment(2, {}, {}, 1, 1, 0); });
     ForEachFaultOf([] { return UpdateClassIndex(2, 1, CDAOCls::kUnknown); });

@@ -74,6 +74,23 @@ protected:
         return set.m_lEvalID;
     }
 
+    /// One of each kind.
+    static void AddRecords(std::int32_t member, std::uint8_t index)
+    {
+        AddWorkout(member, index);
+        AddEvaluation(member, index);
+        AddBodyComp(member, index);
+    }
+
+    /// How many of each kind a member has for a class: three digits.
+    static std::int64_t Records(std::int32_t member, int index)
+    {
+        auto const where = " WHERE member_id = " + std::to_string(member)
+            + " AND class_index = " + std::to_string(index);
+        return Count("workouts" + where) * 100 + Count("evaluations" + where) * 10
+            + Count("body_compositions" + where);
+    }
+
     static std::int64_t Count(std::string const& sql)
     {
         CRowBlock rows;

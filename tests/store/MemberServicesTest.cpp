@@ -2,14 +2,49 @@
 #include "tests/store/MemberFixture.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
+#include <sstream>
 
 namespace
 {
 
-using MemberServicesTest = CMemberTest;
 using Rows = std::vector<std::pair<int, std::string>>;
+
+class MemberServicesTest : public CMemberTest
+{
+protected:
+    /// "A5 B0": one slot each, with its index.
+    static std::vector<CClassSlot> Slots(std::string const& text)
+    {
+        std::vector<CClassSlot> slots;
+        std::istringstream words(text);
+        for (std::string word; words >> word;) {
+            slots.push_back(
+                Slot(word.substr(0, 1), static_cast<std::uint8_t>(std::stoi(word.substr(1)))));
+        }
+        return slots;
+    }
+
+    static void AddClass(std::int32_t member, CClassSlot const& slot)
+    {
+        Run(DataFile::member,
+            "INSERT INTO classes (member_id, class_index, category, course, section, grade_status, "
+            "orientation, re_evaluations, other_bonuses) VALUES (?, ?, ?, ?, '', 0, 0, 0, 0)",
+            {std::int64_t(member), std::int64_t(slot.classIndex), slot.category, slot.course});
+    }
+
+    /// The letters of the classes that a class's workouts were added for, by their hours.
+    static std::string Owners(std::int32_t member, int index)
+    {
+        std::string owners;
+        CDAOWk set;
+        for (int n = set.FindWks(member, static_cast<std::uint8_t>(index)); n > 0; --n) {
+            owners += static_cast<char>('A' + set.m_dtCheckIn.Hour());
+            set.Op(CDAOEFSet::opMoveNext);
+        }
+        return owners;
+    }
+};
 
 } // namespace
 
@@ -37,75 +72,106 @@ TEST_F(MemberServicesTest, NewMemberStartsFromTheCentresDefaults)
         && classes.m_Other == 4);
 }
 
-// Whatever becomes of three classes in their slots, a record stays with the class it was for.
+// Whatever becomes of three classes in their slots, a record stays with the class it was for; where
+// the slots know their indexes by their places, with the class that is in the place now.
 TEST_F(MemberServicesTest, RecordsStayWithTheirClassInAllMoves)
 {
-    std::vector<std::string> const names = {"", "A", "B", "C", "D"};
+    enum class Known
+    {
+        nothing,
+        byName,
+        byPlace
+    };
+    std::vector<std::string> const names = {"A", "B", "C", "D", ""};
+    std::vector<std::uint8_t> const indexes = {5, 9, 2};
     std::int32_t member = 0;
-    for (bool const known : {true, false}) {
-        for (int move = 0; move < 125; ++move) {
-            std::vector<std::string> const chosen = {names[static_cast<std::size_t>(move % 5)],
-                names[static_cast<std::size_t>(move / 5 % 5)],
-                names[static_cast<std::size_t>(move / 25)]};
-            bool repeated = false;
-            for (std::size_t i = 0; i < 3; ++i) {
-                repeated = repeated
-                    || (!chosen[i].empty()
-                        && std::count(chosen.begin(), chosen.end(), chosen[i]) > 1);
-            }
-            if (repeated) {
-                continue;
-            }
+    for (auto const known : {Known::nothing, Known::byName, Known::byPlace}) {
+        for (std::size_t move = 0; move < 125; ++move) {
+            std::vector<std::size_t> const chosen = {move % 5, move / 5 % 5, move / 25};
+            SCOPED_TRACE(testing::PrintToString(chosen));
             AddMember(++member);
             ASSERT_TRUE(UpdateClasses(member, Slot("A", 5), Slot("B", 9), Slot("C", 2)));
-            for (std::uint8_t const index : std::vector<std::uint8_t>{5, 9, 2}) {
-                AddWorkout(member, index);
-                AddBodyComp(member, index);
+            for (auto const index : indexes) {
+                AddRecords(member, index);
             }
-            auto const slot = [&](std::size_t i) {
-                std::map<std::string, std::uint8_t> const indexes = {{"A", 5}, {"B", 9}, {"C", 2}};
-                auto const found = indexes.find(chosen[i]);
-                return Slot(
-                    chosen[i], known && found != indexes.end() ? found->second : std::uint8_t(0));
-            };
-            ASSERT_TRUE(UpdateClasses(member, slot(0), slot(1), slot(2)));
-            std::set<int> indexes;
-            std::string order;
-            for (auto const& [index, text] : Classes(member)) {
-                EXPECT_TRUE(indexes.insert(index).second) << "two classes of one index";
-                order += text[0];
-                std::string const kept = "ABC";
-                std::vector<int> const old = {5, 9, 2};
-                if (auto const place = kept.find(text[0]); place != std::string::npos) {
-                    EXPECT_EQ(index, old[place]) << text;
+            std::vector<CClassSlot> slots;
+            Rows expected; // of index 0 where it is a fresh one or depends on what is left over
+            for (std::size_t i = 0; i < 3; ++i) {
+                auto const place = known == Known::byPlace ? i : chosen[i];
+                bool const isRepeated
+                    = std::count(chosen.begin(), chosen.begin() + std::ptrdiff_t(i), place) > 0;
+                auto const index = place < 3 ? indexes[place] : std::uint8_t(0);
+                slots.push_back(Slot(names[chosen[i]], known == Known::nothing ? 0 : index));
+                if (!slots.back().IsEmpty()) {
+                    expected.emplace_back(isRepeated && known != Known::byPlace ? 0 : index,
+                        names[chosen[i]] + " Course");
                 }
             }
-            EXPECT_EQ(order, chosen[0] + chosen[1] + chosen[2]) << "slot order";
-            for (int const index : {5, 9, 2}) {
-                std::string const where
-                    = " WHERE member_id = " + std::to_string(member) + " AND class_index = ";
-                bool const held = indexes.contains(index);
-                EXPECT_EQ(Count("workouts" + where + std::to_string(index)), held ? 1 : 0);
+            ASSERT_TRUE(UpdateClasses(member, slots[0], slots[1], slots[2]));
+            auto const found = Classes(member);
+            ASSERT_EQ(found.size(), expected.size());
+            std::set<int> held;
+            for (std::size_t i = 0; i < found.size(); ++i) {
+                EXPECT_EQ(found[i].second, expected[i].second) << "slot order";
+                EXPECT_TRUE(expected[i].first == 0 || found[i].first == expected[i].first);
+                EXPECT_TRUE(held.insert(found[i].first).second) << "two classes of one index";
             }
-            EXPECT_EQ(Count("body_compositions WHERE member_id = " + std::to_string(member)
-                          + " AND class_index = 99"),
-                3 - static_cast<int>(std::count_if(indexes.begin(), indexes.end(), [](int i) {
-                    return i == 5 || i == 9 || i == 2;
-                })));
+            int unknown = 0;
+            for (auto const index : indexes) {
+                unknown += held.contains(index) ? 0 : 111;
+                EXPECT_EQ(Records(member, index), held.contains(index) ? 111 : 0);
+            }
+            EXPECT_EQ(Records(member, CDAOCls::kUnknown), unknown);
         }
     }
 }
 
-TEST_F(MemberServicesTest, ClassRenamedInPlaceKeepsItsRecords)
+// How slots come to their indexes, and whose records those are.
+TEST_F(MemberServicesTest, SlotsTakeNoIndexThatIsAnothersOrNone)
 {
-    AddMember(1);
-    ASSERT_TRUE(UpdateClasses(1, Slot("A"), Slot("B"), {}));
-    EXPECT_EQ(Classes(1), (Rows{{1, "A Course"}, {2, "B Course"}}));
-    ASSERT_TRUE(UpdateClasses(1, Slot("Z", 1), Slot("B", 1), {}));
-    auto const rows = Classes(1);
-    ASSERT_EQ(rows.size(), 2U);
-    EXPECT_EQ(rows[0], (std::pair<int, std::string>{1, "Z Course"}));
-    EXPECT_NE(rows[1].first, 1) << "given twice: the later slot gets a fresh one";
+    struct Case
+    {
+        std::string stored; ///< name and index of each class
+        std::string given;
+        std::string expected; ///< behind each the records' classes; "?" is a fresh index
+    };
+    std::vector<Case> const cases = {
+        {"A1 B2", "Z1 B2", "Z1A B2B"}, // renamed in its place
+        {"A1 B2", "Z1 B1", "Z1A B?B"}, // one index in two slots
+        {"A1 B2", "Z1 A0", "Z1A A? 99B"}, // its own is another's now
+        {"A1 B2", "A0 A0", "A1A A? 99B"}, // the second one is none of those left over
+        {"A1 B2", "Y0 Z0", "Y1A Z2B"}, // those are, in their order
+        {"A1 B2 C3", "N0 B2 C3", "N1A B2B C3C"},
+        {"A1 B2", "A1 N0 B2", "A1A N? B2B"}, // new beside known ones
+        {"A1 B2", "A1 N100 B2", "A1A N? B2B"}, {"A150 B0 C3", "B0 C3", "B?B C3C 99A"},
+        {"A150 B0 C3", "A150 B0 C3", "A150A B0B C3C"},
+        {"A0 B3", "N0 B3", "N? B3B 99A"}, // left over, but no index
+        {"A100 B101", "Y0 Z0", "Y? Z? 99AB"}, {"A1 B1", "B1 A1", "B1AB A?"}, // in two slots already
+    };
+    std::int32_t member = 0;
+    for (auto const& given : cases) {
+        SCOPED_TRACE(given.stored + " as " + given.given);
+        AddMember(++member);
+        auto const stored = Slots(given.stored);
+        for (auto const& slot : stored) {
+            AddClass(member, slot);
+            AddWorkout(member, slot.classIndex, {2026, 1, 1, slot.category[0] - 'A', 0});
+        }
+        auto slots = Slots(given.given);
+        slots.resize(3);
+        EXPECT_TRUE(UpdateClasses(member, slots[0], slots[1], slots[2]));
+        slots.insert(slots.end(), stored.begin(), stored.end());
+        std::string found;
+        for (auto const& [index, text] : Classes(member)) {
+            bool const isKnown = std::ranges::count(slots, index, &CClassSlot::classIndex) > 0;
+            EXPECT_TRUE(isKnown || (index >= 1 && index <= CDAOCls::kLargestIndex)) << index;
+            found += found.empty() ? "" : " ";
+            found += text[0];
+            found += (isKnown ? std::to_string(index) : "?").append(Owners(member, index));
+        }
+        auto const unknown = Owners(member, CDAOCls::kUnknown);
+        EXPECT_EQ(found.append(unknown.empty() ? "" : " 99").append(unknown), given.expected);
+    }
 }
 
 TEST_F(MemberServicesTest, FreshIndexIsNobodysElse)

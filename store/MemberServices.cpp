@@ -94,6 +94,9 @@ bool ResetMember(CDAOSmMem& members, CDAOEnr& enrollments, CDAOProf& profiles, C
 bool ReplaceClass(
     std::int32_t memberID, std::uint8_t classIndex, CClassSlot const& replacement, bool transfer)
 {
+    if (!replacement.CanBeStored()) {
+        return false;
+    }
     CMemberChange change;
     auto const changed = change.Run("UPDATE classes SET category = ?, course = ?, section = ?, "
                                     "grade_status = ?, orientation = ?, re_evaluations = ?, "

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 // What changes several of a member's tables at once. Each service opens what it needs by itself and
 // is one transaction: it happens whole or not at all. Called inside a transaction it is a part of
@@ -29,6 +30,12 @@ struct CClassSlot
     /// The index that the slot's records carry; 0 when the slot does not know.
     std::uint8_t classIndex = 0;
 
+    /// Bonuses have 16 bits in their columns.
+    bool CanBeStored() const
+    {
+        return std::in_range<std::int16_t>(reEvalBonuses)
+            && std::in_range<std::int16_t>(otherBonuses);
+    }
     bool IsEmpty() const { return category.empty() && course.empty() && section.empty(); }
     bool operator==(CClassSlot const&) const = default;
 };
@@ -51,13 +58,14 @@ bool ResetMember(CDAOSmMem& members, CDAOEnr& enrollments, CDAOProf& profiles, C
 /// slot took; else it gets a free one. A class given back in its place as it was read keeps even an
 /// index that is none. Records of a stored class that no slot holds any more move to index 99. A
 /// class is changed in what differs alone, wherever it moves: what another program put there is
-/// kept. False when it could not be stored.
+/// kept. False when it could not be stored; before anything is begun, when a number of bonuses
+/// does not fit.
 bool UpdateClasses(std::int32_t memberID, CClassSlot const& slot1, CClassSlot const& slot2,
     CClassSlot const& slot3);
 
 /// Replaces the class of that index. Its workouts, evaluations and body compositions stay with the
 /// new class (transfer), or are deleted. False when the member has no such class or it could not be
-/// stored.
+/// stored; before anything is begun, when a number of bonuses does not fit.
 bool ReplaceClass(
     std::int32_t memberID, std::uint8_t classIndex, CClassSlot const& replacement, bool transfer);
 

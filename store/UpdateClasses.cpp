@@ -248,6 +248,9 @@ bool UpdateClasses(std::int32_t memberID, CClassSlot const& slot1, CClassSlot co
             given.push_back({*slot});
         }
     }
+    if (!std::ranges::all_of(given, &CClassSlot::CanBeStored, &GivenClass::slot)) {
+        return false;
+    }
     CMemberChange change;
     if (!change.IsOK()) {
         return false; // record sets would write without the transaction

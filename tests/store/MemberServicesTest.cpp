@@ -174,6 +174,25 @@ TEST_F(MemberServicesTest, SlotsTakeNoIndexThatIsAnothersOrNone)
     }
 }
 
+TEST_F(MemberServicesTest, BonusesThatDoNotFitChangeNothing)
+{
+    AddMember(1);
+    CTransaction transaction(Database(DataFile::member));
+    for (auto const field : {&CClassSlot::reEvalBonuses, &CClassSlot::otherBonuses}) {
+        for (int const bonuses : {-40'000, -32'769, -32'768, 32'767, 32'768, 70'000}) {
+            bool const fits = bonuses >= -32'768 && bonuses <= 32'767;
+            auto slot = Slot("B", 5);
+            slot.*field = bonuses;
+            ASSERT_TRUE(UpdateClasses(1, Slot("A", 5), {}, {}));
+            EXPECT_EQ(UpdateClasses(1, Slot("A", 4), slot, {}), fits) << bonuses;
+            EXPECT_EQ(Classes(1).size(), fits ? 2U : 1U);
+            EXPECT_EQ(ReplaceClass(1, 5, slot, true), fits) << bonuses;
+            EXPECT_EQ(Classes(1).back().second, fits ? "B Course" : "A Course");
+        }
+    }
+    EXPECT_TRUE(transaction.Commit()) << "refused before anything was begun";
+}
+
 TEST_F(MemberServicesTest, FreshIndexIsNobodysElse)
 {
     AddMember(1);

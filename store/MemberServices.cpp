@@ -107,7 +107,7 @@ bool ReplaceClass(
             std::int64_t(memberID), std::int64_t(classIndex)});
     change.Require(changed > 0);
     if (!transfer) {
-        change.Require(DeleteClassData(memberID, classIndex));
+        DeleteRecords(change, memberID, classIndex);
     }
     return change.Commit();
 }

@@ -2,7 +2,8 @@
 
 #include "store/DAOMem.h"
 
-/// The members of a class search: a member once for each class that meets the criterion.
+/// The members of a class search, each once, with the first of its classes that meets the
+/// criterion. Without a class criterion these are the members who have a class.
 class CDAOMemCls : public CDAOMem
 {
 public:
@@ -13,7 +14,7 @@ public:
     int FindMembers(CMemberSearchData const& search, bool byName, bool past) override;
 
     // The current row, after the fields of CDAOMem.
-    std::uint8_t m_ClassIndex = 0; ///< of the class that met the criterion
+    std::uint8_t m_ClassIndex = 0; ///< of the first class, in stored order, that met the criterion
 
 protected:
     void ExchangeFields(CFieldExchange& fx) override;

@@ -110,6 +110,8 @@ void CMemberSearchData::SetSearchCriteria(
 std::string CMemberSearchData::Clause(Over over, std::vector<DbValue>& values) const
 {
     CConditions conditions(values);
+    std::vector<DbValue> classValues;
+    CConditions classes(classValues);
     for (auto const& [criterion, given] : m_criteria) {
         auto const number = given.numbers[0];
         auto const begins = [&, &text = given.texts[0]](
@@ -194,17 +196,18 @@ std::string CMemberSearchData::Clause(Over over, std::vector<DbValue>& values) c
             conditions.Add("member_id = ?", number);
             break;
         case sClass:
-            if (over == Over::classes) {
-                AddClass(conditions, given.texts);
-            } else {
-                std::vector<DbValue> classValues;
-                CConditions inner(classValues);
-                AddClass(inner, given.texts);
-                conditions.Add("member_id IN (SELECT member_id FROM classes " + inner.Text() + ")");
-                values.insert(values.end(), classValues.begin(), classValues.end());
-            }
+            AddClass(classes, given.texts);
             break;
         }
     }
+    if (over == Over::classes) {
+        // Not by a look at each class for an earlier one of its member: of two indexes that would
+        // serve it, the engine takes the one that leads to all members of the class.
+        conditions.Add(
+            "id IN (SELECT min(id) FROM classes " + classes.Text() + " GROUP BY member_id)");
+    } else if (Has(sClass)) {
+        conditions.Add("member_id IN (SELECT member_id FROM classes " + classes.Text() + ")");
+    }
+    values.insert(values.end(), classValues.begin(), classValues.end());
     return conditions.Text() + kNameOrder;
 }

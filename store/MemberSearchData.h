@@ -56,7 +56,8 @@ public:
         return Has(sMemberID) || Has(sWorkoutNumber) || Has(sLastName) || Has(sClass);
     }
 
-    /// Which rows a clause selects from.
+    /// Which rows a clause selects from: members, or of each member's classes the first one that
+    /// meets the class criterion.
     enum class Over
     {
         members,

@@ -185,20 +185,45 @@ TEST_F(MemberTest, SearchMeetsAllCriteria)
     EXPECT_EQ(Found(both).size(), 2U) << "set again replaces";
 }
 
-TEST_F(MemberTest, ClassSearchTellsWhichClassWasMet)
+TEST_F(MemberTest, ClassSearchFindsAMemberOnceByTheFirstClassThatMeetsIt)
 {
-    AddMember(2, "B");
-    AddMember(1, "A");
-    ASSERT_TRUE(UpdateClasses(2, Slot("yoga", 3), {}, {}));
-    ASSERT_TRUE(UpdateClasses(1, Slot("Yoga", 4), Slot("Gym", 7), {}));
-    Search search;
-    search.SetSearchCriteria(Search::sClass, "YOGA", "course", "");
-    CDAOMemCls set;
-    ASSERT_EQ(set.FindMembers(search, true, true), 2);
-    EXPECT_EQ(set.m_ClassIndex, 4);
-    EXPECT_EQ(MemberIDOf(set), 1) << "counts as a member set";
-    set.Op(CDAOEFSet::opMoveNext);
-    EXPECT_EQ(set.m_ClassIndex, 3);
-    CDAOMem plain;
-    EXPECT_EQ(plain.FindMembers(search, true, true), 2);
+    auto const slot
+        = [](std::string const& category, std::string const& section, std::uint8_t index) {
+              auto made = Slot(category, index);
+              made.section = section;
+              return made;
+          };
+    AddMember(1, "B");
+    AddMember(2, "A");
+    AddMember(3, "C");
+    ASSERT_TRUE(UpdateClasses(
+        1, slot("Gym", "Tue", 9), slot("Yoga", "Mon", 5), slot("Y\xC3\x96GA", "Tue", 3)));
+    ASSERT_TRUE(UpdateClasses(2, slot("Yoga", "Tue", 8), slot("yoga", "Mon", 2), {}));
+    using Members = std::vector<std::pair<std::int32_t, int>>;
+    auto const found = [](Search const& search) {
+        Members members;
+        CDAOMemCls set;
+        for (int n = set.FindMembers(search, true, true); n > 0; --n) {
+            members.emplace_back(MemberIDOf(set), set.m_ClassIndex);
+            set.Op(CDAOEFSet::opMoveNext);
+        }
+        return members;
+    };
+    auto const by = [&](char const* category, char const* section) {
+        Search search;
+        search.SetSearchCriteria(Search::sClass, category, "course", section);
+        CDAOMem plain;
+        auto const members = found(search);
+        EXPECT_EQ(plain.FindMembers(search, true, true), static_cast<int>(members.size()));
+        return members;
+    };
+    EXPECT_EQ(by("yoga", ""), (Members{{2, 8}, {1, 5}}));
+    EXPECT_EQ(by("yoga", "mon"), (Members{{2, 2}, {1, 5}}));
+    EXPECT_EQ(by("gym", ""), (Members{{1, 9}}));
+    EXPECT_EQ(by("y\xC3\xB6ga", ""), (Members{{1, 3}}));
+    EXPECT_EQ(found({}), (Members{{2, 8}, {1, 9}})) << "who has a class, by the first one";
+    Search both;
+    both.SetSearchCriteria(Search::sClass, "yoga", "course", "");
+    both.SetSearchCriteria(Search::sLastName, "b", nullptr, nullptr);
+    EXPECT_EQ(found(both), (Members{{1, 5}}));
 }

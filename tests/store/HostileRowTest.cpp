@@ -1,4 +1,5 @@
 #include "store/DAOBodyComp.h"
+#include "store/DAOChkIn.h"
 #include "store/DAOCirc.h"
 #include "store/DAOEval.h"
 #include "store/DAOEvalBodyComp.h"
@@ -123,9 +124,9 @@ private:
 class HostileRowTest : public CStoreTest
 {
 protected:
-    CForeignProgram Foreign() const
+    CForeignProgram Foreign(DataFile file = DataFile::member) const
     {
-        return CForeignProgram(m_folder / DataFileName(DataFile::member));
+        return CForeignProgram(m_folder / DataFileName(file));
     }
 
     /// The columns of a table with their types, without its key.
@@ -360,6 +361,42 @@ TEST_F(HostileRowTest, ShowsValuesAsTheyAreOrAsNone)
     EXPECT_EQ(workout.GetStnVal(12), 32767);
 }
 
+TEST_F(HostileRowTest, CheckInsOfAnyKindAreReadAndDeleted)
+{
+    int count = 0;
+    {
+        auto foreign = Foreign(DataFile::checkIn);
+        foreign.LoosenTables();
+        for (auto const* values : {&kAnything, &kNumbers, &kTexts}) {
+            for (auto const& value : *values) {
+                std::string row;
+                for (auto const* const comma : {"", ", ", ", ", ", ", ", "}) {
+                    row += comma + value;
+                }
+                foreign.Run("INSERT INTO check_ins (member_id, workout_number, first_name, "
+                            "last_name, check_in) VALUES ("
+                    + row + ")");
+                ++count;
+            }
+        }
+        foreign.Run("INSERT INTO check_ins (member_id, workout_number, first_name, last_name, "
+                    "check_in) VALUES (99999999999, -1, CAST(x'FF' AS TEXT), 7, NULL)");
+        ++count;
+    }
+    CDAOChkIn set;
+    ASSERT_EQ(set.FindChkIns(), count);
+    bool found = false;
+    for (; count > 0; --count) {
+        found = found
+            || (set.m_lMemberID == 0 && set.m_lWorkoutNo == -1 && set.m_strFirstName == "\xFF"
+                && set.m_strLastName.empty() && set.m_dtCheckIn == CEFOleDateTime());
+        EXPECT_TRUE(set.DelCurrent()) << set.LastStatus().Text();
+        set.Op(CDAOEFSet::opMoveNext);
+    }
+    EXPECT_TRUE(found) << "as they are or as none";
+    EXPECT_EQ(set.FindChkIns(), 0);
+}
+
 /// A member's editor gives all classes back, whether they were changed or not.
 TEST_F(HostileRowTest, ClassesGivenBackAsTheyWereReadStayAsTheyAre)
 {
@@ -373,36 +410,41 @@ TEST_F(HostileRowTest, ClassesGivenBackAsTheyWereReadStayAsTheyAre)
     EXPECT_EQ(ClassRows(7, "id, class_index"), before) << "but for the section";
 }
 
-/// Whatever becomes of the other classes, deleted, moved or new.
+/// Whatever becomes of the other classes: deleted, moved, new, or of the same index.
 TEST_F(HostileRowTest, ClassesThatMoveKeepWhatFitsNoField)
 {
-    for (std::int32_t move = 1; move <= 125; ++move) {
-        auto slots = AddClasses(move, {"150", "9", "2"});
-        auto const before = ClassRows(move, "class_index");
-        auto const keys = ClassRows(move, "id");
+    for (std::int32_t move = 0; move < 250; ++move) {
+        bool const alike = move >= 125;
+        auto const member = move + 1;
+        auto slots
+            = alike ? AddClasses(member, {"7", "7", "7"}) : AddClasses(member, {"150", "9", "2"});
+        std::string const columns = alike ? "0" : "class_index";
+        auto const before = ClassRows(member, columns);
+        auto const keys = ClassRows(member, "id");
         CClassSlot added;
         added.category = "New";
         added.classIndex = 50;
         slots.insert(slots.end(), {added, {}});
         std::vector<std::size_t> chosen;
-        for (int const slot : {(move - 1) % 5, (move - 1) / 5 % 5, (move - 1) / 25}) {
+        for (int const slot : {move % 5, move / 5 % 5, move / 25 % 5}) {
             chosen.push_back(static_cast<std::size_t>(slot));
         }
         SCOPED_TRACE(testing::PrintToString(chosen));
-        EXPECT_TRUE(UpdateClasses(move, slots[chosen[0]], slots[chosen[1]], slots[chosen[2]]));
+        EXPECT_TRUE(UpdateClasses(member, slots[chosen[0]], slots[chosen[1]], slots[chosen[2]]));
         std::erase(chosen, slots.size() - 1);
         if (std::set(chosen.begin(), chosen.end()).size() < chosen.size()) {
             continue; // given twice: that is not the stored one any more
         }
-        auto const after = ClassRows(move, "class_index");
-        auto const keysAfter = ClassRows(move, "id");
+        auto const after = ClassRows(member, columns);
+        auto const keysAfter = ClassRows(member, "id");
         ASSERT_EQ(after.size(), chosen.size());
         bool stays = true;
         for (std::size_t i = 0; i < chosen.size(); ++i) {
             bool const isStored = chosen[i] < before.size();
             stays = stays && isStored && (i == 0 || chosen[i - 1] < chosen[i]);
             EXPECT_TRUE(!isStored || after[i] == before[chosen[i]]) << after[i];
-            EXPECT_TRUE(!isStored || (keysAfter[i] == keys[chosen[i]]) == stays);
+            auto const key = [](std::string const& row) { return row.substr(row.find('[')); };
+            EXPECT_TRUE(!isStored || (key(keysAfter[i]) == key(keys[chosen[i]])) == stays);
         }
     }
 }

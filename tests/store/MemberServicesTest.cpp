@@ -1,4 +1,3 @@
-#include "store/DAOMem.h"
 #include "tests/store/MemberFixture.h"
 
 #include <algorithm>
@@ -23,6 +22,92 @@ protected:
                 Slot(word.substr(0, 1), static_cast<std::uint8_t>(std::stoi(word.substr(1)))));
         }
         return slots;
+    }
+
+    /// Adds a row that has no field without a value.
+    static void FillTable(CDAOEFSet& set)
+    {
+        std::string columns;
+        std::string values;
+        for (auto const& column : set.Columns()) {
+            bool const isText = column.type == ColumnType::text;
+            columns += (columns.empty() ? "" : ", ") + column.name;
+            values += (values.empty() ? "" : ", ") + std::string(isText ? "'x'" : "77");
+        }
+        Run(DataFile::member,
+            "INSERT INTO " + std::string(set.GetClass()->table) + " (" + columns + ") VALUES ("
+                + values + ")");
+    }
+
+    static CClassSlot FullSlot(std::uint8_t index)
+    {
+        return {.category = "Z",
+            .course = "Y",
+            .section = "X",
+            .gradeStat = 3,
+            .orientBonus = true,
+            .reEvalBonuses = 7,
+            .otherBonuses = -2,
+            .classIndex = index};
+    }
+
+    static void ExpectFirstClass(std::int32_t member, CClassSlot const& slot, std::uint8_t index)
+    {
+        CDAOCls set;
+        EXPECT_GT(set.FindClasses(member), 0);
+        EXPECT_EQ(set.m_ClassIndex, index);
+        EXPECT_EQ(set.m_Category + set.m_Course + set.m_Section,
+            slot.category + slot.course + slot.section);
+        EXPECT_EQ(set.m_GradeStat, slot.gradeStat);
+        EXPECT_EQ(set.m_Orient, slot.orientBonus ? 1 : 0);
+        EXPECT_EQ(set.m_ReEval, slot.reEvalBonuses);
+        EXPECT_EQ(set.m_Other, slot.otherBonuses);
+    }
+
+    /// What the slots of a save know of the indexes that the records carry.
+    enum class Known
+    {
+        nothing,
+        byName,
+        byPlace
+    };
+
+    /// Saves three of the classes A, B and C, which have records, D and none in the slots.
+    static void ExpectMove(std::int32_t member, std::vector<std::size_t> const& chosen, Known known)
+    {
+        std::vector<std::string> const names = {"A", "B", "C", "D", ""};
+        std::vector<std::uint8_t> const indexes = {5, 9, 2};
+        ASSERT_TRUE(UpdateClasses(member, Slot("A", 5), Slot("B", 9), Slot("C", 2)));
+        for (auto const index : indexes) {
+            AddRecords(member, index);
+        }
+        std::vector<CClassSlot> slots;
+        Rows expected; // of index 0 where it is a fresh one or depends on what is left over
+        for (std::size_t i = 0; i < chosen.size(); ++i) {
+            auto const place = known == Known::byPlace ? i : chosen[i];
+            bool const isRepeated = known != Known::byPlace
+                && std::count(chosen.begin(), chosen.begin() + std::ptrdiff_t(i), place) > 0;
+            auto const index = place < indexes.size() ? indexes[place] : std::uint8_t(0);
+            slots.push_back(Slot(names[chosen[i]], known == Known::nothing ? 0 : index));
+            if (!slots.back().IsEmpty()) {
+                expected.emplace_back(isRepeated ? 0 : index, names[chosen[i]] + " Course");
+            }
+        }
+        ASSERT_TRUE(UpdateClasses(member, slots[0], slots[1], slots[2]));
+        auto const found = Classes(member);
+        ASSERT_EQ(found.size(), expected.size());
+        std::set<int> held;
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            EXPECT_EQ(found[i].second, expected[i].second) << "slot order";
+            EXPECT_TRUE(expected[i].first == 0 || found[i].first == expected[i].first);
+            EXPECT_TRUE(held.insert(found[i].first).second) << "two classes of one index";
+        }
+        int unknown = 0;
+        for (auto const index : indexes) {
+            unknown += held.contains(index) ? 0 : 111;
+            EXPECT_EQ(Records(member, index), held.contains(index) ? 111 : 0);
+        }
+        EXPECT_EQ(Records(member, CDAOCls::kUnknown), unknown);
     }
 
     static void AddClass(std::int32_t member, CClassSlot const& slot)
@@ -60,68 +145,38 @@ TEST_F(MemberServicesTest, NewMemberStartsFromTheCentresDefaults)
         "INSERT INTO defaults (grade_status, re_eval_bonuses, other_bonuses, flags) "
         "VALUES (2, 3, 4, 0x20)");
     CEFOleDateTime::SetClock(CEFOleDateTime(2027, 1, 31, 12, 0));
-    profiles.m_Goals = 0xFF;
-    messages.m_Message = "of the member before";
+    for (CDAOEFSet* set :
+        std::initializer_list<CDAOEFSet*>{&members, &enrollments, &profiles, &classes, &messages}) {
+        FillTable(*set);
+        ASSERT_EQ(set->OpenSet(true), 1) << "the member before";
+    }
     ASSERT_TRUE(ResetMember(members, enrollments, profiles, classes, messages));
-    EXPECT_EQ(enrollments.m_EnrollDate.DateTimeStrLongYear(), "01/31/2027 00:00:00");
-    EXPECT_EQ(enrollments.m_ExpireDate.DateStrLongYear(), "02/28/2027");
-    EXPECT_EQ(profiles.m_Goals, 0U);
-    EXPECT_EQ(messages.m_Message, "");
-    EXPECT_TRUE(members.m_Status == 1 && profiles.m_Sex == 1 && classes.m_ClassIndex == 1);
-    EXPECT_TRUE(classes.m_GradeStat == 2 && classes.m_Orient == 1 && classes.m_ReEval == 3
-        && classes.m_Other == 4);
+    std::int64_t const today = CEFOleDateTime(2027, 1, 31).Seconds();
+    using Values = std::vector<DbValue>;
+    auto const none = std::int64_t(0);
+    EXPECT_EQ(members.FieldValues(), (Values{none, none, "", "", "", std::int64_t(1)}));
+    EXPECT_EQ(enrollments.FieldValues(),
+        (Values{none, today, CEFOleDateTime(2027, 2, 28).Seconds(), none, none}));
+    EXPECT_EQ(profiles.FieldValues(),
+        (Values{none, "", "", "", "", "", "", "", "", "", none, none, today, std::int64_t(1), none,
+            none}));
+    EXPECT_EQ(classes.FieldValues(),
+        (Values{none, std::int64_t(1), "", "", "", std::int64_t(2), std::int64_t(1),
+            std::int64_t(3), std::int64_t(4)}));
+    EXPECT_EQ(messages.FieldValues(), (Values{none, ""}));
 }
 
 // Whatever becomes of three classes in their slots, a record stays with the class it was for; where
 // the slots know their indexes by their places, with the class that is in the place now.
 TEST_F(MemberServicesTest, RecordsStayWithTheirClassInAllMoves)
 {
-    enum class Known
-    {
-        nothing,
-        byName,
-        byPlace
-    };
-    std::vector<std::string> const names = {"A", "B", "C", "D", ""};
-    std::vector<std::uint8_t> const indexes = {5, 9, 2};
     std::int32_t member = 0;
     for (auto const known : {Known::nothing, Known::byName, Known::byPlace}) {
         for (std::size_t move = 0; move < 125; ++move) {
             std::vector<std::size_t> const chosen = {move % 5, move / 5 % 5, move / 25};
             SCOPED_TRACE(testing::PrintToString(chosen));
             AddMember(++member);
-            ASSERT_TRUE(UpdateClasses(member, Slot("A", 5), Slot("B", 9), Slot("C", 2)));
-            for (auto const index : indexes) {
-                AddRecords(member, index);
-            }
-            std::vector<CClassSlot> slots;
-            Rows expected; // of index 0 where it is a fresh one or depends on what is left over
-            for (std::size_t i = 0; i < 3; ++i) {
-                auto const place = known == Known::byPlace ? i : chosen[i];
-                bool const isRepeated
-                    = std::count(chosen.begin(), chosen.begin() + std::ptrdiff_t(i), place) > 0;
-                auto const index = place < 3 ? indexes[place] : std::uint8_t(0);
-                slots.push_back(Slot(names[chosen[i]], known == Known::nothing ? 0 : index));
-                if (!slots.back().IsEmpty()) {
-                    expected.emplace_back(isRepeated && known != Known::byPlace ? 0 : index,
-                        names[chosen[i]] + " Course");
-                }
-            }
-            ASSERT_TRUE(UpdateClasses(member, slots[0], slots[1], slots[2]));
-            auto const found = Classes(member);
-            ASSERT_EQ(found.size(), expected.size());
-            std::set<int> held;
-            for (std::size_t i = 0; i < found.size(); ++i) {
-                EXPECT_EQ(found[i].second, expected[i].second) << "slot order";
-                EXPECT_TRUE(expected[i].first == 0 || found[i].first == expected[i].first);
-                EXPECT_TRUE(held.insert(found[i].first).second) << "two classes of one index";
-            }
-            int unknown = 0;
-            for (auto const index : indexes) {
-                unknown += held.contains(index) ? 0 : 111;
-                EXPECT_EQ(Records(member, index), held.contains(index) ? 111 : 0);
-            }
-            EXPECT_EQ(Records(member, CDAOCls::kUnknown), unknown);
+            ASSERT_NO_FATAL_FAILURE(ExpectMove(member, chosen, known));
         }
     }
 }
@@ -131,26 +186,31 @@ TEST_F(MemberServicesTest, SlotsTakeNoIndexThatIsAnothersOrNone)
 {
     struct Case
     {
+        std::string what;
         std::string stored; ///< name and index of each class
         std::string given;
         std::string expected; ///< behind each the records' classes; "?" is a fresh index
     };
     std::vector<Case> const cases = {
-        {"A1 B2", "Z1 B2", "Z1A B2B"}, // renamed in its place
-        {"A1 B2", "Z1 B1", "Z1A B?B"}, // one index in two slots
-        {"A1 B2", "Z1 A0", "Z1A A? 99B"}, // its own is another's now
-        {"A1 B2", "A0 A0", "A1A A? 99B"}, // the second one is none of those left over
-        {"A1 B2", "Y0 Z0", "Y1A Z2B"}, // those are, in their order
-        {"A1 B2 C3", "N0 B2 C3", "N1A B2B C3C"},
-        {"A1 B2", "A1 N0 B2", "A1A N? B2B"}, // new beside known ones
-        {"A1 B2", "A1 N100 B2", "A1A N? B2B"}, {"A150 B0 C3", "B0 C3", "B?B C3C 99A"},
-        {"A150 B0 C3", "A150 B0 C3", "A150A B0B C3C"},
-        {"A0 B3", "N0 B3", "N? B3B 99A"}, // left over, but no index
-        {"A100 B101", "Y0 Z0", "Y? Z? 99AB"}, {"A1 B1", "B1 A1", "B1AB A?"}, // in two slots already
+        {"renamed in its place", "A1 B2", "Z1 B2", "Z1A B2B"},
+        {"one index in two slots", "A1 B2", "Z1 B1", "Z1A B?B"},
+        {"one index in two slots, with new names", "A1 B2", "Z1 Y1", "Z1A Y? 99B"},
+        {"one index in two rows", "A1 B1", "B1 A1", "B1AB A?"},
+        {"one index in two rows, not told", "A1 B1", "A1 B0", "A1AB B?"},
+        {"its own index is another's now", "A1 B2", "Z1 A0", "Z1A A? 99B"},
+        {"a class given twice", "A1 B2", "A0 A0", "A1A A? 99B"},
+        {"what is left over, in its order", "A1 B2", "Y0 Z0", "Y1A Z2B"},
+        {"what is left over beside known ones", "A1 B2 C3", "N0 B2 C3", "N1A B2B C3C"},
+        {"new beside known ones", "A1 B2", "A1 N0 B2", "A1A N? B2B"},
+        {"new, and nothing chosen", "A1 B2", "A1 N100 B2", "A1A N? B2B"},
+        {"none beside one that is deleted", "A150 B0 C3", "B0 C3", "B?B C3C 99A"},
+        {"none, given back in its place", "A150 B0 C3", "A150 B0 C3", "A150A B0B C3C"},
+        {"none is left over", "A0 B3", "N0 B3", "N? B3B 99A"},
+        {"none at all is left over", "A100 B101", "Y0 Z0", "Y? Z? 99AB"},
     };
     std::int32_t member = 0;
     for (auto const& given : cases) {
-        SCOPED_TRACE(given.stored + " as " + given.given);
+        SCOPED_TRACE(given.what);
         AddMember(++member);
         auto const stored = Slots(given.stored);
         for (auto const& slot : stored) {
@@ -171,6 +231,15 @@ TEST_F(MemberServicesTest, SlotsTakeNoIndexThatIsAnothersOrNone)
         }
         auto const unknown = Owners(member, CDAOCls::kUnknown);
         EXPECT_EQ(found.append(unknown.empty() ? "" : " 99").append(unknown), given.expected);
+    }
+}
+
+TEST_F(MemberServicesTest, ClassesAreAddedAndChangedByAllFields)
+{
+    AddMember(1);
+    for (auto const& slot : {FullSlot(5), Slot("A", 5), FullSlot(5)}) {
+        ASSERT_TRUE(UpdateClasses(1, slot, {}, {}));
+        ExpectFirstClass(1, slot, 5);
     }
 }
 
@@ -214,23 +283,24 @@ TEST_F(MemberServicesTest, FreshIndexIsNobodysElse)
 
 TEST_F(MemberServicesTest, ReplacingAClassKeepsOrDeletesItsRecords)
 {
-    AddMember(1);
-    AddMember(2);
-    for (std::int32_t const member : {1, 2}) {
+    for (std::int32_t const member : {1, 2, 3}) {
+        AddMember(member);
         ASSERT_TRUE(UpdateClasses(member, Slot("A", 5), Slot("B", 6), {}));
-        AddWorkout(member, 5);
-        AddWorkout(member, 6);
-        AddEvaluation(member, 5);
+        AddRecords(member, 5);
+        AddRecords(member, 6);
     }
-    EXPECT_TRUE(ReplaceClass(1, 5, Slot("Z"), true));
-    EXPECT_EQ(Classes(1), (Rows{{5, "Z Course"}, {6, "B Course"}}));
-    EXPECT_EQ(Count("workouts"), 4);
-    EXPECT_TRUE(ReplaceClass(2, 5, Slot("Z"), false));
-    EXPECT_EQ(Count("workouts WHERE member_id = 2 AND class_index = 6"), 1);
-    EXPECT_EQ(Count("workouts"), 3);
-    EXPECT_EQ(Count("evaluations"), 1);
-    EXPECT_FALSE(ReplaceClass(2, 50, Slot("Z"), false));
-    EXPECT_EQ(Count("workouts"), 3);
+    auto const other = FullSlot(50);
+    for (bool const transfer : {true, false}) {
+        std::int32_t const member = transfer ? 1 : 2;
+        EXPECT_TRUE(ReplaceClass(member, 5, other, transfer));
+        ExpectFirstClass(member, other, 5);
+        EXPECT_EQ(Classes(member).back(), (std::pair(6, std::string("B Course"))));
+        EXPECT_EQ(Records(member, 5), transfer ? 111 : 0);
+        EXPECT_EQ(Records(member, 6), 111);
+    }
+    EXPECT_FALSE(ReplaceClass(2, 50, other, false));
+    EXPECT_EQ(Classes(3), (Rows{{5, "A Course"}, {6, "B Course"}}));
+    EXPECT_EQ(Records(3, 5) + Records(3, 6), 222);
 }
 
 TEST_F(MemberServicesTest, DeletingAClassMovesOrDeletesItsRecordsOrDoesNothing)
@@ -238,16 +308,9 @@ TEST_F(MemberServicesTest, DeletingAClassMovesOrDeletesItsRecordsOrDoesNothing)
     for (std::int32_t const member : {1, 2}) {
         AddMember(member);
         ASSERT_TRUE(UpdateClasses(member, Slot("A", 5), Slot("B", 6), {}));
-        for (auto const index : {std::uint8_t(5), std::uint8_t(6)}) {
-            AddWorkout(member, index);
-            AddEvaluation(member, index);
-            AddBodyComp(member, index);
-        }
+        AddRecords(member, 5);
+        AddRecords(member, 6);
     }
-    auto const records = [](std::string const& where) {
-        return Count("workouts WHERE " + where) + Count("evaluations WHERE " + where)
-            + Count("body_compositions WHERE " + where);
-    };
     // The last of the tables refuses; what was done to the others before is undone.
     Run(DataFile::member,
         "CREATE TRIGGER t BEFORE UPDATE ON body_compositions BEGIN SELECT RAISE(ABORT, 'no'); END");
@@ -256,33 +319,51 @@ TEST_F(MemberServicesTest, DeletingAClassMovesOrDeletesItsRecordsOrDoesNothing)
     for (bool const withRecords : {false, true}) {
         EXPECT_EQ(DeleteClass(1, "A", "Course", "", withRecords).Error(), DbError::constraint);
         EXPECT_EQ(Classes(1), (Rows{{5, "A Course"}, {6, "B Course"}}));
-        EXPECT_EQ(records("member_id = 1 AND class_index = 5"), 3);
+        EXPECT_EQ(Records(1, 5), 111);
     }
     Run(DataFile::member, "DROP TRIGGER t");
     Run(DataFile::member, "DROP TRIGGER u");
 
     EXPECT_TRUE(DeleteClass(1, "A", "Course", "", false));
     EXPECT_EQ(Classes(1), (Rows{{6, "B Course"}}));
-    EXPECT_EQ(records("member_id = 1 AND class_index = 99"), 3);
+    EXPECT_EQ(Records(1, 99), 111);
+    EXPECT_EQ(Records(1, 6), 111);
     EXPECT_TRUE(DeleteClass(2, "B", "Course", "", true));
     EXPECT_EQ(Classes(2), (Rows{{5, "A Course"}}));
-    EXPECT_EQ(records("member_id = 2 AND class_index = 5"), 3);
-    EXPECT_EQ(records("1"), 9);
+    EXPECT_EQ(Records(2, 5), 111);
+    EXPECT_EQ(Records(2, 6) + Records(2, 99), 0);
     EXPECT_EQ(DeleteClass(2, "B", "Course", "", true).Error(), DbError::gone);
-    EXPECT_EQ(records("1"), 9);
+    EXPECT_EQ(Records(2, 5), 111);
 }
 
-TEST_F(MemberServicesTest, EnrollmentIsRewritten)
+TEST_F(MemberServicesTest, EnrollmentIsRewrittenOrAdded)
 {
     AddMember(2);
+    AddMember(4);
     CEFOleDateTime const from(2026, 2, 1);
     CEFOleDateTime const to(2027, 2, 1);
-    EXPECT_TRUE(UpdateEnrollment(2, from, to, 3, 1, 1));
-    EXPECT_FALSE(UpdateEnrollment(3, from, to, 3, 1, 1));
-    CDAOMem whole;
-    whole.FindMember(CDAOSmMem::idMember, 2);
-    EXPECT_EQ(whole.m_ExpireDate, to);
-    EXPECT_EQ(whole.m_Status, 1);
+    CDAOEnr enrollment;
+    CDAOSmMem member;
+    for (bool const there : {true, false}) {
+        EXPECT_TRUE(UpdateEnrollment(2, from, to, 3, 1, 1));
+        ASSERT_EQ(enrollment.FindEnrollment(2), 1);
+        EXPECT_EQ(enrollment.m_EnrollDate, from);
+        EXPECT_EQ(enrollment.m_ExpireDate, to);
+        EXPECT_EQ(enrollment.m_EnrollPer, 3);
+        EXPECT_EQ(enrollment.m_Incentive, 1);
+        ASSERT_EQ(member.FindMember(CDAOSmMem::idMember, 2), 1);
+        EXPECT_EQ(member.m_Status, 1);
+        if (there) {
+            Run(DataFile::member, "UPDATE members SET status = 0");
+            Run(DataFile::member, "DELETE FROM enrollments WHERE member_id = 2");
+        }
+    }
+    EXPECT_FALSE(UpdateEnrollment(3, from, to, 3, 1, 1)) << "no such member";
+    EXPECT_EQ(Count("enrollments"), 2);
+    ASSERT_EQ(enrollment.FindEnrollment(4), 1);
+    EXPECT_EQ(enrollment.m_EnrollPer, 1);
+    ASSERT_EQ(member.FindMember(CDAOSmMem::idMember, 4), 1);
+    EXPECT_EQ(member.m_Status, 0) << "another member's";
 }
 
 TEST_F(MemberServicesTest, MessageIsStoredWhereNoneIsOrReplaced)

@@ -1,8 +1,18 @@
 #include "store/EFOleDateTime.h"
 #include "tests/tools/CorvanaDbFixture.h"
+#include "tools/DemoPerson.h"
+#include "tools/DemoRecords.h"
 
 namespace
 {
+
+CCenterSettings SomeSettings()
+{
+    CCenterSettings settings;
+    settings.liftStations = {{"Press", 10, 400}};
+    settings.categories = {{"Day", {{"Spin", {"A", "B"}}}}, {"Evening", {}}};
+    return settings;
+}
 
 class DemoTest : public CCorvanaDbTest
 {
@@ -91,6 +101,26 @@ TEST_F(DemoTest, RecordsFitEachOtherAndTheirLimits)
         Number("SELECT count(*) FROM check_ins WHERE check_in <= ?", {now}, DataFile::checkIn), 0);
     EXPECT_EQ(Number("SELECT count(*) FROM reports", {}, DataFile::report), 1);
     EXPECT_EQ(Run({"check"}).exitCode, 0);
+}
+
+TEST_F(DemoTest, TextsOfAMemberFitTheirFields)
+{
+    auto const settings = SomeSettings();
+    CEFOleDateTime const today(2026, 11, 18);
+    CDemoRandom random(1);
+    for (int n = kMostDemoMembers - 1; n >= 0; n -= 7) {
+        auto const person = MakeDemoPerson(random, n, settings, today);
+        std::vector<std::pair<std::string_view, std::size_t>> const fields
+            = {{person.firstName, 12}, {person.middleInit, 1}, {person.lastName, 20},
+                {person.address, 28}, {person.city, 16}, {person.zip, 10}, {person.phone, 14},
+                {person.email, 32}, {person.emergencyName, 32}, {person.emergencyPhone, 14},
+                {person.physician, 32}};
+        for (auto const& [text, most] : fields) {
+            ASSERT_LE(text.size(), most) << n << " " << text;
+        }
+        auto const end = std::to_string(person.memberID).append("@mail.example");
+        ASSERT_TRUE(person.email.empty() || person.email.ends_with(end)) << person.email;
+    }
 }
 
 TEST_F(DemoTest, RefusesNumbersOfMembersThatItCannotMake)

@@ -5,12 +5,12 @@
 
 double CBodyComp::Siri(double density)
 {
-    return 495 / density - 450;
+    return 495 / density - 450; // Siri 1956
 }
 
 double CBodyComp::Brozek(double density)
 {
-    return 457 / density - 414.2;
+    return 457 / density - 414.2; // Brozek, Grande, Anderson & Keys 1963
 }
 
 double CBodyComp::Limited(double percentFat)

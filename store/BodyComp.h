@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdint>
+
 /// What the calculators of body fat share.
 class CBodyComp
 {
 public:
-    enum sex
+    enum sex : std::uint8_t
     {
         sFemale = 0,
         sMale = 1

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <cstdint>
+
 /// The training range of heart rates, in beats per minute, from sex, age in years and resting heart
 /// rate. Rest <= LowerLevel <= UpperLevel <= SafeMaximum whatever goes in. The program shows the
 /// results truncated.
 class CHeartRate
 {
 public:
-    enum sex
+    enum sex : std::uint8_t
     {
         sFemale = 0,
         sMale = 1

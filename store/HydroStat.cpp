@@ -7,7 +7,7 @@
 namespace
 {
 
-constexpr double kGutGas = 0.1; // litres
+constexpr double kGutGas = 0.1; // litres: Buskirk 1961
 
 /// Density of water in g/mL at degrees Celsius, 0 to 150: Kell 1975, J Chem Eng Data 20:97-105.
 double WaterDensity(double t)

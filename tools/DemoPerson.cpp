@@ -10,6 +10,7 @@ namespace
 
 constexpr std::int64_t kDay = 86400;
 constexpr int kFirstMemberID = 1001;
+constexpr std::size_t kMostEmail = 32; // letters of an e-mail address in a profile
 
 constexpr std::array<std::string_view, 40> kWomen = {"Abigail", "Alice", "Amina", "Anna", "Beatriz",
     "Carol", "Chloe", "Claire", "Dana", "Diane", "Elena", "Emily", "Erin", "Fatima", "Grace",
@@ -76,7 +77,8 @@ void GiveAddress(CDemoPerson& person, CDemoRandom& random)
         std::transform(name.begin(), name.end(), name.begin(),
             [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
         std::erase(name, '\'');
-        person.email = name.substr(0, 14) + std::to_string(person.memberID) + "@mail.example";
+        auto const rest = std::to_string(person.memberID) + "@mail.example";
+        person.email = name.substr(0, kMostEmail - rest.size()) + rest;
     }
     person.emergencyName = random.Pick(random.Chance(0.5) ? kMen : kWomen);
     person.emergencyName += " " + person.lastName;

@@ -34,7 +34,7 @@ struct CDemoPerson
 
     CEFOleDateTime enrolled;
     CEFOleDateTime expires;
-    CEFOleDateTime lastDay; ///< of training: today, or before
+    CEFOleDateTime lastDay; ///< of training: today, or the day on which the membership ends
     std::uint8_t period = 0;
     bool incentive = false;
     bool current = false;

@@ -20,6 +20,8 @@
 namespace
 {
 
+constexpr std::int64_t kMinute = 60;
+constexpr std::int64_t kHour = 3600;
 constexpr std::int64_t kDay = 86400;
 constexpr int kMembersAtOnce = 1000; // a transaction that keeps the log small
 
@@ -34,6 +36,13 @@ double Season(CEFOleDateTime const& day)
     constexpr std::array<double, 12> kByMonth
         = {1.5, 1.35, 1.2, 1.1, 0.95, 0.8, 0.7, 0.75, 1.15, 1.1, 0.95, 0.6};
     return kByMonth[static_cast<std::size_t>(day.Month() - 1)];
+}
+
+/// What share of a week's visits falls on a day: few train at the weekend.
+double WeekdayShare(CEFOleDateTime const& day)
+{
+    constexpr std::array kFromSaturday = {0.08, 0.06, 0.19, 0.18, 0.18, 0.17, 0.14};
+    return kFromSaturday[static_cast<std::size_t>(day.Seconds() / kDay % 7)]; // 0 is a Saturday
 }
 
 /// The seven skinfolds of a body of that fat, in millimetres.
@@ -59,7 +68,6 @@ public:
         : m_center(center)
         , m_random(seed)
     {
-        m_today = m_now;
         m_today.Midnight();
         for (CDAOEFSet* set : std::initializer_list<CDAOEFSet*>{&m_setSmMem, &m_setProf, &m_setEnr,
                  &m_setCls, &m_setMsg, &m_setWk, &m_setEval, &m_setFolds, &m_setCirc,
@@ -129,9 +137,7 @@ private:
         if (m_random.Chance(0.45)) {
             AddMeasurements(person);
         }
-        if (person.current && m_random.Chance(0.03)) {
-            AddCheckIn(person);
-        }
+        AddCheckIn(person);
     }
 
     void AddPerson(CDemoPerson const& person)
@@ -178,55 +184,75 @@ private:
         });
     }
 
-    std::uint8_t ClassIndexOf(CDemoPerson const& person)
+    static std::uint8_t ClassIndexOf(CDemoRandom& random, CDemoPerson const& person)
     {
-        if (person.classes.empty() || m_random.Chance(0.01)) {
+        if (person.classes.empty() || random.Chance(0.01)) {
             return CDAOCls::kUnknown;
         }
-        return m_random.Pick(person.classes).classIndex;
+        return random.Pick(person.classes).classIndex;
     }
 
     /// Week by week: as often as the member trains, more in January than in July, with weeks of
-    /// holiday and illness, and always the usual hour, more or less.
+    /// holiday and illness.
     void AddWorkouts(CDemoPerson const& person)
     {
+        m_dtLastVisit = {};
         double mood = 1;
-        for (auto week = person.enrolled; week < person.lastDay;
+        for (auto week = person.enrolled; week <= person.lastDay;
              week = CEFOleDateTime::FromSeconds(week.Seconds() + 7 * kDay)) {
             mood = std::clamp(mood + m_random.Around(0, 0.15), 0.2, 1.6);
             double const wanted = person.visits * Season(week) * mood;
             int const visits
                 = m_random.Chance(0.08) ? 0 : static_cast<int>(wanted + m_random.Share());
-            for (int i = 0; i < std::min(visits, 6); ++i) {
-                auto const day = week.Seconds() + (i * 7 / std::max(visits, 1)) * kDay
-                    + m_random.Between(0, 1) * kDay;
-                auto const seconds
-                    = static_cast<std::int64_t>((person.hour + m_random.Around(0.4, 0.4)) * 3600);
-                auto const in
-                    = CEFOleDateTime::FromSeconds(day + std::max<std::int64_t>(seconds, 18000));
-                if (in < person.lastDay) {
-                    AddWorkout(person, in);
-                }
+            if (visits > 0) {
+                AddWeek(person, week, std::min(visits, 6));
             }
         }
     }
 
-    void AddWorkout(CDemoPerson const& person, CEFOleDateTime const& in)
+    /// Spreads visits over seven days by the weekdays' shares, at most one a day.
+    void AddWeek(CDemoPerson const& person, CEFOleDateTime const& first, int visits)
     {
-        int const minutes = std::clamp(static_cast<int>(m_random.Around(52, 16)), 9, 150);
-        int const circuits = std::clamp(minutes / 18 + m_random.Between(-1, 1), 0, 5);
+        double const step = 1.0 / visits;
+        double next = m_random.Share() * step;
+        double passed = 0;
+        for (int i = 0; i < 7; ++i) {
+            auto const day = CEFOleDateTime::FromSeconds(first.Seconds() + i * kDay);
+            passed += WeekdayShare(day);
+            if (next < passed && day <= person.lastDay) {
+                AddWorkout(person, day);
+                next = std::max(next + step, passed);
+            }
+        }
+    }
+
+    /// At the usual hour, more or less. Nothing is added when it would not be over yet; numbers of
+    /// its own keep all other records the same at any time of the day.
+    void AddWorkout(CDemoPerson const& person, CEFOleDateTime const& day)
+    {
+        CDemoRandom random(m_random.Next());
+        double const hour = std::max(person.hour + random.Around(0.4, 0.4), 5.0);
+        int const minutes = std::clamp(static_cast<int>(random.Around(52, 16)), 9, 150);
+        auto const in
+            = CEFOleDateTime::FromSeconds(day.Seconds() + static_cast<std::int64_t>(hour * 3600));
+        auto const out
+            = CEFOleDateTime::FromSeconds(in.Seconds() + minutes * kMinute + random.Between(0, 59));
+        if (out >= m_now) {
+            return;
+        }
+        m_dtLastVisit = in;
+        int const circuits = std::clamp(minutes / 18 + random.Between(-1, 1), 0, 5);
         double const form = 1 + person.progress * 0.4 * person.TrainingAt(in);
         Add(m_setWk, [&](CDAOWk& set) {
             set.m_lMemberID = person.memberID;
             set.m_dtCheckIn = in;
-            set.m_dtCheckOut = CEFOleDateTime::FromSeconds(
-                in.Seconds() + minutes * 60 + m_random.Between(0, 59));
-            set.m_nClassIndex = ClassIndexOf(person);
+            set.m_dtCheckOut = out;
+            set.m_nClassIndex = ClassIndexOf(random, person);
             set.m_bWorkoutOK = circuits >= m_center.minCircuits && minutes >= m_center.minMinutes;
             set.SetStnVal(0, static_cast<std::int16_t>(circuits));
             for (int station = 1; station < CDAOWk::kStationValues; ++station) {
                 int const value
-                    = m_random.Chance(0.4) ? static_cast<int>(m_random.Between(4, 18) * form) : 0;
+                    = random.Chance(0.4) ? static_cast<int>(random.Between(4, 18) * form) : 0;
                 set.SetStnVal(station, static_cast<std::int16_t>(value));
             }
         });
@@ -236,7 +262,7 @@ private:
     void AddMeasurements(CDemoPerson const& person)
     {
         auto day = CEFOleDateTime::FromSeconds(
-            person.enrolled.Seconds() + m_random.Between(1, 20) * kDay + person.hour * 3600);
+            person.enrolled.Seconds() + m_random.Between(1, 20) * kDay + person.hour * kHour);
         auto const method = static_cast<CDAOBodyComp::method>(m_random.Between(0, 3));
         while (day < person.lastDay) {
             double const change = person.progress * person.TrainingAt(day);
@@ -264,7 +290,7 @@ private:
             set.m_lEvalID = m_nEvalID;
             set.m_lMemberID = person.memberID;
             set.m_dtEvalDate = day;
-            set.m_nClassIndex = ClassIndexOf(person);
+            set.m_nClassIndex = ClassIndexOf(m_random, person);
             set.m_dHeight = Tenths(person.height);
             set.m_dWeight = weight;
             set.m_nActLevel = static_cast<std::uint8_t>(whole(1.6 + change, 0.8, 0, 4));
@@ -331,7 +357,7 @@ private:
         Add(m_setBodyComp, [&](CDAOBodyComp& set) {
             set.m_lMemberID = person.memberID;
             set.m_dtBodyCompDate = day;
-            set.m_nClassIndex = ClassIndexOf(person);
+            set.m_nClassIndex = ClassIndexOf(m_random, person);
             set.m_dHeight = Tenths(person.height);
             set.m_dWeight = weight;
             set.m_nActLevel = static_cast<std::uint8_t>(m_random.Between(0, 4));
@@ -378,15 +404,22 @@ private:
         }
     }
 
+    /// Some of the current members are here, one at least. Nobody comes twice a day.
     void AddCheckIn(CDemoPerson const& person)
     {
+        bool const here = m_random.Chance(0.03);
+        auto const in
+            = CEFOleDateTime::FromSeconds(m_now.Seconds() - m_random.Between(2, 95) * kMinute);
+        if (!person.current || (!here && m_bSomebodyHere) || in.IsSameDay(m_dtLastVisit)) {
+            return;
+        }
+        m_bSomebodyHere = true;
         Add(m_setChkIn, [&](CDAOChkIn& set) {
             set.m_lMemberID = person.memberID;
             set.m_lWorkoutNo = person.workoutNumber;
             set.m_strFirstName = person.firstName;
             set.m_strLastName = person.lastName;
-            set.m_dtCheckIn
-                = CEFOleDateTime::FromSeconds(m_now.Seconds() - m_random.Between(2, 95) * 60);
+            set.m_dtCheckIn = in;
         });
     }
 
@@ -399,7 +432,9 @@ private:
     CDemoRandom m_random;
     CDbStatus m_status;
     CEFOleDateTime const m_now = CEFOleDateTime::GetCurrentTime();
-    CEFOleDateTime m_today;
+    CEFOleDateTime m_today = m_now; ///< its midnight
+    bool m_bSomebodyHere = false;
+    CEFOleDateTime m_dtLastVisit; ///< of the member that is being written
     std::int32_t m_nEvalID = 0;
     CDAOSmMem m_setSmMem;
     CDAOProf m_setProf;

@@ -102,7 +102,11 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     auto& tree = Child<CTreeView>(frame, "memberTree");
     auto const root = tree.model()->index(0, 0);
     tree.Expand(root);
-    tree.Expand(tree.model()->index(0, 0, root));
+    auto const first = tree.model()->index(0, 0, root);
+    tree.Expand(first);
+    for (int branch = 0; branch < tree.model()->rowCount(first); ++branch) {
+        tree.Expand(tree.model()->index(branch, 0, first));
+    }
     Save(frame, u"main-window"_s);
 }
 

@@ -63,6 +63,14 @@ TEST(CalculatorTest, WholeHeartRatesStayWhole)
     }
 }
 
+TEST(CalculatorTest, AnySexByteButZeroIsAMans)
+{
+    for (int const byte : {1, 2, 255}) {
+        CHeartRate const rates(static_cast<CHeartRate::sex>(byte), 40, 70);
+        EXPECT_EQ(rates.PredictedMaximum(), 180) << byte;
+    }
+}
+
 TEST(CalculatorTest, SkinfoldsMatchTheWorkedExamples)
 {
     EXPECT_NEAR(SkinFold(kMan, 35, {.thigh = 16, .chest = 12, .abdomen = 22}).PercentFat_3(),
@@ -127,6 +135,24 @@ TEST(CalculatorTest, HydrostaticWeighingMatchesTheWorkedExamples)
     EXPECT_NEAR(older.PercentFat(CHydroStat::cmBrozek), 12.192988, kShown);
 }
 
+// Shorter than about 45 inches the line of the residual volume is below zero: none is taken off,
+// so that height and age make no difference any more.
+TEST(CalculatorTest, TheVerySmallHaveNoResidualVolume)
+{
+    auto const fat = [](int age, double height) {
+        return CHydroStat(kMan, age, 90, height, 92, 3, 0).PercentFat(CHydroStat::cmSiri);
+    };
+    EXPECT_GT(fat(20, 44), 0);
+    EXPECT_EQ(fat(20, 44), fat(20, 30));
+    EXPECT_NE(fat(20, 60), fat(20, 44));
+}
+
+TEST(CalculatorTest, KilogramsArePoundsAgain)
+{
+    EXPECT_NEAR(CConvert::KilogramsToPounds(CConvert::PoundsToKilograms(180)), 180, 1e-12);
+    EXPECT_NEAR(CConvert::KilogramsToPounds(1), 2.2046226218487757, 1e-15);
+}
+
 TEST(CalculatorTest, BodyMeasurementsMatchTheWorkedExamples)
 {
     EXPECT_NEAR(CTapeMsr(kMan, 30, 170, 70, 34, 7, 40).PercentFat(), 14.766967, kShown);
@@ -138,6 +164,8 @@ TEST(CalculatorTest, BodyMeasurementsMatchTheWorkedExamples)
 TEST(CalculatorTest, ResultsNeverLeaveWhatCanBeStored)
 {
     EXPECT_EQ(SkinFold(kMan, 20, {}).PercentFat_3(), 0);
+    EXPECT_EQ(SkinFold(kMan, 20, {}).PercentFat_4(), 0);
+    EXPECT_EQ(SkinFold(kMan, 20, {}).PercentFat_7(), 0);
     EXPECT_EQ(CHydroStat(kMan, 30, 100, 70, 90, 1000, 0).PercentFat(CHydroStat::cmSiri), 0);
     EXPECT_EQ(CHydroStat(kMan, 30, 150, 70, 90, 0, 1000).PercentFat(CHydroStat::cmSiri), 99);
     EXPECT_EQ(CTapeMsr(kMan, 30, 1, 60, 255, 1, 30).PercentFat(), 99);

@@ -157,11 +157,14 @@ TEST_F(CenterRecordsTest, CircuitTakesAtMostItsStations)
     circuit.Load();
     ASSERT_EQ(circuit.m_nNumStations, 24);
     EXPECT_EQ(circuit.m_arrStnName.back(), "Lift 23");
+    EXPECT_EQ(circuit.m_arrStnMinLift.back(), 5.0);
     EXPECT_EQ(circuit.m_arrStnMaxLift.back(), 123.0);
     for (int const lift : {90, 170, 180, 330, 340, 350, 360}) {
         EXPECT_EQ(circuit.GetWorkWeight(0, lift, 70), lift * 7 / 10) << lift;
     }
+    EXPECT_EQ(circuit.GetWorkWeight(23, 150, 70), 105.0);
     EXPECT_EQ(circuit.GetWorkWeight(0, 135, 50), 67.5);
+    EXPECT_EQ(circuit.GetWorkWeight(0, 55, 40), 22.0);
     EXPECT_EQ(circuit.GetWorkWeight(24, 100, 50), 0.0);
     EXPECT_EQ(circuit.GetWorkWeight(-1, 100, 50), 0.0);
 }

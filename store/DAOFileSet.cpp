@@ -77,13 +77,7 @@ bool CDAOFileSet::Save(CText& text)
 {
     try {
         auto const row = LineCells(m_lineCells);
-        if (!row) {
-            return false;
-        }
-        return GetLine().Write(text, *row)
-            || Do({DbError::failed,
-                "A record could not be written: the data file cannot be written or has no room "
-                "for it."});
+        return row && Do(GetLine().Write(text, *row));
     } catch (std::exception const& error) {
         return Do(NoMemory(error));
     }

@@ -312,5 +312,6 @@ TEST_F(DataFileTest, TellsThatADiskIsFull)
         saved = m_setMem.Save(text);
     }
     EXPECT_FALSE(saved);
-    EXPECT_FALSE(m_setMem.LastStatus());
+    EXPECT_EQ(m_setMem.LastStatus().Text(),
+        "A record could not be written: the data file cannot be written or has no room for it.");
 }

@@ -4,6 +4,7 @@
 #include "tests/store/DataFileFixture.h"
 
 #include <fstream>
+#include <set>
 
 namespace
 {
@@ -117,12 +118,43 @@ TEST_F(DataFileTest, KeepsRecordsThatAreThereAndSkipsThoseOfUnknownMembers)
     EXPECT_EQ(m_setWk.LastSkipped(), 10);
 }
 
+TEST_F(DataFileTest, NotesEachOfManyRecordsOnce)
+{
+    using Found = CRecordKeys::Found;
+    CRecordKeys keys;
+    std::map<std::pair<int, int>, std::set<int>> noted;
+    for (int i = 0; i < 30'000; ++i) {
+        // A member and time of one record, of a few and of thousands.
+        auto const member = static_cast<int>(m_rows.Number(1, 3));
+        auto const time
+            = static_cast<int>(member == 1 ? 0 : m_rows.Number(-1, member == 2 ? 999 : 99'999));
+        auto const checkSum = static_cast<int>(m_rows.Number(0, 9'999));
+        bool const known = noted.contains({member, time});
+        ASSERT_EQ(keys.Has(member, time), known);
+        auto& sums = noted[{member, time}];
+        auto const expected = sums.contains(checkSum) ? Found::same
+            : known                                   ? Found::different
+                                                      : Found::none;
+        ASSERT_EQ(keys.Add(member, time, static_cast<std::uint32_t>(checkSum)), expected) << i;
+        sums.insert(checkSum);
+    }
+    std::size_t records = 0;
+    for (auto const& [key, sums] : noted) {
+        EXPECT_TRUE(keys.Has(key.first, key.second));
+        records += sums.size();
+    }
+    EXPECT_EQ(keys.Size(), records);
+}
+
 /// Other programs can add two workouts of one moment, and then both are in the archive.
 TEST_F(DataFileTest, KeepsApartWhatDiffersInOneMoment)
 {
     AddMember(1);
-    for (int i = 0; i < 5; ++i) {
+    constexpr int kWorkouts = 1000;
+    for (int i = 0; i < kWorkouts; ++i) {
         AddWorkout(1, kTime);
+    }
+    for (int i = 0; i < 5; ++i) {
         Add(m_setEval, {{"member_id", 1}, {"eval_date", 0}, {"eval_id", i}});
     }
     auto const workouts = Dump("workouts", false);
@@ -132,7 +164,7 @@ TEST_F(DataFileTest, KeepsApartWhatDiffersInOneMoment)
     Run(DataFile::member, "DELETE FROM workouts");
     Run(DataFile::member, "DELETE FROM evaluations");
     EXPECT_TRUE(Test(m_setWk, file));
-    EXPECT_EQ(Restore(m_setWk, file + file), 5);
+    EXPECT_EQ(Restore(m_setWk, file + file), kWorkouts);
     EXPECT_EQ(Dump("workouts", false), workouts);
     EXPECT_EQ(Restore(m_setEval, evaluationFile), 5);
     EXPECT_EQ(Dump("evaluations", false), evaluations);

@@ -4,13 +4,32 @@
 #include "tests/store/DataFileFixture.h"
 
 #include <fstream>
+#include <limits>
 #include <set>
+#include <stdexcept>
 
 namespace
 {
 
 class DataFileTest : public CDataFileTest
 {
+};
+
+/// Holds some bytes, behind which reading fails as that of a file does.
+class CBadDisk : public std::stringbuf
+{
+public:
+    using std::stringbuf::stringbuf;
+
+protected:
+    std::streamsize xsgetn(char* to, std::streamsize count) override
+    {
+        auto const read = std::stringbuf::xsgetn(to, count);
+        if (read < count) {
+            throw std::runtime_error("bad disk");
+        }
+        return read;
+    }
 };
 
 constexpr std::int64_t kTime = 3'900'000'000; // in the year 2023
@@ -116,6 +135,8 @@ TEST_F(DataFileTest, KeepsRecordsThatAreThereAndSkipsThoseOfUnknownMembers)
     EXPECT_EQ(Count("workouts WHERE member_id = 1 AND circuits = 7"), kept);
     EXPECT_EQ(Restore(m_setWk, file, 3), 0);
     EXPECT_EQ(m_setWk.LastSkipped(), 10);
+    EXPECT_EQ(Restore(m_setWk, file + "\n"), 0);
+    EXPECT_EQ(m_setWk.LastSkipped(), 0) << "nothing was done";
 }
 
 TEST_F(DataFileTest, NotesEachOfManyRecordsOnce)
@@ -195,9 +216,34 @@ TEST_F(DataFileTest, ABadLineStoresNothingAndIsNamed)
     EXPECT_EQ(Restore(m_setWk, file.substr(0, fifth)), 499);
 }
 
+/// Also between two lines, where the file could end.
+TEST_F(DataFileTest, AnErrorOfTheDiskIsNoEndOfTheFile)
+{
+    AddMember(1);
+    Run(DataFile::member, "DELETE FROM messages");
+    Run(DataFile::member, "INSERT INTO messages (member_id, message) VALUES (1, '')");
+    std::string const message(65'536 - BackupMembers().size(), 'm'); // a line as long as a read
+    Run(DataFile::member, "UPDATE messages SET message = ?", {message});
+    auto const file = BackupMembers();
+    Run(DataFile::member, "DELETE FROM members");
+    auto const restore = [&](std::string const& readable) {
+        CBadDisk disk(readable);
+        std::istream stream(&disk);
+        EXPECT_EQ(m_setMem.Restore(stream, '|', 0, true), 0);
+        EXPECT_EQ(Count("members"), 0U);
+        return m_setMem.LastStatus().Text();
+    };
+    EXPECT_EQ(restore(file), "line 2: could not be read.");
+    EXPECT_EQ(restore(file + file.substr(0, 100)), "line 2: could not be read.");
+    EXPECT_EQ(restore(""), "line 1: could not be read.");
+    EXPECT_EQ(Restore(m_setMem, file), 1);
+}
+
 TEST_F(DataFileTest, AMemberThatIsThereIsKeptOrReplacedWhole)
 {
     AddMember(1);
+    Run(DataFile::member, "DELETE FROM messages");
+    Run(DataFile::member, "INSERT INTO messages (member_id, message) VALUES (1, 'Of the file')");
     AddWorkout(1, kTime);
     std::map<std::string, Rows> before;
     auto const tables = {"members", "profiles", "enrollments", "classes", "messages", "workouts"};
@@ -206,7 +252,8 @@ TEST_F(DataFileTest, AMemberThatIsThereIsKeptOrReplacedWhole)
     }
     auto const file = BackupMembers();
     Run(DataFile::member, "UPDATE members SET last_name = 'Changed', workout_number = 9");
-    for (auto const* const table : {"profiles", "enrollments", "classes", "messages"}) {
+    Run(DataFile::member, "UPDATE messages SET message = 'Changed'");
+    for (auto const* const table : {"profiles", "enrollments", "classes"}) {
         Run(DataFile::member, std::string("DELETE FROM ") + table);
     }
     CDAOCls classes;
@@ -320,6 +367,12 @@ TEST_F(DataFileTest, OfTwoMembersThatWantOneNumberOneGetsIt)
     file = Line(BackupMembers(), 3) + Line(file, 1) + Line(file, 2); // the third wants 501, too
     Run(DataFile::member, third, {std::int64_t(503)});
     Run(DataFile::member, "UPDATE members SET workout_number = 500 + member_id");
+    Add(m_setMem,
+        {{"member_id", 4}, {"workout_number", 999'999'999}}); // where one would step aside
+    auto const before = Dump("members");
+    EXPECT_EQ(Restore(m_setMem, file + "\n", 0, false), 0);
+    EXPECT_EQ(Restore(m_setMem, BackupMembers(), 4, false), 1);
+    EXPECT_EQ(Dump("members"), before) << "who waited in a restore that failed waits no longer";
     EXPECT_EQ(Restore(m_setMem, file, 0, false), 2);
     EXPECT_EQ(m_setMem.LastSkipped(), 1);
     EXPECT_EQ(Count("members WHERE workout_number IN (501, 502)"), 2U);
@@ -339,10 +392,16 @@ TEST_F(DataFileTest, NewNumbersOfEvaluationsComeAfterAllOthers)
         return Number(
             DataFile::member, "SELECT eval_date FROM evaluations WHERE eval_id = " + number);
     };
+    Run(DataFile::member, "UPDATE evaluations SET eval_id = 500 WHERE eval_id = 12");
+    auto const bad = BackupEvaluations() + "\n";
     for (std::int32_t const member : {0, 1}) {
         Run(DataFile::member, "DELETE FROM evaluations");
         Run(DataFile::member, "DELETE FROM members WHERE member_id = 2");
         Add(m_setEval, {{"member_id", 1}, {"eval_date", 99}, {"eval_id", 10}});
+        Add(m_setEval,
+            {{"member_id", 1}, {"eval_date", 98},
+                {"eval_id", std::numeric_limits<std::int64_t>::min()}});
+        EXPECT_EQ(Restore(m_setEval, bad), 0);
         Run(DataFile::member, "DELETE FROM lifts");
         ASSERT_EQ(Restore(m_setEval, file, member), 2) << m_setEval.LastStatus().Text();
         EXPECT_EQ(dates("10"), 99);

@@ -2,6 +2,9 @@
 
 #include "store/DAOEvalBodyComp.h"
 
+#include <algorithm>
+#include <limits>
+
 CRecordClass const* CDAOEval::GetThisClass()
 {
     static CRecordClass const record
@@ -76,21 +79,54 @@ std::optional<CRowView> CDAOEval::LineCells(CRowBlock& block)
     return JoinedCells(joined, block);
 }
 
+void CDAOEval::SeeRecord(CRowView const& row)
+{
+    m_lLargest = std::max(m_lLargest, row.Cell(0).integerValue);
+}
+
 bool CDAOEval::AddRecord(CRowView const& row)
 {
     auto const cells = GetLine().Cells(row, 0);
-    DbValue number = cells.front().integerValue;
-    bool const taken = Ask("SELECT count(*) FROM evaluations WHERE eval_id = ?", {number}) != 0;
-    if (taken) {
-        CDAOSmEval numbers(Database());
-        auto const fresh = numbers.GenerateIDNum();
+    auto number = cells.front().integerValue;
+    if (HasNumber(number)) {
+        number = m_renumbered.empty() ? std::numeric_limits<std::int64_t>::min()
+                                      : m_renumbered.back() + 1;
+        while (HasNumber(number)) {
+            ++number;
+        }
+        m_renumbered.push_back(number);
+    }
+    DbValue const link = number;
+    return LastStatus()
+        && Run(GetLine().Parts().front().insert, std::span(&link, 1), row, cells.subspan(1))
+        && AddPart(row, 1, link) && AddPart(row, 2, link);
+}
+
+bool CDAOEval::HasNumber(std::int64_t number)
+{
+    return Ask("SELECT count(*) FROM evaluations WHERE eval_id = ?", {number}) != 0;
+}
+
+/// Gives the new numbers; the rows of the further tables follow.
+bool CDAOEval::RestoreRest()
+{
+    CDAOSmEval numbers(Database());
+    for (auto const number : m_renumbered) {
+        std::int64_t const fresh = numbers.GenerateIDNum(m_lLargest);
         if (fresh == 0) {
-            Do(numbers.LastStatus());
+            return Do(numbers.LastStatus());
+        }
+        std::vector<DbValue> const values = {fresh, number};
+        if (!Run("UPDATE evaluations SET eval_id = ? WHERE eval_id = ?", values)) {
             return false;
         }
-        number = std::int64_t(fresh);
     }
-    return LastStatus()
-        && Run(GetLine().Parts().front().insert, std::span(&number, 1), row, cells.subspan(1))
-        && AddPart(row, 1, number) && AddPart(row, 2, number);
+    return true;
+}
+
+void CDAOEval::EndRestore()
+{
+    CDAOFileSet::EndRestore();
+    m_lLargest = 0;
+    m_renumbered = {};
 }

@@ -7,7 +7,8 @@
 #include <array>
 
 /// The whole evaluation, joined from its tables; only read. An evaluation restored from a data
-/// file keeps its number, unless another one has it: then it gets a new one.
+/// file keeps its number, unless another one had it before: then it gets a new one behind all
+/// numbers of the centre and the file.
 class CDAOEval : public CDAOFileSet
 {
 public:
@@ -46,8 +47,17 @@ public:
 protected:
     void ExchangeFields(CFieldExchange& fx) override;
     std::optional<CRowView> LineCells(CRowBlock& block) override;
+    void SeeRecord(CRowView const& row) override;
     bool AddRecord(CRowView const& row) override;
+    bool RestoreRest() override;
+    void EndRestore() override;
 
 private:
+    bool HasNumber(std::int64_t number);
+
     std::array<double, CDAOCirc::kStations> m_lifts = {};
+    // During a restore: the largest number of the file, and the numbers, below all that are used,
+    // of evaluations that get a new one when that is known.
+    std::int64_t m_lLargest = 0;
+    std::vector<std::int64_t> m_renumbered;
 };

@@ -8,8 +8,9 @@
 namespace
 {
 
-/// Reads all records of a file of that kind, each once. False when a line is not right or there is
-/// no record, and when take returns false: the status is then as before.
+/// Reads all records of a file of that kind, each once, into the only row of a block, which take
+/// may move away. False when a line is not right or there is no record, and when take returns
+/// false: the status is then as before.
 template <typename Take>
 bool ReadRecords(
     CRecordLine const& line, std::istream& stream, char separator, CDbStatus& status, Take&& take)
@@ -31,7 +32,7 @@ bool ReadRecords(
             reader.RefuseLine("holds a member that an earlier line holds otherwise");
             break;
         }
-        if (found != CRecordKeys::Found::same && !take(row)) {
+        if (found != CRecordKeys::Found::same && !take(block)) {
             return false;
         }
     }
@@ -77,13 +78,7 @@ bool CDAOFileSet::Save(CText& text)
 {
     try {
         auto const row = LineCells(m_lineCells);
-        if (!row) {
-            return false;
-        }
-        return GetLine().Write(text, *row)
-            || Do({DbError::failed,
-                "A record could not be written: the data file cannot be written or has no room "
-                "for it."});
+        return row && Do(GetLine().Write(text, *row));
     } catch (std::exception const& error) {
         return Do(NoMemory(error));
     }
@@ -123,7 +118,7 @@ bool CDAOFileSet::Test(std::istream& stream, char separator) const
 {
     try {
         CDbStatus status;
-        ReadRecords(GetLine(), stream, separator, status, [](CRowView const&) { return true; });
+        ReadRecords(GetLine(), stream, separator, status, [](CRowBlock&) { return true; });
         return Do(std::move(status));
     } catch (std::exception const& error) {
         return Do(NoMemory(error));
@@ -133,54 +128,62 @@ bool CDAOFileSet::Test(std::istream& stream, char separator) const
 int CDAOFileSet::Restore(
     std::istream& stream, char separator, std::int32_t memberID, bool keepExisting)
 {
+    m_nStored = 0;
     m_nSkipped = 0;
-    int stored = 0;
+    bool done = false;
     try {
-        stored = RestoreAll(stream, separator, memberID, keepExisting);
+        done = RestoreAll(stream, separator, memberID, keepExisting);
     } catch (std::exception const& error) {
         Do(NoMemory(error));
     }
-    m_members = {};
-    m_there = {};
-    return stored;
+    EndRestore();
+    if (!done) {
+        m_nStored = 0;
+        m_nSkipped = 0;
+    }
+    return m_nStored;
 }
 
-int CDAOFileSet::RestoreAll(
+bool CDAOFileSet::RestoreAll(
     std::istream& stream, char separator, std::int32_t memberID, bool keepExisting)
 {
     auto* const database = Database();
     if (database == nullptr) {
-        return 0;
+        return false;
     }
     CTransaction transaction(*database);
     if (!Do(transaction.Status())) {
-        return 0;
+        return false;
     }
-    int stored = 0;
-    int skipped = 0;
-    auto const take = [&](CRowView const& row) {
-        if (memberID != 0 && GetLine().MemberOf(row) != memberID) {
-            return true;
-        }
-        auto const outcome = RestoreRow(row, keepExisting);
-        stored += outcome == Outcome::stored ? 1 : 0;
-        skipped += outcome == Outcome::skipped ? 1 : 0;
-        return outcome != Outcome::failed;
+    auto const take = [&](CRowBlock& record) {
+        SeeRecord(record.Row(0));
+        bool const wanted = memberID == 0 || GetLine().MemberOf(record.Row(0)) == memberID;
+        return !wanted || Count(RestoreRecord(record, keepExisting));
     };
     CDbStatus status;
     bool const whole = ReadRecords(GetLine(), stream, separator, status, take);
     if (!status) {
         Do(std::move(status)); // of the file; that of the database stands there already
     }
-    if (!whole || !Do(transaction.Commit())) {
-        return 0;
-    }
-    m_nSkipped = skipped;
-    return stored;
+    return whole && RestoreRest() && Do(transaction.Commit());
 }
 
-CDAOFileSet::Outcome CDAOFileSet::RestoreRow(CRowView const& row, bool /*keepExisting*/)
+bool CDAOFileSet::Count(Outcome outcome)
 {
+    m_nStored += outcome == Outcome::stored ? 1 : 0;
+    m_nSkipped += outcome == Outcome::skipped ? 1 : 0;
+    return outcome != Outcome::failed;
+}
+
+void CDAOFileSet::EndRestore()
+{
+    m_members = {};
+    m_there = {};
+}
+
+CDAOFileSet::Outcome CDAOFileSet::RestoreRecord(CRowBlock& record, bool /*keepExisting*/)
+{
+    auto const row = record.Row(0);
     auto const member = GetLine().MemberOf(row);
     auto const met = m_members.find(member);
     auto const known = met != m_members.end() ? std::optional(met->second) : Meet(member);

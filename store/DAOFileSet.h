@@ -38,12 +38,14 @@ public:
     /// A record of the same member and time as one in the database is left out and not counted, a
     /// line that stands in the file twice counts once. A member that is there already is left as
     /// well, or replaced whole when keepExisting is false; the member's records stay in either
-    /// case. LastSkipped() counts what cannot be added.
+    /// case. LastSkipped() counts what cannot be added. In memory it keeps what Test does, and
+    /// whole the members that cannot be replaced before the file ends, since others have their
+    /// numbers.
     virtual int Restore(
         std::istream& stream, char separator, std::int32_t memberID, bool keepExisting);
 
     /// How many records the last Restore could not add: those of members that are not there, and
-    /// members whose workout number another member has.
+    /// members whose workout number another member has who is not replaced.
     int LastSkipped() const { return m_nSkipped; }
 
     /// What a line of this kind consists of.
@@ -55,6 +57,7 @@ protected:
         stored,
         kept, ///< it is there already
         skipped,
+        waits, ///< for those behind it in the file
         failed ///< LastStatus() tells
     };
 
@@ -64,23 +67,34 @@ protected:
     /// Reads the current row out of a joined table made by CRecordLine::Joined.
     std::optional<CRowView> JoinedCells(CTableInfo const& joined, CRowBlock& block);
 
-    /// Stores one record, within a transaction: here, when its member is there and no record of the
-    /// same member and time.
-    virtual Outcome RestoreRow(CRowView const& row, bool keepExisting);
+    // A restore calls these within its transaction, the first two for each record in turn.
+
+    /// Sees a record of the file, whether it is to be restored or not.
+    virtual void SeeRecord(CRowView const& /*row*/) { }
+    /// Stores the only row of a block, or takes it away to do so later: here, stores it when its
+    /// member is there and no record of the same member and time.
+    virtual Outcome RestoreRecord(CRowBlock& record, bool keepExisting);
+    /// Stores what waits for the end of the file, and counts it. False when that failed.
+    virtual bool RestoreRest() { return true; }
+    /// Forgets what the restore noted, however it ended.
+    virtual void EndRestore();
+    /// Counts a record; false when it failed.
+    bool Count(Outcome outcome);
     /// Adds a record that is not there yet: here, the row of its first part.
     virtual bool AddRecord(CRowView const& row);
     /// Adds the row of a part, when there is one; the link is the value that ties it to the first.
     bool AddPart(CRowView const& row, std::size_t part, DbValue const& link);
     /// Runs one statement that writes, with the values given, and the cells behind them.
-    bool Run(std::string_view sql, std::span<DbValue const> values, CRowView const& row,
-        std::span<CCell const> cells);
+    bool Run(std::string_view sql, std::span<DbValue const> values,
+        CRowView const& row = {nullptr, nullptr}, std::span<CCell const> cells = {});
 
 private:
-    int RestoreAll(std::istream& stream, char separator, std::int32_t memberID, bool keepExisting);
+    bool RestoreAll(std::istream& stream, char separator, std::int32_t memberID, bool keepExisting);
     std::optional<bool> Meet(std::int32_t member);
 
     CRowBlock m_lineCells;
     std::vector<DbValue> m_bound; ///< to a statement; they keep their memory
+    int m_nStored = 0; ///< by the last restore
     int m_nSkipped = 0;
     // During a restore: the members met so far, whether they are there, and their records that are.
     std::unordered_map<std::int32_t, bool> m_members;

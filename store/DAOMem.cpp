@@ -6,6 +6,13 @@
 #include "store/DAOProf.h"
 #include "store/MemberSearchData.h"
 
+namespace
+{
+
+constexpr std::int64_t kLargestNumber = 999'999'999;
+
+} // namespace
+
 CRecordClass const* CDAOMem::GetThisClass()
 {
     static CRecordClass const record = {"CDAOMem", nullptr, DataFile::member, "member_view", true};
@@ -87,7 +94,7 @@ CTableInfo CDAOMem::JoinedOver(std::string_view members, std::string_view key) c
         " AND (SELECT count(*) FROM messages WHERE member_id = p0.member_id) <= 1");
 }
 
-CDAOFileSet::Outcome CDAOMem::RestoreRow(CRowView const& row, bool keepExisting)
+CDAOFileSet::Outcome CDAOMem::RestoreRecord(CRowBlock& record, bool keepExisting)
 {
     enum
     {
@@ -97,23 +104,90 @@ CDAOFileSet::Outcome CDAOMem::RestoreRow(CRowView const& row, bool keepExisting)
         newNumberTaken,
         thereNumberTaken
     };
-    DbValue const member = std::int64_t(GetLine().MemberOf(row));
-    auto const cells = GetLine().Cells(row, 0);
-    // cells[1] is the workout number, by which no other member may check in.
+    auto const row = record.Row(0);
+    std::int64_t const member = GetLine().MemberOf(row);
     auto const found = Ask("SELECT CASE WHEN EXISTS (SELECT 1 FROM members WHERE member_id = ?1) "
                            "THEN 2 ELSE 1 END + CASE WHEN EXISTS (SELECT 1 FROM members "
                            "WHERE workout_number = ?2 AND member_id <> ?1) THEN 2 ELSE 0 END",
-        {member, cells[1].integerValue});
+        {member, WorkoutNumber(row)});
     bool const isThere = found == there || found == thereNumberTaken;
+    if (found == unread) {
+        return Outcome::failed;
+    }
     if (isThere && keepExisting) {
         return Outcome::kept;
     }
-    if (found == newNumberTaken || found == thereNumberTaken) {
+    if (found == isNew || found == there) {
+        return Store(row, isThere);
+    }
+    if (keepExisting) {
         return Outcome::skipped;
     }
-    bool added = found != unread
-        && (isThere ? ReplaceSummary(row, member)
-                    : Run(GetLine().Parts().front().insert, {}, row, cells));
+    m_waiting.emplace(member, CWaiting{std::move(record), isThere});
+    return Outcome::waits;
+}
+
+/// Goes from each member who waits to the one who has the number, as long as that one waits too,
+/// and stores them backwards. Where the way leads round, one of them gives its number up first.
+bool CDAOMem::RestoreRest()
+{
+    std::vector<std::int64_t> way;
+    auto parking = kLargestNumber;
+    while (!m_waiting.empty()) {
+        if (way.empty()) {
+            way.push_back(m_waiting.begin()->first);
+        }
+        auto const at = m_waiting.find(way.back());
+        at->second.isMet = true;
+        auto const row = at->second.record.Row(0);
+        auto const holder
+            = Ask("SELECT member_id FROM members WHERE workout_number = ? AND member_id <> ?",
+                {WorkoutNumber(row), way.back()});
+        if (!LastStatus()) {
+            return false;
+        }
+        if (auto const next = m_waiting.find(holder); next == m_waiting.end()) {
+            if (!Count(holder == 0 ? Store(row, at->second.isThere) : Outcome::skipped)) {
+                return false;
+            }
+            m_waiting.erase(at);
+            way.pop_back();
+        } else if (!next->second.isMet) {
+            way.push_back(holder);
+        } else if (!Park(holder, parking)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CDAOMem::EndRestore()
+{
+    CDAOFileSet::EndRestore();
+    m_waiting.clear();
+}
+
+/// No other member may check in by it.
+std::int64_t CDAOMem::WorkoutNumber(CRowView const& row) const
+{
+    return GetLine().Cells(row, 0)[1].integerValue;
+}
+
+/// Gives a member a workout number that nobody has: the first from that number downwards.
+bool CDAOMem::Park(std::int64_t member, std::int64_t& number)
+{
+    while (Ask("SELECT count(*) FROM members WHERE workout_number = ?", {number}) != 0) {
+        --number;
+    }
+    std::vector<DbValue> const values = {number, member};
+    return LastStatus() && Run("UPDATE members SET workout_number = ? WHERE member_id = ?", values);
+}
+
+CDAOFileSet::Outcome CDAOMem::Store(CRowView const& row, bool isThere)
+{
+    DbValue const member = std::int64_t(GetLine().MemberOf(row));
+    bool added = isThere ? ReplaceSummary(row, member)
+                         : Run(GetLine().Parts().front().insert, {}, row, GetLine().Cells(row, 0));
     for (std::size_t part = 1; part < GetLine().Parts().size(); ++part) {
         added = added && AddPart(row, part, member);
     }
@@ -135,7 +209,7 @@ bool CDAOMem::ReplaceSummary(CRowView const& row, DbValue const& member)
         done = done
             && (parts[part].next
                 || Run("DELETE FROM " + parts[part].table + " WHERE member_id = ?",
-                    std::span(&member, 1), row, {}));
+                    std::span(&member, 1)));
     }
     return done;
 }

@@ -3,6 +3,8 @@
 #include "store/DAOFileSet.h"
 #include "store/DAOSmMem.h"
 
+#include <map>
+
 class CMemberSearchData;
 
 /// The whole member, joined from several tables; only read. A member's line of a data file holds
@@ -43,11 +45,26 @@ public:
 protected:
     void ExchangeFields(CFieldExchange& fx) override;
     std::optional<CRowView> LineCells(CRowBlock& block) override;
-    Outcome RestoreRow(CRowView const& row, bool keepExisting) override;
+    Outcome RestoreRecord(CRowBlock& record, bool keepExisting) override;
+    bool RestoreRest() override;
+    void EndRestore() override;
     /// The line's columns, by the key of this set's rows.
     virtual CTableInfo const& JoinedTable() const;
     CTableInfo JoinedOver(std::string_view members, std::string_view key) const;
 
 private:
+    /// A member to be restored whose workout number another one has.
+    struct CWaiting
+    {
+        CRowBlock record;
+        bool isThere; ///< to be replaced
+        bool isMet = false; ///< while those in its way are stored
+    };
+
+    std::int64_t WorkoutNumber(CRowView const& row) const;
+    Outcome Store(CRowView const& row, bool isThere);
     bool ReplaceSummary(CRowView const& row, DbValue const& member);
+    bool Park(std::int64_t member, std::int64_t& number);
+
+    std::map<std::int64_t, CWaiting> m_waiting; ///< during a restore, by member ID
 };

@@ -29,14 +29,14 @@ int CDAOSmEval::FindEvals(std::int32_t memberID, CEFOleDateTime const& when)
     return FindFew("WHERE member_id = ? AND eval_date = ? ORDER BY id", memberID, when);
 }
 
-std::int32_t CDAOSmEval::GenerateIDNum()
+std::int32_t CDAOSmEval::GenerateIDNum(std::int64_t above)
 {
-    auto const highest = Ask("SELECT max(eval_id) FROM evaluations", {});
+    auto const highest = std::max(above, Ask("SELECT max(eval_id) FROM evaluations", {}));
     if (!LastStatus()) {
         return 0;
     }
     if (highest < std::numeric_limits<std::int32_t>::max()) {
-        return static_cast<std::int32_t>(std::max<std::int64_t>(highest, 0) + 1);
+        return static_cast<std::int32_t>(highest + 1);
     }
     // Another program used the largest number: take the first free one.
     return static_cast<std::int32_t>(

@@ -27,10 +27,14 @@ private:
         std::int64_t time = 0;
         std::int32_t member = 0; ///< 0 in a free one
         std::uint32_t checkSum = 0;
+
+        bool operator==(Slot const&) const = default;
     };
 
-    std::size_t FirstPlace(std::int32_t member, std::int64_t time) const;
+    std::size_t FirstPlace(std::int32_t member, std::int64_t time, std::uint32_t checkSum) const;
     std::size_t NextPlace(std::size_t place) const { return (place + 1) & (m_slots.size() - 1); }
+    std::size_t PlaceOf(std::int32_t member, std::int64_t time) const;
+    Found Put(Slot const& record);
     void Grow();
 
     std::vector<Slot> m_slots;

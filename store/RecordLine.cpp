@@ -12,6 +12,9 @@
 namespace
 {
 
+constexpr std::string_view kNoNull = "is no null, as those before it";
+constexpr std::string_view kNoRowBefore = "belongs to a row whose row before it is missing";
+
 struct Range
 {
     std::int64_t least;
@@ -45,41 +48,49 @@ constexpr Range const& RangeOf(ColumnType type)
     return kRanges[static_cast<std::size_t>(type)];
 }
 
-void WriteNumber(CText& text, ColumnType type, std::int64_t value)
+CCell::Type StoredAs(ColumnType type)
 {
-    if (!RangeOf(type).Has(value)) {
-        text.Unfit(value);
-    } else if (type == ColumnType::mask) {
-        text.Mask(static_cast<std::uint32_t>(value));
-    } else {
-        text.Integer(value);
-    }
+    return type == ColumnType::text ? CCell::text
+        : type == ColumnType::real  ? CCell::real
+                                    : CCell::integer;
 }
 
-/// False when the cell is of another type than its column, as no table lets it be.
-bool WriteCell(CText& text, ColumnType type, CCell const& cell, CRowView const& row)
+// What writes a cell tells what keeps it out of a line, as no table of ours lets it be, in words
+// that a sentence can end with, and nothing otherwise.
+
+std::string_view WriteNull(CText& text, CCell const& cell)
 {
-    switch (type) {
-    case ColumnType::text:
-        if (cell.type != CCell::text) {
-            return false;
-        }
-        text.Text(row.Text(cell));
-        return true;
-    case ColumnType::real:
-        if (cell.type != CCell::real) {
-            return false;
-        }
-        text.Real(cell.realValue);
-        return true;
-    case ColumnType::date:
-        text.Date(CEFOleDateTime::FromSeconds(cell.integerValue));
-        break;
-    default:
-        WriteNumber(text, type, cell.integerValue);
-        break;
+    text.Null();
+    return cell.type == CCell::null ? std::string_view() : kNoNull;
+}
+
+std::string_view WriteCell(CText& text, ColumnType type, CCell const& cell, CRowView const& row)
+{
+    if (cell.type != StoredAs(type)) {
+        return "is not of its column's type";
     }
-    return cell.type == CCell::integer;
+    if (type == ColumnType::text) {
+        text.Text(row.Text(cell));
+    } else if (type == ColumnType::real) {
+        text.Real(cell.realValue);
+    } else if (type == ColumnType::date) {
+        text.Date(CEFOleDateTime::FromSeconds(cell.integerValue));
+    } else if (!RangeOf(type).Has(cell.integerValue)) {
+        if (type == ColumnType::memberNumber) {
+            return "is out of range";
+        }
+        text.Unfit(cell.integerValue);
+    } else if (type == ColumnType::mask) {
+        text.Mask(static_cast<std::uint32_t>(cell.integerValue));
+    } else {
+        text.Integer(cell.integerValue);
+    }
+    return {};
+}
+
+CDbStatus NotWritten(std::string const& reason)
+{
+    return {DbError::failed, "A record could not be written: " + reason + "."};
 }
 
 bool ReadText(CTextReader& reader, CCell& cell, CRowBlock& rows)
@@ -185,24 +196,32 @@ std::int64_t CRecordLine::TimeOf(CRowView const& row) const
     return HasTime() ? row.Cell(m_nTime).integerValue : 0;
 }
 
-bool CRecordLine::Write(CText& text, CRowView const& row) const
+CDbStatus CRecordLine::Write(CText& text, CRowView const& row) const
 {
     text.Begin(m_kind);
     auto const* cell = row.Cells();
-    bool carried = true;
+    bool hadRow = true;
     for (auto const& part : m_parts) {
-        bool const missing = cell->type == CCell::null && &part != &m_parts.front();
+        bool const hasRow = cell->type != CCell::null || &part == &m_parts.front();
         for (auto const& column : part.columns) {
-            if (missing) {
-                text.Null();
-                carried = carried && cell->type == CCell::null;
-            } else {
-                carried = WriteCell(text, column.type, *cell, row) && carried;
+            auto const fault = part.next && hasRow && !hadRow ? kNoRowBefore
+                : hasRow ? WriteCell(text, column.type, *cell, row)
+                         : WriteNull(text, *cell);
+            if (!fault.empty()) {
+                auto const field = std::to_string(cell - row.Cells() + 2); // the kind is field 1
+                return NotWritten("field " + field + " of " + std::string(m_kind) + ", "
+                    + column.name + " in " + part.table + ", " + std::string(fault));
             }
             ++cell;
         }
+        hadRow = hasRow;
     }
-    return carried && text.End();
+    if (text.End()) {
+        return {};
+    }
+    return NotWritten(text.IsTooLong()
+            ? "it is longer than a line of " + std::string(m_kind) + " can be"
+            : "the data file cannot be written or has no room for it");
 }
 
 bool CRecordLine::Read(CTextReader& reader, CRowBlock& rows) const
@@ -217,7 +236,7 @@ bool CRecordLine::Read(CTextReader& reader, CRowBlock& rows) const
         }
         bool const hasRow = first->type != CCell::null;
         if (part.next && hasRow && !hadRow) {
-            return reader.RefuseField("belongs to a row whose row before it is missing");
+            return reader.RefuseField(kNoRowBefore);
         }
         hadRow = hasRow;
     }
@@ -237,7 +256,7 @@ bool CRecordLine::ReadPart(
         } else {
             cell->type = CCell::null;
             if (!first && !reader.TakeNull()) {
-                return reader.RefuseNext("is no null, as those before it");
+                return reader.RefuseNext(kNoNull);
             }
         }
         first = false;

@@ -51,9 +51,9 @@ public:
     std::int32_t MemberOf(CRowView const& row) const; ///< from 1 to 999999999
     std::int64_t TimeOf(CRowView const& row) const; ///< in seconds, 0 where there is none
 
-    /// Writes a row as a line. False when the stream did not take it, or a cell holds what no line
-    /// can carry.
-    bool Write(CText& text, CRowView const& row) const;
+    /// Writes a row as a line. Fails, with nothing written, when a cell holds what no line can
+    /// carry, and when the stream did not take it: the status tells the field, never what it holds.
+    CDbStatus Write(CText& text, CRowView const& row) const;
     /// Reads the fields of the line that the reader stands on into the only row of a block. False
     /// when one is not right: the reader's status tells.
     bool Read(CTextReader& reader, CRowBlock& rows) const;

@@ -199,11 +199,13 @@ void CText::LongInteger(std::int64_t value)
 
 void CText::Real(double value)
 {
-    if (!std::isfinite(value)) {
+    if (value == 0.0) {
+        Integer(0); // whatever its sign: both are equal
+    } else if (std::isfinite(value)) {
+        m_pEnd = PutNumber(NewField(kLongestNumber), value);
+    } else {
         Unfit(value);
-        return;
     }
-    m_pEnd = PutNumber(NewField(kLongestNumber), value);
 }
 
 void CText::Mask(std::uint32_t bits)
@@ -254,7 +256,8 @@ bool CText::End()
 {
     m_pEnd = NewField(kCrcDigits + 1);
     auto const size = static_cast<std::size_t>(m_pEnd - m_line.data());
-    if (m_bTooLong || size + kCrcDigits > kLongestLine || !IsSeparator(m_separator)) {
+    m_bTooLong = m_bTooLong || size + kCrcDigits > kLongestLine;
+    if (m_bTooLong || !IsSeparator(m_separator)) {
         return false;
     }
     m_pEnd = PutHex(m_pEnd, Crc32C({m_line.data(), size}), kCrcDigits);

@@ -56,6 +56,7 @@ public:
     /// Ends the line; false when it is longer than kLongestLine, of which nothing is written then,
     /// or when the stream did not take it.
     bool End();
+    bool IsTooLong() const { return m_bTooLong; } ///< why End() was false
 
     /// Can the character stand between fields? A tab or a punctuation mark that no number has.
     static bool IsSeparator(char c);

@@ -95,6 +95,6 @@ private:
     char const* m_pLast = nullptr; ///< the separator before the check sum
 
     std::string m_strText; ///< of a field with escapes
-    std::array<char, 10> m_day = {}; ///< the day read last, "2026-11-16"
-    std::int64_t m_lDaySeconds = 0;
+    std::string m_strDay = "1899-12-30"; ///< the day read last
+    std::int64_t m_lDaySeconds = 0; ///< its midnight
 };

@@ -118,6 +118,12 @@ protected:
         set.Restore(stream, '|', 0, false);
     }
 
+    static void RestoreWorkouts(std::istream& stream)
+    {
+        CDAOWk set;
+        set.Restore(stream, '|', 0, false);
+    }
+
     /// What must never happen: a commit for each table.
     static void RestoreTableByTable(std::istream& stream)
     {
@@ -151,6 +157,24 @@ TEST_F(DataFileCrashTest, ARestoreThatIsKilledLeavesNothing)
     EXPECT_FALSE(after == m_before || after == m_file);
     EXPECT_EQ(Restore(m_setMem, m_strFile, 0, false), kMembers);
     EXPECT_TRUE(Members() == m_file);
+}
+
+TEST_F(DataFileCrashTest, ARestoreOfWorkoutsThatIsKilledLeavesNothing)
+{
+    constexpr int kWorkouts = 3000; // some buffers full
+    for (int i = 0; i < kWorkouts; ++i) {
+        AddWorkout(1 + i % 2 * 2, i);
+    }
+    auto const whole = BackupWorkouts();
+    Run(DataFile::member, "DELETE FROM workouts WHERE id % 3 = 0");
+    auto const before = BackupWorkouts();
+    m_strFile = whole;
+    for (std::size_t const tenths : {3U, 6U, 9U}) {
+        KillInTheMiddle(RestoreWorkouts, m_strFile.size() * tenths / 10);
+        ASSERT_EQ(BackupWorkouts(), before) << tenths;
+    }
+    EXPECT_EQ(Restore(m_setWk, whole), kWorkouts / 3);
+    EXPECT_EQ(LinesOf(BackupWorkouts()), LinesOf(whole));
 }
 
 TEST_F(DataFileCrashTest, AKillAtAnyMomentLeavesNoPartOfAMember)

@@ -15,7 +15,7 @@ protected:
     {
         std::map<std::string, Rows> tables;
         for (auto const* const table : {"members", "profiles", "enrollments", "classes", "messages",
-                 "workouts", "evaluations", "skinfolds", "lifts"}) {
+                 "workouts", "evaluations", "skinfolds", "lifts", "body_compositions"}) {
             tables[table] = Dump(table);
         }
         return tables;
@@ -65,6 +65,9 @@ TEST_F(DataFileFaultTest, AFailingWriteLeavesAllMembersAsTheyWere)
         Run(DataFile::member, "DELETE FROM members WHERE member_id % 2 = 0");
         Run(DataFile::member, "DELETE FROM classes");
         Run(DataFile::member, "UPDATE members SET last_name = 'Changed'");
+        // Some have one another's numbers.
+        Run(DataFile::member, "UPDATE members SET workout_number = workout_number + 1000");
+        Run(DataFile::member, "UPDATE members SET workout_number = 500 + (member_id + 2) % 16");
     });
     EXPECT_TRUE(DumpAll() == whole);
 }
@@ -77,7 +80,15 @@ TEST_F(DataFileFaultTest, AFailingWriteAddsNoEvaluation)
     }
     auto const whole = DumpAll();
     auto const file = BackupEvaluations();
-    RestoreWithFaults(m_setEval, file, 10,
-        [] { Run(DataFile::member, "DELETE FROM evaluations WHERE eval_id % 2 = 0"); });
+    auto const renumber = [](std::string const& number) {
+        Run(DataFile::member, "UPDATE evaluations SET eval_id = -eval_id");
+        Run(DataFile::member, "UPDATE evaluations SET eval_id = " + number);
+    };
+    RestoreWithFaults(m_setEval, file, 10, [&] {
+        Run(DataFile::member, "DELETE FROM evaluations WHERE eval_date % 2 = 0");
+        renumber("eval_date + 1"); // the numbers of those that are gone
+    });
+    EXPECT_EQ(Count("evaluations WHERE eval_id > 20"), 10U);
+    renumber("eval_date");
     EXPECT_TRUE(DumpAll() == whole);
 }

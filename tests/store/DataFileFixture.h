@@ -15,6 +15,7 @@ class CDataFileTest : public CStoreTest
 protected:
     using Fixed = CRandomRows::Fixed;
     using Rows = std::vector<std::string>;
+    static constexpr std::int64_t kTime = 3'900'000'000; ///< in the year 2023
 
     /// Adds a record as another program would, with the fields given and all others at random.
     void Add(CDAOFileSet const& set, Fixed const& fixed)
@@ -92,6 +93,17 @@ protected:
     {
         std::istringstream stream(file);
         return set.Test(stream, '|');
+    }
+
+    /// A line of a file, from 1 on.
+    static std::string Line(std::string const& file, int number)
+    {
+        std::istringstream stream(file);
+        std::string line;
+        for (; number > 0; --number) {
+            std::getline(stream, line);
+        }
+        return line + '\n';
     }
 
     /// All rows of a table without their keys: each with the bytes and types of its cells.

@@ -3,8 +3,10 @@
 #include "store/RecordLine.h"
 #include "store/Text.h"
 
+#include <algorithm>
 #include <limits>
 #include <map>
+#include <numeric>
 #include <random>
 #include <sstream>
 
@@ -63,6 +65,14 @@ public:
     std::int64_t Number(std::int64_t least, std::int64_t most)
     {
         return std::uniform_int_distribution(least, most)(m_random);
+    }
+    /// The numbers from 0 on in any order.
+    std::vector<int> Order(int count)
+    {
+        std::vector<int> order(static_cast<std::size_t>(count));
+        std::iota(order.begin(), order.end(), 0);
+        std::shuffle(order.begin(), order.end(), m_random);
+        return order;
     }
     bool Chance(std::int64_t oneIn) { return Number(1, oneIn) == 1; }
 

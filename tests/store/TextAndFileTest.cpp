@@ -36,13 +36,14 @@ TEST(TextTest, WritesEachFieldInItsOneSpelling)
     writer.Text("");
     writer.Real(49.9);
     writer.Real(1e22);
+    writer.Real(-0.0);
     writer.Mask(0x1F);
     writer.Mask(0);
     writer.Mask(0xFFFFFFFF);
     writer.Date({2026, 11, 16, 18, 5, 9});
     writer.Date({});
     ASSERT_TRUE(writer.End());
-    std::string const fields = "MB1|-1204|Wei\xC3\x9F|\\N||49.9|1e+22|0x1F|0x0|0xFFFFFFFF|"
+    std::string const fields = "MB1|-1204|Wei\xC3\x9F|\\N||49.9|1e+22|0|0x1F|0x0|0xFFFFFFFF|"
                                "2026-11-16T18:05:09||";
     auto const line = stream.str();
     EXPECT_EQ(line.substr(0, fields.size()), fields);

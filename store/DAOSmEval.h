@@ -23,9 +23,9 @@ public:
     /// Selects the evaluations of a member made at that second.
     int FindEvals(std::int32_t memberID, CEFOleDateTime const& when);
     /// A number that no evaluation has, larger than all of theirs and the one given as long as
-    /// there is one; 0 when the file cannot be read. Inside the transaction that adds the evaluation
-    /// it is certain; outside, two programs may get the same one, and the later of them is refused
-    /// when it writes.
+    /// there is one; 0 when the file cannot be read. Inside the transaction that adds the
+    /// evaluation it is certain; outside, two programs may get the same one, and the later of them
+    /// is refused when it writes.
     std::int32_t GenerateIDNum(std::int64_t above = 0);
 
     // The current row.

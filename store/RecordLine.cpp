@@ -64,28 +64,39 @@ std::string_view WriteNull(CText& text, CCell const& cell)
     return cell.type == CCell::null ? std::string_view() : kNoNull;
 }
 
+std::string_view WriteNumber(CText& text, ColumnType type, std::int64_t value)
+{
+    if (!RangeOf(type).Has(value)) {
+        if (type == ColumnType::memberNumber) {
+            return "is out of range";
+        }
+        text.Unfit(value);
+    } else if (type == ColumnType::mask) {
+        text.Mask(static_cast<std::uint32_t>(value));
+    } else {
+        text.Integer(value);
+    }
+    return {};
+}
+
 std::string_view WriteCell(CText& text, ColumnType type, CCell const& cell, CRowView const& row)
 {
     if (cell.type != StoredAs(type)) {
         return "is not of its column's type";
     }
-    if (type == ColumnType::text) {
+    switch (type) {
+    case ColumnType::text:
         text.Text(row.Text(cell));
-    } else if (type == ColumnType::real) {
+        return {};
+    case ColumnType::real:
         text.Real(cell.realValue);
-    } else if (type == ColumnType::date) {
+        return {};
+    case ColumnType::date:
         text.Date(CEFOleDateTime::FromSeconds(cell.integerValue));
-    } else if (!RangeOf(type).Has(cell.integerValue)) {
-        if (type == ColumnType::memberNumber) {
-            return "is out of range";
-        }
-        text.Unfit(cell.integerValue);
-    } else if (type == ColumnType::mask) {
-        text.Mask(static_cast<std::uint32_t>(cell.integerValue));
-    } else {
-        text.Integer(cell.integerValue);
+        return {};
+    default:
+        return WriteNumber(text, type, cell.integerValue);
     }
-    return {};
 }
 
 CDbStatus NotWritten(std::string const& reason)
@@ -203,10 +214,11 @@ CDbStatus CRecordLine::Write(CText& text, CRowView const& row) const
     bool hadRow = true;
     for (auto const& part : m_parts) {
         bool const hasRow = cell->type != CCell::null || &part == &m_parts.front();
+        bool const follows = !part.next || !hasRow || hadRow;
         for (auto const& column : part.columns) {
-            auto const fault = part.next && hasRow && !hadRow ? kNoRowBefore
-                : hasRow ? WriteCell(text, column.type, *cell, row)
-                         : WriteNull(text, *cell);
+            auto const fault = !follows ? kNoRowBefore
+                : hasRow                ? WriteCell(text, column.type, *cell, row)
+                                        : WriteNull(text, *cell);
             if (!fault.empty()) {
                 auto const field = std::to_string(cell - row.Cells() + 2); // the kind is field 1
                 return NotWritten("field " + field + " of " + std::string(m_kind) + ", "

@@ -309,13 +309,13 @@ bool CTextReader::Date(std::int64_t& seconds)
 /// is often the same.
 bool CTextReader::DayOf(std::string_view text, std::int64_t& seconds)
 {
-    if (text != m_strDay) {
+    if (text != std::string_view(m_day.data(), m_day.size())) {
         CEFOleDateTime const day(ReadDigits(text.substr(0, 4)), ReadDigits(text.substr(5, 2)),
             ReadDigits(text.substr(8, 2)));
         if (text[4] != '-' || text[7] != '-' || !day.ChkStatus()) {
             return false;
         }
-        m_strDay = text;
+        std::copy(text.begin(), text.end(), m_day.begin());
         m_lDaySeconds = day.Seconds();
     }
     seconds = m_lDaySeconds;

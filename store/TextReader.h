@@ -95,6 +95,6 @@ private:
     char const* m_pLast = nullptr; ///< the separator before the check sum
 
     std::string m_strText; ///< of a field with escapes
-    std::string m_strDay = "1899-12-30"; ///< the day read last
+    std::array<char, 10> m_day = {'1', '8', '9', '9', '-', '1', '2', '-', '3', '0'}; ///< read last
     std::int64_t m_lDaySeconds = 0; ///< its midnight
 };

@@ -17,8 +17,7 @@ namespace
 using CForm = Ui::MemberProfilePg;
 using CPage = CMemberProfilePg;
 
-constexpr CRange<std::int32_t> kNumbers = {1, 999999999};
-constexpr int kMessageLimit = 200;
+constexpr CRange<std::int32_t> kNumbers = {1, CDAOSmMem::kLargestNumber};
 
 struct CTextField
 {
@@ -75,7 +74,7 @@ CMemberProfilePg::CMemberProfilePg(QWidget* parent)
     for (auto const& text : kTextFields) {
         LimitText(*(m_ui.get()->*text.m_edit), text.m_nLimit);
     }
-    LimitText(*m_ui->messageEdit, kMessageLimit);
+    LimitText(*m_ui->messageEdit, int(CDAOMsg::kLongestMessage));
     CStateAbbrev const states;
     for (int i = 0; i < states.Count(); ++i) {
         m_ui->stateList->addItem(ToQt(states.GetStAbbrev(i)));

@@ -6,13 +6,6 @@
 #include "store/DAOProf.h"
 #include "store/MemberSearchData.h"
 
-namespace
-{
-
-constexpr std::int64_t kLargestNumber = 999'999'999;
-
-} // namespace
-
 CRecordClass const* CDAOMem::GetThisClass()
 {
     static CRecordClass const record = {"CDAOMem", nullptr, DataFile::member, "member_view", true};
@@ -132,7 +125,7 @@ CDAOFileSet::Outcome CDAOMem::RestoreRecord(CRowBlock& record, bool keepExisting
 bool CDAOMem::RestoreRest()
 {
     std::vector<std::int64_t> way;
-    auto parking = kLargestNumber;
+    std::int64_t parking = CDAOSmMem::kLargestNumber;
     while (!m_waiting.empty()) {
         if (way.empty()) {
             way.push_back(m_waiting.begin()->first);

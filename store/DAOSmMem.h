@@ -10,6 +10,9 @@ public:
     static CRecordClass const* GetThisClass();
     CRecordClass const* GetClass() const override { return GetThisClass(); }
 
+    /// Member IDs and workout numbers begin with 1.
+    static constexpr std::int32_t kLargestNumber = 999'999'999;
+
     enum id
     {
         idMember = 0,

@@ -1,6 +1,6 @@
 #include "store/RecordLine.h"
 
-#include "store/DAOEFSet.h"
+#include "store/DAOSmMem.h"
 #include "store/Text.h"
 #include "store/TextReader.h"
 
@@ -38,7 +38,7 @@ constexpr auto kRanges = [] {
     of(ColumnType::byte) = RangeOfType<std::uint8_t>();
     of(ColumnType::int16) = RangeOfType<std::int16_t>();
     of(ColumnType::int32) = RangeOfType<std::int32_t>();
-    of(ColumnType::memberNumber) = {1, 999'999'999}; // the tables hold to it
+    of(ColumnType::memberNumber) = {1, CDAOSmMem::kLargestNumber}; // the tables hold to it
     of(ColumnType::mask) = RangeOfType<std::uint32_t>();
     return ranges;
 }();

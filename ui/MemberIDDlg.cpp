@@ -11,7 +11,7 @@
 namespace
 {
 
-constexpr CRange<std::int32_t> kMemberIDs = {1, 999999999};
+constexpr CRange<std::int32_t> kMemberIDs = {1, CDAOSmMem::kLargestNumber};
 
 } // namespace
 

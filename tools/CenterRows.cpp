@@ -1,5 +1,6 @@
 #include "tools/CenterRows.h"
 
+#include "store/AddRow.h"
 #include "store/DAOBon.h"
 #include "store/DAOCat.h"
 #include "store/DAOCenter.h"
@@ -14,23 +15,14 @@ namespace
 {
 
 template <typename Set, typename Fill>
-CDbStatus AddRow(CDbStatus const& before, Fill const& fill)
+CDbStatus AddNext(CDbStatus const& before, Fill const& fill)
 {
-    if (!before) {
-        return before;
-    }
-    Set set;
-    set.OpenSet(false);
-    if (set.Op(CDAOEFSet::opAddNew)) {
-        fill(set);
-        set.Op(CDAOEFSet::opUpdate);
-    }
-    return set.LastStatus();
+    return before ? AddRow<Set>(fill) : before;
 }
 
 CDbStatus AddCenter(CCenterSettings const& settings)
 {
-    auto status = AddRow<CDAOCenter>({}, [&](CDAOCenter& set) {
+    auto status = AddRow<CDAOCenter>([&](CDAOCenter& set) {
         set.m_strCenterName = settings.name;
         set.m_strAddress1 = settings.address1;
         set.m_strAddress2 = settings.address2;
@@ -43,11 +35,11 @@ CDbStatus AddCenter(CCenterSettings const& settings)
         set.m_nMinMinutes = settings.minMinutes;
         set.m_nMinCircuits = settings.minCircuits;
     });
-    status = AddRow<CDAOTouch>(status, [&](CDAOTouch& set) {
+    status = AddNext<CDAOTouch>(status, [&](CDAOTouch& set) {
         set.m_clrPanel = settings.panelColor;
         set.m_clrFrame = settings.frameColor;
     });
-    return AddRow<CDAODef>(status, [&](CDAODef& set) {
+    return AddNext<CDAODef>(status, [&](CDAODef& set) {
         set.m_nDefGradeStat = settings.gradeStatus;
         set.m_nDefReEvalBonuses = settings.reEvalBonuses;
         set.m_nDefOtherBonuses = settings.otherBonuses;
@@ -58,19 +50,19 @@ CDbStatus AddCenter(CCenterSettings const& settings)
 CDbStatus AddStations(CDbStatus status, CCenterSettings const& settings)
 {
     for (auto const& bonus : settings.bonuses) {
-        status = AddRow<CDAOBon>(status, [&](CDAOBon& set) {
+        status = AddNext<CDAOBon>(status, [&](CDAOBon& set) {
             set.m_strBonusName = bonus.name;
             set.m_nPoints = bonus.points;
         });
     }
     for (auto const& station : settings.stations) {
-        status = AddRow<CDAOStn>(status, [&](CDAOStn& set) {
+        status = AddNext<CDAOStn>(status, [&](CDAOStn& set) {
             set.m_strStnName = station.name;
             set.m_strStnAbbr = station.abbreviation;
         });
     }
     for (auto const& station : settings.liftStations) {
-        status = AddRow<CDAOLiftStn>(status, [&](CDAOLiftStn& set) {
+        status = AddNext<CDAOLiftStn>(status, [&](CDAOLiftStn& set) {
             set.m_strStnName = station.name;
             set.m_dMinLift = station.least;
             set.m_dMaxLift = station.greatest;
@@ -86,18 +78,18 @@ CDbStatus AddCatalogue(CDbStatus status, CCenterSettings const& settings)
     std::int32_t courseID = 0;
     std::int32_t sectionID = 0;
     for (auto const& category : settings.categories) {
-        status = AddRow<CDAOCat>(status, [&](CDAOCat& set) {
+        status = AddNext<CDAOCat>(status, [&](CDAOCat& set) {
             set.m_nCatID = ++categoryID;
             set.m_strCatName = category.name;
         });
         for (auto const& course : category.courses) {
-            status = AddRow<CDAOCour>(status, [&](CDAOCour& set) {
+            status = AddNext<CDAOCour>(status, [&](CDAOCour& set) {
                 set.m_nCourID = ++courseID;
                 set.m_nCourCatID = categoryID;
                 set.m_strCourName = course.name;
             });
             for (auto const& section : course.sections) {
-                status = AddRow<CDAOSec>(status, [&](CDAOSec& set) {
+                status = AddNext<CDAOSec>(status, [&](CDAOSec& set) {
                     set.m_nSecID = ++sectionID;
                     set.m_nSecCourID = courseID;
                     set.m_strSecName = section;

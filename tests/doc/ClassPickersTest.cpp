@@ -1,6 +1,7 @@
 #include "doc/ClassLists.h"
 #include "doc/CorvanaDoc.h"
 #include "platform/qt/DropDown.h"
+#include "store/AddRow.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/MessageRecorder.h"
@@ -70,12 +71,10 @@ void AddMemberOfTwoClasses()
     AddMember(12);
     AddClass(12, 2, "'Staff', 'Wellness', 'Morning'");
     AddClass(12, 4, "'Students', 'PE 101', ''");
-    CDAOWk workout;
-    workout.OpenSet(false);
-    workout.Op(CDAOEFSet::opAddNew);
-    workout.m_lMemberID = 12;
-    workout.m_nClassIndex = 2;
-    QVERIFY(workout.Op(CDAOEFSet::opUpdate));
+    QVERIFY(AddRow<CDAOWk>([](CDAOWk& workout) {
+        workout.m_lMemberID = 12;
+        workout.m_nClassIndex = 2;
+    }).IsOK());
 }
 
 /// The numbers of the member's classes, of workouts of class 2 and of workouts without a class.

@@ -17,17 +17,6 @@ namespace
 class CenterRecordsTest : public CStoreTest
 {
 protected:
-    /// Adds a row whose fields the function sets.
-    template <typename Set, typename Fill>
-    static void Add(Fill const& fill)
-    {
-        Set set;
-        set.OpenSet(false);
-        ASSERT_TRUE(set.Op(CDAOEFSet::opAddNew));
-        fill(set);
-        ASSERT_TRUE(set.Op(CDAOEFSet::opUpdate)) << set.LastStatus().Text();
-    }
-
     static void AddCenter()
     {
         Add<CDAOCenter>([](CDAOCenter& set) { set.m_strCenterName = "Riverside"; });

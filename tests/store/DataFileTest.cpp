@@ -243,11 +243,7 @@ TEST_F(DataFileTest, AMemberThatIsThereIsKeptOrReplacedWhole)
     for (auto const* const table : {"profiles", "enrollments", "classes"}) {
         Run(DataFile::member, std::string("DELETE FROM ") + table);
     }
-    CDAOCls classes;
-    classes.OpenSet(false);
-    classes.Op(CDAOEFSet::opAddNew);
-    classes.m_MemberID = 1;
-    ASSERT_TRUE(classes.Op(CDAOEFSet::opUpdate));
+    ASSERT_TRUE(AddRow<CDAOCls>([](CDAOCls& set) { set.m_MemberID = 1; }));
 
     auto const changed = BackupMembers();
     EXPECT_EQ(Restore(m_setMem, file, 0, true), 0);

@@ -39,30 +39,31 @@ protected:
         Run(DataFile::member, sql.append(")"), values);
     }
 
+    /// Adds a record that its number, in the field given, tells from the others.
+    template <typename Set, typename Number>
+    static void Store(Number Set::*number, CEFOleDateTime Set::*date, Number value,
+        std::int32_t memberID, CEFOleDateTime const& when, std::uint8_t classIndex)
+    {
+        Add<Set>([&](Set& set) {
+            set.*number = value;
+            set.*date = when;
+            set.m_lMemberID = memberID;
+            set.m_nClassIndex = classIndex;
+        });
+    }
+
     static void StoreEvaluation(std::int32_t number, std::int32_t memberID,
         CEFOleDateTime const& date, std::uint8_t classIndex)
     {
-        CDAOSmEval set;
-        set.OpenSet(false);
-        set.Op(CDAOEFSet::opAddNew);
-        set.m_lEvalID = number;
-        set.m_lMemberID = memberID;
-        set.m_dtEvalDate = date;
-        set.m_nClassIndex = classIndex;
-        EXPECT_TRUE(set.Op(CDAOEFSet::opUpdate)) << set.LastStatus().Text();
+        Store(
+            &CDAOSmEval::m_lEvalID, &CDAOSmEval::m_dtEvalDate, number, memberID, date, classIndex);
     }
 
     static void StoreBodyComp(std::uint8_t method, std::int32_t memberID,
         CEFOleDateTime const& date, std::uint8_t classIndex)
     {
-        CDAOBodyComp set;
-        set.OpenSet(false);
-        set.Op(CDAOEFSet::opAddNew);
-        set.m_nMethod = method;
-        set.m_lMemberID = memberID;
-        set.m_dtBodyCompDate = date;
-        set.m_nClassIndex = classIndex;
-        EXPECT_TRUE(set.Op(CDAOEFSet::opUpdate)) << set.LastStatus().Text();
+        Store(&CDAOBodyComp::m_nMethod, &CDAOBodyComp::m_dtBodyCompDate, method, memberID, date,
+            classIndex);
     }
 };
 
@@ -210,35 +211,17 @@ TEST_F(EvaluationTest, LiftsKeepToTheirStations)
     }
 }
 
-TEST_F(EvaluationTest, LevelsAndMethodsHaveTheirTexts)
-{
-    auto const texts = [](auto text, auto last) {
-        std::string all;
-        for (int i = 0; i <= last + 1; ++i) {
-            all.append(text(static_cast<decltype(last)>(i))).append("|");
-        }
-        return all;
-    };
-    EXPECT_EQ(texts(CDAOBodyComp::GetActLevelStr, CDAOBodyComp::alVeryActive),
-        "Sedentary|Lightly Active|Moderately Active|Active|Very Active||");
-    EXPECT_EQ(texts(CDAOBodyComp::GetActLevelStrAbbr, CDAOBodyComp::alVeryActive),
-        "Sed|Light|Mod|Active|VeryAct||");
-    EXPECT_EQ(texts(CDAOBodyComp::GetMethodStr, CDAOBodyComp::mOther),
-        "Body Measurements|Skinfolds|Hydrostatic Weighing|Other||");
-}
-
 TEST_F(EvaluationTest, TwoWritersNeverGetOneNumber)
 {
     auto const write = [](auto const& tell) {
         std::int64_t refused = 0;
         for (int i = 0; i < 100; ++i) {
             CTransaction change(Database(DataFile::member));
-            CDAOSmEval set;
-            set.OpenSet(false);
-            set.Op(CDAOEFSet::opAddNew);
-            set.m_lEvalID = set.GenerateIDNum();
-            set.m_lMemberID = 5;
-            refused += set.Op(CDAOEFSet::opUpdate) && change.Commit() ? 0 : 1;
+            bool const added = AddRow<CDAOSmEval>([](CDAOSmEval& set) {
+                set.m_lEvalID = set.GenerateIDNum();
+                set.m_lMemberID = 5;
+            }).IsOK();
+            refused += added && change.Commit() ? 0 : 1;
         }
         tell(refused);
     };

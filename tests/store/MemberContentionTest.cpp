@@ -27,11 +27,7 @@ protected:
 
     static bool AddWorkout(std::int32_t memberID)
     {
-        CDAOWk set;
-        set.OpenSet(false);
-        set.Op(CDAOEFSet::opAddNew);
-        set.m_lMemberID = memberID;
-        return set.Op(CDAOEFSet::opUpdate);
+        return AddRow<CDAOWk>([&](CDAOWk& set) { set.m_lMemberID = memberID; }).IsOK();
     }
 
     /// Changes the shared members, adds one of its own from this ID on and a workout, over and

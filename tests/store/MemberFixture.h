@@ -41,37 +41,32 @@ protected:
     static void AddWorkout(std::int32_t member, std::uint8_t index,
         CEFOleDateTime const& in = {2026, 11, 16, 9, 0}, bool good = true)
     {
-        CDAOWk set;
-        set.OpenSet(false);
-        set.Op(CDAOEFSet::opAddNew);
-        set.m_lMemberID = member;
-        set.m_nClassIndex = index;
-        set.m_bWorkoutOK = good;
-        set.m_dtCheckIn = in;
-        ASSERT_TRUE(set.Op(CDAOEFSet::opUpdate)) << set.LastStatus().Text();
+        Add<CDAOWk>([&](CDAOWk& set) {
+            set.m_lMemberID = member;
+            set.m_nClassIndex = index;
+            set.m_bWorkoutOK = good;
+            set.m_dtCheckIn = in;
+        });
     }
 
     static void AddBodyComp(std::int32_t member, std::uint8_t index)
     {
-        CDAOBodyComp set;
-        set.OpenSet(false);
-        set.Op(CDAOEFSet::opAddNew);
-        set.m_lMemberID = member;
-        set.m_nClassIndex = index;
-        ASSERT_TRUE(set.Op(CDAOEFSet::opUpdate)) << set.LastStatus().Text();
+        Add<CDAOBodyComp>([&](CDAOBodyComp& set) {
+            set.m_lMemberID = member;
+            set.m_nClassIndex = index;
+        });
     }
 
     static std::int32_t AddEvaluation(std::int32_t member, std::uint8_t index)
     {
-        CDAOSmEval set;
-        set.OpenSet(false);
-        set.Op(CDAOEFSet::opAddNew);
-        set.m_lEvalID = set.GenerateIDNum();
-        set.m_lMemberID = member;
-        set.m_nClassIndex = index;
-        set.m_dtEvalDate = CEFOleDateTime(2026, 11, 16, 9, 0);
-        EXPECT_TRUE(set.Op(CDAOEFSet::opUpdate)) << set.LastStatus().Text();
-        return set.m_lEvalID;
+        std::int32_t number = 0;
+        Add<CDAOSmEval>([&](CDAOSmEval& set) {
+            set.m_lEvalID = number = set.GenerateIDNum();
+            set.m_lMemberID = member;
+            set.m_nClassIndex = index;
+            set.m_dtEvalDate = CEFOleDateTime(2026, 11, 16, 9, 0);
+        });
+        return number;
     }
 
     /// One of each kind.

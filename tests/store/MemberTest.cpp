@@ -189,19 +189,6 @@ TEST_F(MemberTest, FindsWorkoutsByEveryWay)
     EXPECT_EQ(set.CountToday(), 2);
 }
 
-TEST_F(MemberTest, EvaluationNumbersAreNeverTaken)
-{
-    AddMember(1);
-    CDAOSmEval set;
-    EXPECT_EQ(set.GenerateIDNum(), 1);
-    AddEvaluation(1, 1);
-    Run(DataFile::member, "UPDATE evaluations SET eval_id = 2147483647");
-    EXPECT_EQ(AddEvaluation(1, 2), 1) << "a gap below the largest number";
-    EXPECT_EQ(set.FindEvals(CDAOSmEval::idMember, 1), 2);
-    EXPECT_EQ(set.FindEvals(1, std::uint8_t(2)), 1);
-    EXPECT_EQ(set.FindEvals(1, CEFOleDateTime(2026, 11, 16, 9, 0)), 2);
-}
-
 TEST_F(MemberTest, EachCriterionFindsByItsOwnField)
 {
     struct Case

@@ -16,14 +16,11 @@ class RecordSetTest : public CStoreTest
 protected:
     static void AddReport(std::int32_t type, std::string const& category = "")
     {
-        CDAOReport set;
-        set.OpenSet(false);
-        ASSERT_TRUE(set.Op(CDAOEFSet::opAddNew));
-        set.m_nRptType = type;
-        set.m_strRptCategory = category;
-        set.m_dtRptFrom = CEFOleDateTime(2026, 11, 16, 18, 5, 9);
-        ASSERT_TRUE(set.Op(CDAOEFSet::opUpdate)) << set.LastStatus().Text();
-        set.Op(CDAOEFSet::opClose);
+        Add<CDAOReport>([&](CDAOReport& set) {
+            set.m_nRptType = type;
+            set.m_strRptCategory = category;
+            set.m_dtRptFrom = CEFOleDateTime(2026, 11, 16, 18, 5, 9);
+        });
     }
 
     static void DeleteReport(std::int32_t type)

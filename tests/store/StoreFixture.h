@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/AddRow.h"
 #include "store/DatabaseSession.h"
 #include "store/EFOleDateTime.h"
 #include "tests/TempFolder.h"
@@ -31,6 +32,14 @@ protected:
         auto* const database = CDatabaseSession::Get().Open(file, status);
         EXPECT_NE(database, nullptr) << status.Text();
         return *database;
+    }
+
+    /// Adds a row whose fields the function sets.
+    template <typename Set, typename Fill>
+    static void Add(Fill const& fill)
+    {
+        auto const status = AddRow<Set>(fill);
+        EXPECT_TRUE(status) << status.Text();
     }
 
     /// Runs SQL as another record set or program would.

@@ -1,3 +1,4 @@
+#include "store/AddRow.h"
 #include "store/Circuit.h"
 #include "store/DAOCat.h"
 #include "store/DAOCenter.h"
@@ -282,15 +283,14 @@ TEST_F(CorvanaDbTest, CheckNamesTheProgramThatHasAFileOpen)
 TEST_F(CorvanaDbTest, InfoListsQueuedJobsAndNoSecrets)
 {
     MakeCenter();
-    CDAOReport jobs;
     for (int const type : {1, 13, 14}) {
-        jobs.OpenSet(false);
-        ASSERT_TRUE(jobs.Op(CDAOEFSet::opAddNew));
-        jobs.m_nRptType = type;
-        jobs.m_nRptParam = type * 10;
-        jobs.m_dtRptTo = type == 13 ? CEFOleDateTime(2026, 11, 16, 18, 5, 9) : CEFOleDateTime();
-        jobs.m_strRptCourse = type == 13 ? "red \x1B[31m" : "";
-        ASSERT_TRUE(jobs.Op(CDAOEFSet::opUpdate));
+        auto const status = AddRow<CDAOReport>([&](CDAOReport& job) {
+            job.m_nRptType = type;
+            job.m_nRptParam = type * 10;
+            job.m_dtRptTo = type == 13 ? CEFOleDateTime(2026, 11, 16, 18, 5, 9) : CEFOleDateTime();
+            job.m_strRptCourse = type == 13 ? "red \x1B[31m" : "";
+        });
+        ASSERT_TRUE(status) << status.Text();
     }
     auto const info = Run({"info"});
     EXPECT_EQ(info.exitCode, 0) << info.errors;

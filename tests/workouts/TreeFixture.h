@@ -3,6 +3,7 @@
 #include "workouts/MainViewTree.h"
 
 #include "doc/CorvanaDoc.h"
+#include "store/AddRow.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/MessageRecorder.h"
@@ -39,67 +40,59 @@ public:
     }
 };
 
-template <typename Set>
-void Store(Set& set)
+template <typename Set, typename Fill>
+void Store(Fill const& fill)
 {
-    if (!set.Op(CDAOEFSet::opUpdate)) {
-        qFatal("%s", set.LastStatus().Text().c_str());
+    if (auto const status = AddRow<Set>(fill); !status) {
+        qFatal("%s", status.Text().c_str());
     }
 }
 
 inline void StoreMember(std::int32_t memberID, std::string const& last, std::string const& first,
     std::string const& middle = {}, std::uint8_t status = 1)
 {
-    CDAOSmMem set;
-    set.OpenSet(false);
-    set.Op(CDAOEFSet::opAddNew);
-    set.m_MemberID = set.m_WorkoutNum = memberID;
-    set.m_LastName = last;
-    set.m_FirstName = first;
-    set.m_MiddleInit = middle;
-    set.m_Status = status;
-    Store(set);
+    Store<CDAOSmMem>([&](CDAOSmMem& set) {
+        set.m_MemberID = set.m_WorkoutNum = memberID;
+        set.m_LastName = last;
+        set.m_FirstName = first;
+        set.m_MiddleInit = middle;
+        set.m_Status = status;
+    });
 }
 
 inline void StoreWorkout(
     std::int32_t memberID, CEFOleDateTime const& checkIn, int minutes = 0, bool isOK = false)
 {
-    CDAOWk set;
-    set.OpenSet(false);
-    set.Op(CDAOEFSet::opAddNew);
-    set.m_lMemberID = memberID;
-    set.m_dtCheckIn = checkIn;
-    set.m_dtCheckOut = CEFOleDateTime::FromSeconds(checkIn.Seconds() + minutes * 60);
-    set.m_bWorkoutOK = isOK;
-    Store(set);
+    Store<CDAOWk>([&](CDAOWk& set) {
+        set.m_lMemberID = memberID;
+        set.m_dtCheckIn = checkIn;
+        set.m_dtCheckOut = CEFOleDateTime::FromSeconds(checkIn.Seconds() + minutes * 60);
+        set.m_bWorkoutOK = isOK;
+    });
 }
 
 inline void StoreEvaluation(std::int32_t memberID, CEFOleDateTime const& date, double weight = 0.0)
 {
-    CDAOSmEval set;
-    set.OpenSet(false);
-    set.Op(CDAOEFSet::opAddNew);
-    set.m_lEvalID = CDAOSmEval().GenerateIDNum();
-    set.m_lMemberID = memberID;
-    set.m_dtEvalDate = date;
-    set.m_nRestingHR = 62;
-    set.m_nSystolic = 121;
-    set.m_nDiastolic = 79;
-    set.m_dWeight = weight;
-    Store(set);
+    Store<CDAOSmEval>([&](CDAOSmEval& set) {
+        set.m_lEvalID = set.GenerateIDNum();
+        set.m_lMemberID = memberID;
+        set.m_dtEvalDate = date;
+        set.m_nRestingHR = 62;
+        set.m_nSystolic = 121;
+        set.m_nDiastolic = 79;
+        set.m_dWeight = weight;
+    });
 }
 
 inline void StoreBodyComp(
     std::int32_t memberID, CEFOleDateTime const& date, double fat, double weight)
 {
-    CDAOBodyComp set;
-    set.OpenSet(false);
-    set.Op(CDAOEFSet::opAddNew);
-    set.m_lMemberID = memberID;
-    set.m_dtBodyCompDate = date;
-    set.m_dPercentFat = fat;
-    set.m_dWeight = weight;
-    Store(set);
+    Store<CDAOBodyComp>([&](CDAOBodyComp& set) {
+        set.m_lMemberID = memberID;
+        set.m_dtBodyCompDate = date;
+        set.m_dPercentFat = fat;
+        set.m_dWeight = weight;
+    });
 }
 
 inline CEFOleDateTime const kOlder(2025, 12, 31, 8, 0, 0);

@@ -1,8 +1,9 @@
 #include "store/DAOEFSet.h"
 
+#include "platform/db/RoughTime.h"
+
 #include <array>
 #include <cassert>
-#include <ctime>
 #include <limits>
 #include <map>
 
@@ -13,15 +14,6 @@ constexpr std::size_t kFirstBlock = 16;
 constexpr std::size_t kFewRows = 512; // that are worth reading at once
 // A walk that takes its time between rows must not act on what another program changed long ago.
 constexpr auto kBlockAge = std::chrono::seconds(1);
-
-/// The time to some milliseconds, for a tenth of what the exact time costs.
-std::chrono::steady_clock::time_point RoughTime()
-{
-    timespec time = {};
-    ::clock_gettime(CLOCK_MONOTONIC_COARSE, &time);
-    return std::chrono::steady_clock::time_point(
-        std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec));
-}
 
 int ToCount(std::size_t count)
 {

@@ -54,8 +54,8 @@ public:
 
     virtual std::string const& Path() const = 0;
 
-    // Reading. Reports "moved" when the file was renamed or deleted meanwhile; within a transaction
-    // its beginning and its commit report that.
+    // Reading. Reports "moved" within some milliseconds after the file was renamed or deleted;
+    // within a transaction its beginning and its commit report that, and these at once.
 
     /// Reads the keys of a selection in its order: one pass over the index that serves the clause.
     virtual CDbStatus FindKeys(CTableInfo const& table, CSelection const& selection, CKeyset& keys)

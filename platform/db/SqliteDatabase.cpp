@@ -1,5 +1,7 @@
 #include "platform/db/SqliteDatabase.h"
 
+#include "platform/db/RoughTime.h"
+
 #include <cassert>
 #include <cerrno>
 
@@ -119,10 +121,19 @@ CDbStatus CSqliteDatabase::MovedStatus()
     return moved == 0 ? CDbStatus() : Failure(SQLITE_READONLY_DBMOVED);
 }
 
-/// A transaction asks when it begins and before it commits, and needs not ask between.
+/// A transaction asks when it begins and before it commits, and needs not ask between. Elsewhere
+/// one question serves all reads of the same few milliseconds: it takes as long as a look-up.
 CDbStatus CSqliteDatabase::ReadableStatus()
 {
-    return m_nDepth > 0 ? CDbStatus() : MovedStatus();
+    auto const now = RoughTime();
+    if (m_nDepth > 0 || now == m_askedTime) {
+        return {};
+    }
+    auto status = MovedStatus();
+    if (status) {
+        m_askedTime = now;
+    }
+    return status;
 }
 
 CDbStatus CSqliteDatabase::Prepare(std::string const& sql, CStatementPtr& statement)

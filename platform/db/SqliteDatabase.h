@@ -120,6 +120,7 @@ private:
     CRowBlock* m_pTakenRows = nullptr; ///< where the rows of the statement that runs go
     std::vector<std::pair<std::int64_t, std::size_t>> m_order; ///< keys of a block, sorted
     std::size_t m_nNextInOrder = 0;
+    std::chrono::steady_clock::time_point m_askedTime; ///< when the file still had its name
     std::uint32_t m_nTransactions = 0; ///< begun so far
     int m_nDepth = 0; ///< of nested transactions
     CDbStatus m_doom; ///< what failed in the open transaction, which can only roll back then

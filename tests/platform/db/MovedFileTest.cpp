@@ -2,6 +2,7 @@
 #include "tests/platform/db/Families.h"
 #include "tests/platform/db/PeerProcess.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace
@@ -29,18 +30,13 @@ protected:
         return database;
     }
 
+    /// Writes are refused at once, reads some milliseconds later.
     void ExpectAllRefused()
     {
-        CKeyset keys;
-        CRowBlock rows;
         std::int64_t number = 0;
         auto const key = m_keys[0];
         std::vector<DbValue> const values{std::int64_t(7), std::int64_t(3), "note"};
-        std::vector<CDbStatus> const results = {
-            m_database->FindKeys(Families::kFamilies, {"ORDER BY id", {}}, keys),
-            m_database->FindRows(Families::kFamilies, {"ORDER BY id", {}}, keys, rows),
-            m_database->ReadRows(Families::kFamilies, {&key, 1}, rows),
-            m_database->Query("SELECT count(*) FROM families", {}, rows),
+        ExpectMoved({
             m_database->Insert(Families::kFamilies, values, number),
             m_database->Update(Families::kFamilies, key, values, {true, false, false}),
             m_database->Remove(Families::kFamilies, key, number),
@@ -48,12 +44,27 @@ protected:
             m_database->CopyTo(m_strPath + ".copy"),
             m_database->Checkpoint(),
             CTransaction(*m_database).Commit(),
-        };
+        });
+        CKeyset keys;
+        CRowBlock rows;
+        auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(1);
+        while (m_database->ReadRows(Families::kFamilies, {&key, 1}, rows)
+            && std::chrono::steady_clock::now() < deadline) { }
+        ExpectMoved({
+            m_database->FindKeys(Families::kFamilies, {"ORDER BY id", {}}, keys),
+            m_database->FindRows(Families::kFamilies, {"ORDER BY id", {}}, keys, rows),
+            m_database->ReadRows(Families::kFamilies, {&key, 1}, rows),
+            m_database->Query("SELECT count(*) FROM families", {}, rows),
+        });
+        EXPECT_FALSE(fs::exists(m_strPath + ".copy"));
+    }
+
+    void ExpectMoved(std::vector<CDbStatus> const& results)
+    {
         for (std::size_t i = 0; i < results.size(); ++i) {
             EXPECT_EQ(results[i].Error(), DbError::moved) << i << results[i].Text();
             EXPECT_NE(results[i].Text().find(m_strPath), std::string::npos) << i;
         }
-        EXPECT_FALSE(fs::exists(m_strPath + ".copy"));
     }
 
     CTempFolder m_temporary;

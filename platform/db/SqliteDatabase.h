@@ -97,6 +97,9 @@ private:
         sqlite3_stmt*& statement);
     CDbStatus RunControl(CStatementPtr& statement, char const* sql);
     TableStatements& StatementsOf(CTableInfo const& table);
+    template <typename Take>
+    CDbStatus RunSelect(CStatementCache& cache, std::string_view clause, std::string_view head,
+        std::span<DbValue const> values, Take const& take);
     CDbStatus BindKeys(TableStatements& statements, std::span<std::int64_t const> keys,
         bool ascending, sqlite3_stmt*& statement);
     void TakeRow(std::span<sqlite3_value*> values);

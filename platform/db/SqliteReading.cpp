@@ -35,28 +35,36 @@ void AddRow(sqlite3_stmt* statement, int first, CRowBlock& rows)
 
 } // namespace
 
+/// Runs a SELECT, kept in the cache under its clause, and calls what takes each of its rows.
+template <typename Take>
+CDbStatus CSqliteDatabase::RunSelect(CStatementCache& cache, std::string_view clause,
+    std::string_view head, std::span<DbValue const> values, Take const& take)
+{
+    if (auto status = ReadableStatus(); !status) {
+        return status;
+    }
+    sqlite3_stmt* statement = nullptr;
+    if (auto status = Prepared(cache, clause, head, statement); !status) {
+        return status;
+    }
+    CStatementReset const reset(statement);
+    int code = BindValues(statement, values);
+    if (code == SQLITE_OK) {
+        // Not by take_row: where rows are sorted, it is called before that.
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            take(statement);
+        }
+    }
+    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+}
+
 CDbStatus CSqliteDatabase::FindKeys(
     CTableInfo const& table, CSelection const& selection, CKeyset& keys)
 {
     keys.Clear();
-    if (auto status = ReadableStatus(); !status) {
-        return status;
-    }
-    auto& statements = StatementsOf(table);
-    sqlite3_stmt* statement = nullptr;
-    if (auto status = Prepared(
-            statements.keyFinds, selection.clause, "SELECT id FROM " + table.name + " ", statement);
-        !status) {
-        return status;
-    }
-    CStatementReset const reset(statement);
-    int code = BindValues(statement, selection.values);
-    if (code == SQLITE_OK) {
-        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-            keys.Add(sqlite3_column_int64(statement, 0));
-        }
-    }
-    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+    return RunSelect(StatementsOf(table).keyFinds, selection.clause,
+        "SELECT id FROM " + table.name + " ", selection.values,
+        [&](sqlite3_stmt* statement) { keys.Add(sqlite3_column_int64(statement, 0)); });
 }
 
 CDbStatus CSqliteDatabase::FindRows(
@@ -64,25 +72,12 @@ CDbStatus CSqliteDatabase::FindRows(
 {
     keys.Clear();
     rows.Reset(table.columns.size(), 0);
-    if (auto status = ReadableStatus(); !status) {
-        return status;
-    }
     auto& statements = StatementsOf(table);
-    sqlite3_stmt* statement = nullptr;
-    if (auto status = Prepared(statements.finds, selection.clause, statements.select, statement);
-        !status) {
-        return status;
-    }
-    CStatementReset const reset(statement);
-    int code = BindValues(statement, selection.values);
-    if (code == SQLITE_OK) {
-        // Not by take_row: where rows are sorted, it is called before that.
-        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+    return RunSelect(statements.finds, selection.clause, statements.select, selection.values,
+        [&](sqlite3_stmt* statement) {
             keys.Add(sqlite3_column_int64(statement, 0));
             AddRow(statement, 1, rows);
-        }
-    }
-    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+        });
 }
 
 CDbStatus CSqliteDatabase::ReadRows(
@@ -172,20 +167,10 @@ CDbStatus CSqliteDatabase::Query(
     std::string_view sql, std::span<DbValue const> values, CRowBlock& rows)
 {
     rows.Reset(0, 0);
-    if (auto status = ReadableStatus(); !status) {
-        return status;
-    }
-    sqlite3_stmt* statement = nullptr;
-    if (auto status = Prepared(m_queries, sql, {}, statement); !status) {
-        return status;
-    }
-    CStatementReset const reset(statement);
-    rows.Reset(static_cast<std::size_t>(sqlite3_column_count(statement)), 0);
-    int code = BindValues(statement, values);
-    if (code == SQLITE_OK) {
-        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-            AddRow(statement, 0, rows);
+    return RunSelect(m_queries, sql, {}, values, [&](sqlite3_stmt* statement) {
+        if (rows.Rows() == 0) {
+            rows.Reset(static_cast<std::size_t>(sqlite3_column_count(statement)), 0);
         }
-    }
-    return code == SQLITE_DONE ? CDbStatus() : Failure(code);
+        AddRow(statement, 0, rows);
+    });
 }

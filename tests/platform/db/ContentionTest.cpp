@@ -17,10 +17,11 @@ class ContentionTest : public testing::Test
 protected:
     void SetUp() override { ASSERT_TRUE(CreateDatabase(m_strPath, Families::Schema())); }
 
-    std::unique_ptr<CDatabase> Open() const
+    std::unique_ptr<CDatabase> Open() const { return Open(m_strPath); }
+    static std::unique_ptr<CDatabase> Open(std::string const& path)
     {
         std::unique_ptr<CDatabase> database;
-        auto const status = OpenDatabase(m_strPath, Families::Schema(), database);
+        auto const status = OpenDatabase(path, Families::Schema(), database);
         EXPECT_TRUE(status) << status.Text();
         return database;
     }
@@ -72,6 +73,26 @@ TEST_F(ContentionTest, TwoWritersAndAReaderNeverFailAndTheLogStaysShort)
     auto const database = Open();
     EXPECT_EQ(Families::Count(*database), saves);
     EXPECT_EQ(Families::Partial(*database), 0);
+}
+
+TEST_F(ContentionTest, AWriterThatWaitsInVainIsToldAndCanTryAgain)
+{
+    auto const wait = [this](std::string const& task) {
+        auto const path = m_strPath + "." + task.substr(0, 1);
+        EXPECT_TRUE(CreateDatabase(path, Families::Schema()));
+        auto const database = Open(path);
+        EXPECT_TRUE(Families::Save(*database, 1));
+        CPeer holding({task, path});
+        EXPECT_EQ(holding.Line(), "ready") << task;
+        EXPECT_EQ(Families::Save(*database, 2).Error(), DbError::busy) << task;
+        EXPECT_EQ(Families::Count(*database), 1) << task;
+        holding.Kill();
+        EXPECT_TRUE(Families::Save(*database, 3)) << task;
+        EXPECT_EQ(Families::Count(*database), 2) << task;
+    };
+    std::thread other([&] { wait("foreign write"); });
+    wait("write");
+    other.join();
 }
 
 TEST_F(ContentionTest, NoCheckpointRunsWhileACommitDoes)

@@ -63,16 +63,16 @@ void Nobody(Arguments const& arguments)
     Idle(arguments);
 }
 
-void HoldRead(Arguments const& arguments)
+/// Holds what a statement begins, as a program does that knows nothing of our locks.
+void HoldStatement(Arguments const& arguments, char const* sql)
 {
     auto const database = Open(arguments[0]);
-    sqlite3* reader = nullptr;
-    sqlite3_open_v2(arguments[0].c_str(), &reader, SQLITE_OPEN_READWRITE, nullptr);
-    auto const begun
-        = sqlite3_exec(reader, "BEGIN; SELECT count(*) FROM families;", nullptr, nullptr, nullptr);
+    sqlite3* connection = nullptr;
+    sqlite3_open_v2(arguments[0].c_str(), &connection, SQLITE_OPEN_READWRITE, nullptr);
+    auto const begun = sqlite3_exec(connection, sql, nullptr, nullptr, nullptr);
     Say(begun == SQLITE_OK ? "ready" : "failed");
     WaitForEnd();
-    sqlite3_close(reader);
+    sqlite3_close(connection);
 }
 
 void HoldWrite(Arguments const& arguments)
@@ -227,8 +227,9 @@ int main(int argc, char** argv)
     std::map<std::string, std::function<void(Arguments const&)>> const tasks = {
         {"idle", Idle},
         {"nobody", Nobody},
-        {"read", HoldRead},
+        {"read", [](auto const& a) { HoldStatement(a, "BEGIN; SELECT count(*) FROM families"); }},
         {"write", HoldWrite},
+        {"foreign write", [](auto const& a) { HoldStatement(a, "BEGIN IMMEDIATE"); }},
         {"exclusive", HoldExclusively},
         {"commit byte", HoldCommit},
         {"checkpoint byte", HoldCheckpoint},

@@ -369,7 +369,7 @@ void CMemberEditor::TakeEnrollment()
     SetFlag(enrollment.m_Incentive, page.m_bIncentive);
 }
 
-bool CMemberEditor::WriteClasses()
+bool CMemberEditor::WriteClasses() const
 {
     auto const& slots = m_pages.m_enroll.m_lstSlots;
     return UpdateClasses(m_pages.m_profile.m_lMemberID, slots[0], slots[1], slots[2]);

@@ -84,7 +84,7 @@ private:
     void TakeSummary();
     void TakeProfile();
     void TakeEnrollment();
-    bool WriteClasses();
+    bool WriteClasses() const;
     bool Fail(CDbStatus const& status);
 
     CCorvanaDoc& m_doc;

@@ -57,7 +57,7 @@ private:
     struct CWaiting
     {
         CRowBlock record;
-        bool isThere; ///< to be replaced
+        bool isThere = false; ///< to be replaced
         bool isMet = false; ///< while those in its way are stored
     };
 

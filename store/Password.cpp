@@ -1,8 +1,8 @@
 #include "store/Password.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <memory>
 #include <sodium.h>
 #include <utf8proc.h>
 
@@ -13,50 +13,55 @@ namespace
 constexpr unsigned long long kPasses = 3;
 constexpr std::size_t kMemory = 64UL * 1024 * 1024;
 
-struct Free
+/// A password in composed form (NFC), so that the keyboard used does not matter. It is wiped out of
+/// memory when it goes.
+class CSecret
 {
-    void operator()(utf8proc_uint8_t* text) const { std::free(text); }
+public:
+    explicit CSecret(std::string_view text)
+    {
+        if (text.size() <= kMostPasswordBytes) {
+            m_nSize = utf8proc_map(reinterpret_cast<utf8proc_uint8_t const*>(text.data()),
+                static_cast<utf8proc_ssize_t>(text.size()), &m_pText,
+                static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE));
+        }
+    }
+    ~CSecret()
+    {
+        if (IsValid()) {
+            sodium_memzero(m_pText, Size());
+            std::free(
+                m_pText); // NOLINT(cppcoreguidelines-no-malloc): the library took it like that
+        }
+    }
+    CSecret(CSecret const&) = delete;
+    CSecret& operator=(CSecret const&) = delete;
+
+    /// False for a text that is too long or no UTF-8.
+    bool IsValid() const { return m_nSize >= 0; }
+    char const* Text() const { return reinterpret_cast<char const*>(m_pText); }
+    std::size_t Size() const { return static_cast<std::size_t>(m_nSize); }
+    std::size_t Characters() const
+    {
+        return static_cast<std::size_t>(std::count_if(m_pText, m_pText + Size(),
+            [](utf8proc_uint8_t byte) { return (byte & 0xC0U) != 0x80U; }));
+    }
+
+private:
+    utf8proc_uint8_t* m_pText = nullptr;
+    utf8proc_ssize_t m_nSize = -1;
 };
-
-/// Composed form (NFC), so that the keyboard used does not matter.
-std::optional<std::string> Normalised(std::string_view text)
-{
-    if (text.size() > kMostPasswordBytes) {
-        return std::nullopt;
-    }
-    utf8proc_uint8_t* raw = nullptr;
-    auto const length = utf8proc_map(reinterpret_cast<utf8proc_uint8_t const*>(text.data()),
-        static_cast<utf8proc_ssize_t>(text.size()), &raw,
-        static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE));
-    std::unique_ptr<utf8proc_uint8_t, Free> const mapped(raw);
-    if (length < 0) {
-        return std::nullopt;
-    }
-    return std::string(reinterpret_cast<char const*>(raw), static_cast<std::size_t>(length));
-}
-
-std::size_t CountCharacters(std::string_view text)
-{
-    std::size_t count = 0;
-    for (char const c : text) {
-        count += (static_cast<unsigned char>(c) & 0xC0U) != 0x80U ? 1 : 0;
-    }
-    return count;
-}
 
 } // namespace
 
 std::optional<std::string> HashPassword(std::string_view text)
 {
-    auto normal = Normalised(text);
-    if (!normal || CountCharacters(*normal) < kLeastPasswordCharacters || sodium_init() < 0) {
+    CSecret const secret(text);
+    if (!secret.IsValid() || secret.Characters() < kLeastPasswordCharacters || sodium_init() < 0) {
         return std::nullopt;
     }
     std::array<char, crypto_pwhash_STRBYTES> hash = {};
-    int const failed
-        = crypto_pwhash_str(hash.data(), normal->data(), normal->size(), kPasses, kMemory);
-    sodium_memzero(normal->data(), normal->size());
-    if (failed != 0) {
+    if (crypto_pwhash_str(hash.data(), secret.Text(), secret.Size(), kPasses, kMemory) != 0) {
         return std::nullopt;
     }
     return std::string(hash.data());
@@ -64,11 +69,7 @@ std::optional<std::string> HashPassword(std::string_view text)
 
 bool VerifyPasswordHash(std::string const& hash, std::string_view text)
 {
-    auto normal = Normalised(text);
-    if (!normal || hash.size() >= crypto_pwhash_STRBYTES || sodium_init() < 0) {
-        return false;
-    }
-    bool const right = crypto_pwhash_str_verify(hash.c_str(), normal->data(), normal->size()) == 0;
-    sodium_memzero(normal->data(), normal->size());
-    return right;
+    CSecret const secret(text);
+    return secret.IsValid() && hash.size() < crypto_pwhash_STRBYTES && sodium_init() >= 0
+        && crypto_pwhash_str_verify(hash.c_str(), secret.Text(), secret.Size()) == 0;
 }

@@ -14,12 +14,12 @@
 namespace
 {
 
-constexpr off_t kMostBytes = 1024 * 1024;
+constexpr off_t kMostBytes = 1'048'576;
 constexpr std::size_t kMostLetters = 80;
 constexpr std::size_t kMostNameLetters = 40;
 constexpr std::size_t kMostAbbreviationLetters = 8;
 constexpr std::size_t kMostTables = 1000;
-constexpr std::int64_t kMostMinutes = 24 * 60;
+constexpr std::int64_t kMostMinutes = 1'440; // a day
 constexpr std::int64_t kMostCircuits = 5; // of a workout record
 constexpr double kMostPounds = 9999.0;
 

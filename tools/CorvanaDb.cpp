@@ -207,6 +207,7 @@ int Main(int argc, char** argv)
 
 } // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): only where there is no memory left
 int main(int argc, char** argv)
 {
     ProtectProcess();

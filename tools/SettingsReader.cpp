@@ -3,6 +3,7 @@
 #include "tools/Printable.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -23,8 +24,8 @@ std::string Quoted(std::string_view key)
 /// Without the zeros that std::to_string adds.
 std::string Number(double value)
 {
-    char digits[32] = {};
-    return {digits, std::to_chars(digits, digits + sizeof digits, value).ptr};
+    std::array<char, 32> digits = {};
+    return {digits.data(), std::to_chars(digits.begin(), digits.end(), value).ptr};
 }
 
 } // namespace

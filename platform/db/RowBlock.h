@@ -8,6 +8,7 @@
 #include <vector>
 
 /// One cell of a row as it was read: its storage type and its value.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): of a union one member is initialised
 struct CCell
 {
     enum Type : std::uint8_t

@@ -58,9 +58,9 @@ CDbStatus SqliteFailure(sqlite3* connection, int code, std::string const& path)
 }
 
 CSqliteDatabase::CSqliteDatabase(
-    std::string path, CSchema const& schema, CFileUse use, CConnectionPtr connection)
+    std::string path, CSchema schema, CFileUse use, CConnectionPtr connection)
     : m_strPath(std::move(path))
-    , m_schema(schema)
+    , m_schema(std::move(schema))
     , m_use(std::move(use))
     , m_connection(std::move(connection))
     , m_nNextCheckpoint(kLogPages)

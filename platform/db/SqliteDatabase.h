@@ -21,8 +21,7 @@ using CConnectionPtr = std::unique_ptr<sqlite3, CConnectionDeleter>;
 class CSqliteDatabase final : public CDatabase
 {
 public:
-    CSqliteDatabase(
-        std::string path, CSchema const& schema, CFileUse use, CConnectionPtr connection);
+    CSqliteDatabase(std::string path, CSchema schema, CFileUse use, CConnectionPtr connection);
     ~CSqliteDatabase() override;
 
     std::string const& Path() const override { return m_strPath; }

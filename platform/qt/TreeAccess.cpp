@@ -6,6 +6,8 @@
 #include <QHash>
 #include <QPointer>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -18,9 +20,9 @@ class CNodeAccess : public QAccessibleInterface,
                     public QAccessibleTableCellInterface
 {
 public:
-    CNodeAccess(CTreeView& tree, QPersistentModelIndex const& node)
+    CNodeAccess(CTreeView& tree, QPersistentModelIndex node)
         : m_tree(&tree)
-        , m_node(node)
+        , m_node(std::move(node))
     {
     }
 
@@ -291,7 +293,7 @@ void TellOpen(CTreeView& tree, QModelIndex const& node, bool open)
     int const row = QAccessible::isActive() ? tree.RowOf(node) : -1;
     if (row >= 0) {
         QAccessible::State changed;
-        (open ? changed.expanded : changed.collapsed) = true;
+        (open ? changed.expanded : changed.collapsed) = 1;
         QAccessibleStateChangeEvent event(&tree, changed);
         event.setChild(row);
         QAccessible::updateAccessibility(&event);

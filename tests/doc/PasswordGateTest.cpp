@@ -52,8 +52,8 @@ void PasswordGateTest::opensForTheRightPasswordAlone()
     {
         QList<CDialogUser::Step> steps;
         QList<bool> retries;
-        qsizetype messages;
-        bool opens;
+        qsizetype messages = 0;
+        bool opens = false;
     };
     for (auto const& [steps, retries, count, opens] : {
              Case{{Enter(u"Open sesame"_s)}, {}, 0, true},
@@ -74,7 +74,7 @@ void PasswordGateTest::opensForTheRightPasswordAlone()
             QVERIFY(message.m_icon == CMessageIcon::none);
         }
     }
-    m_centre.Run("UPDATE center SET password_hash = 'damaged'");
+    CTestCentre::Run("UPDATE center SET password_hash = 'damaged'");
     CMessageRecorder const messages;
     CDialogUser const user({Enter(u"Open sesame"_s)});
     QVERIFY(!doc.VerifyPassword());

@@ -92,7 +92,7 @@ TEST_F(CenterRecordsTest, WorkoutMustMeetBothMinimums)
 {
     CDAOCenter center;
     CEFOleDateTime const in(2026, 11, 16, 10, 0);
-    auto const verify = [&](int circuits, int minutes) {
+    auto const verify = [&](int circuits, std::int64_t minutes) {
         return center.VerifyWk(
             circuits, in, CEFOleDateTime::FromSeconds(in.Seconds() + minutes * 60));
     };

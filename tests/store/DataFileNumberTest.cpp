@@ -1,6 +1,7 @@
 #include "tests/store/DataFileFixture.h"
 
 #include <limits>
+#include <map>
 #include <set>
 
 namespace
@@ -10,6 +11,20 @@ namespace
 class DataFileNumberTest : public CDataFileTest
 {
 };
+
+/// Who of members 1 to 5 is replaced when the file gives each the number 500 more than his ID:
+/// whose number stays with a member that is not replaced is not replaced either.
+std::set<std::int64_t> Replaced(std::map<std::int64_t, std::int64_t> const& numbersThere)
+{
+    std::set<std::int64_t> replaced = {1, 2, 3, 4, 5};
+    for (bool done = false; !done;) {
+        done = true;
+        for (auto const& [id, number] : numbersThere) {
+            done = done && (replaced.contains(id) || replaced.erase(number - 500) == 0);
+        }
+    }
+    return replaced;
+}
 
 } // namespace
 
@@ -63,14 +78,7 @@ TEST_F(DataFileNumberTest, OnlyANumberThatStaysWithAnotherMemberKeepsAMemberOut)
                 numbers[id] = number;
             }
         }
-        // Whose number stays with a member that is not replaced is not replaced either.
-        std::set<std::int64_t> replaced = {1, 2, 3, 4, 5};
-        for (bool done = false; !done;) {
-            done = true;
-            for (auto const& [id, number] : numbers) {
-                done = done && (replaced.contains(id) || replaced.erase(number - 500) == 0);
-            }
-        }
+        auto const replaced = Replaced(numbers);
         std::string lines;
         for (int const line : m_rows.Order(5)) {
             lines += Line(file, line + 1);

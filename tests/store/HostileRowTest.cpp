@@ -151,7 +151,8 @@ protected:
         for (auto const& [column, type] : Columns(table)) {
             if (column != without) {
                 sql += sql.empty() ? "SELECT " : " || ',' || ";
-                sql += "typeof(" + column + ") || quote(CAST(" + column + " AS BLOB))";
+                sql.append("typeof(").append(column).append(") || quote(CAST(").append(column);
+                sql.append(" AS BLOB))");
             }
         }
         CRowBlock rows;

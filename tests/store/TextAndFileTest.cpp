@@ -4,6 +4,8 @@
 #include "store/Text.h"
 #include "tests/TempFolder.h"
 
+#include <array>
+#include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -47,9 +49,9 @@ TEST(TextTest, WritesEachFieldInItsOneSpelling)
                                "2026-11-16T18:05:09||";
     auto const line = stream.str();
     EXPECT_EQ(line.substr(0, fields.size()), fields);
-    char crc[9] = {};
-    std::snprintf(crc, sizeof crc, "%08X", Crc32C(fields));
-    EXPECT_EQ(line.substr(fields.size()), std::string(crc) + "\n");
+    std::array<char, 10> crc = {};
+    std::snprintf(crc.data(), crc.size(), "%08X\n", Crc32C(fields));
+    EXPECT_EQ(line.substr(fields.size()), crc.data());
 }
 
 TEST(TextTest, KeepsSeparatorsAndControlBytesOutOfALine)

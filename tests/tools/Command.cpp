@@ -1,5 +1,6 @@
 #include "tests/tools/Command.h"
 
+#include <algorithm>
 #include <array>
 #include <fcntl.h>
 #include <poll.h>
@@ -14,11 +15,9 @@ constexpr int kPatience = 30000; // milliseconds
 
 [[noreturn]] void Execute(std::vector<std::string> arguments)
 {
-    std::vector<char*> pointers;
-    for (auto& argument : arguments) {
-        pointers.push_back(argument.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers(arguments.size() + 1); // the last one stays null
+    std::ranges::transform(
+        arguments, pointers.begin(), [](auto& argument) { return argument.data(); });
     ::execvp(pointers[0], pointers.data());
     ::_exit(127);
 }
@@ -51,9 +50,9 @@ bool EndsWithQuestion(std::string const& text)
 
 CCommandResult RunCommand(std::vector<std::string> const& arguments)
 {
-    int out[2] = {};
-    int err[2] = {};
-    if (::pipe2(out, O_CLOEXEC) != 0 || ::pipe2(err, O_CLOEXEC) != 0) {
+    std::array<int, 2> out = {};
+    std::array<int, 2> err = {};
+    if (::pipe2(out.data(), O_CLOEXEC) != 0 || ::pipe2(err.data(), O_CLOEXEC) != 0) {
         return {};
     }
     pid_t const process = ::fork();
@@ -84,7 +83,7 @@ CCommandResult RunCommand(std::vector<std::string> const& arguments)
 
 bool HasTerminals()
 {
-    int ends[2] = {-1, -1};
+    std::array<int, 2> ends = {-1, -1};
     bool const made = ::openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr) == 0;
     if (made) {
         ::close(ends[0]);

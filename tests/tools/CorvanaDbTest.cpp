@@ -303,7 +303,7 @@ Queued report jobs: 3
     EXPECT_TRUE(info.output.ends_with(expected)) << info.output;
     EXPECT_NE(info.output.find("sections: 2 rows"), std::string::npos) << info.output;
     EXPECT_EQ(info.output.find("argon2"), std::string::npos);
-    auto const unheard = Run({"info"}, {"sh", "-c", "exec \"$0\" \"$@\" >/dev/full"});
+    auto const unheard = Run({"info"}, {"sh", "-c", R"(exec "$0" "$@" >/dev/full)"});
     EXPECT_EQ(unheard.exitCode, 1) << "an output that was lost is no success";
 }
 

@@ -13,7 +13,9 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

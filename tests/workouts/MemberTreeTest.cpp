@@ -186,7 +186,7 @@ void MemberTreeTest::refreshReloadsTheBranchOfItsKind()
         QString open;
         open += m_tree->IsExpanded(Node(workouts)) ? u"W"_s : QString();
         open += m_tree->IsExpanded(Node(evaluations)) ? u"E"_s : QString();
-        return u"%1 %2 %3 %4"_s.arg(known)
+        return u"%1 %2 %3 %4"_s.arg(known ? 1 : 0)
             .arg(open)
             .arg(Children(workouts).size())
             .arg(Children(evaluations).size());
@@ -303,6 +303,7 @@ void MemberTreeTest::bearsHostileRows()
     using namespace std::string_literals;
     StoreMember(1, std::string(20'000, 'W'), "");
     StoreMember(2, "a\0b"s, "c\nd");
+    // NOLINTNEXTLINE(misc-misleading-bidirectional): it is to mislead
     StoreMember(3, "\xD7\x9B\xD7\x94\xD7\x9F\xE2\x80\xAE", "\xD7\x93"); // right to left
     StoreMember(4, "<b>x</b>", "\xFF\xFE");
     StoreMember(999'999'999, "", "");

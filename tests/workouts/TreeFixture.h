@@ -60,8 +60,8 @@ inline void StoreMember(std::int32_t memberID, std::string const& last, std::str
     });
 }
 
-inline void StoreWorkout(
-    std::int32_t memberID, CEFOleDateTime const& checkIn, int minutes = 0, bool isOK = false)
+inline void StoreWorkout(std::int32_t memberID, CEFOleDateTime const& checkIn,
+    std::int64_t minutes = 0, bool isOK = false)
 {
     Store<CDAOWk>([&](CDAOWk& set) {
         set.m_lMemberID = memberID;

@@ -2,6 +2,7 @@
 #include "tests/platform/db/Families.h"
 #include "tests/platform/db/PeerProcess.h"
 
+#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <iterator>

@@ -16,9 +16,9 @@ constexpr std::int64_t kFamiliesBefore = 4;
 CSchema NextSchema()
 {
     auto schema = Families::Schema();
-    schema.steps.push_back("ALTER TABLE families ADD COLUMN city TEXT NOT NULL DEFAULT '';"
-                           "UPDATE families SET city = note;"
-                           "CREATE INDEX families_city ON families (city);");
+    schema.steps.emplace_back("ALTER TABLE families ADD COLUMN city TEXT NOT NULL DEFAULT '';"
+                              "UPDATE families SET city = note;"
+                              "CREATE INDEX families_city ON families (city);");
     return schema;
 }
 

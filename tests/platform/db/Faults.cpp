@@ -68,6 +68,7 @@ bool Faults::KeptFromWriting()
     return g_bKeptFromWriting;
 }
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): theirs are reserved
 extern "C" {
 
 ssize_t pwrite64(int file, void const* bytes, size_t size, off64_t offset)
@@ -119,3 +120,4 @@ int unlink(char const* path) noexcept
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

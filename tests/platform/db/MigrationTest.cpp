@@ -2,6 +2,7 @@
 #include "tests/platform/db/Families.h"
 #include "tests/platform/db/PeerProcess.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 
@@ -15,8 +16,8 @@ namespace fs = std::filesystem;
 CSchema ThirdSchema()
 {
     auto schema = Families::Schema();
-    schema.steps.push_back("ALTER TABLE families ADD COLUMN city TEXT NOT NULL DEFAULT 'Bern'");
-    schema.steps.push_back(
+    schema.steps.emplace_back("ALTER TABLE families ADD COLUMN city TEXT NOT NULL DEFAULT 'Bern'");
+    schema.steps.emplace_back(
         "CREATE TABLE families_new (id INTEGER PRIMARY KEY AUTOINCREMENT, number INTEGER NOT NULL "
         "UNIQUE CHECK (number > 0), children INTEGER NOT NULL, note TEXT NOT NULL, "
         "city TEXT NOT NULL);"
@@ -89,10 +90,10 @@ TEST_F(MigrationTest, AStepThatFailsLeavesTheOldVersion)
     auto wrong = ThirdSchema();
     auto orphaning = ThirdSchema();
     auto breaking = ThirdSchema();
-    wrong.steps.push_back(
+    wrong.steps.emplace_back(
         "CREATE TABLE half (id INTEGER PRIMARY KEY); SELECT nothing FROM nowhere");
-    orphaning.steps.push_back("DELETE FROM families WHERE number = 2");
-    breaking.steps.push_back("UPDATE families SET number = 7");
+    orphaning.steps.emplace_back("DELETE FROM families WHERE number = 2");
+    breaking.steps.emplace_back("UPDATE families SET number = 7");
     for (auto const& schema : {wrong, orphaning, breaking}) {
         std::unique_ptr<CDatabase> database;
         auto const status = OpenDatabase(m_strPath, schema, database);

@@ -27,7 +27,7 @@ using Arguments = std::vector<std::string>;
 void Say(std::string const& line)
 {
     auto const text = line + "\n";
-    static_cast<void>(!::write(STDOUT_FILENO, text.data(), text.size()));
+    [[maybe_unused]] auto const written = ::write(STDOUT_FILENO, text.data(), text.size());
 }
 
 void WaitForEnd()
@@ -193,13 +193,13 @@ void Hammer(Arguments const& arguments)
             ++wrong;
             continue;
         }
-        wrong += holders->exclusive != 0;
+        wrong += holders->exclusive != 0 ? 1 : 0;
         ++holders->shared;
         if (use.TryExclusive()) {
             ++alone;
-            wrong += ++holders->exclusive != 1 || holders->shared != 1;
+            wrong += ++holders->exclusive != 1 || holders->shared != 1 ? 1 : 0;
             std::this_thread::yield();
-            wrong += holders->exclusive-- != 1 || holders->shared != 1;
+            wrong += holders->exclusive-- != 1 || holders->shared != 1 ? 1 : 0;
             use.BackToShared();
         }
         --holders->shared;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdio>
@@ -26,11 +27,9 @@ public:
         auto const program
             = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "DbPeer";
         arguments.insert(arguments.begin(), program);
-        std::vector<char*> pointers;
-        for (auto& argument : arguments) {
-            pointers.push_back(argument.data());
-        }
-        pointers.push_back(nullptr);
+        std::vector<char*> pointers(arguments.size() + 1); // the last one stays null
+        std::ranges::transform(
+            arguments, pointers.begin(), [](auto& argument) { return argument.data(); });
         m_nPid = ::fork();
         if (m_nPid == 0) {
             ::dup2(input[0], STDIN_FILENO);

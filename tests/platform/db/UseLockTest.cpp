@@ -3,6 +3,7 @@
 #include "tests/platform/db/Families.h"
 #include "tests/platform/db/PeerProcess.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
 

@@ -145,7 +145,7 @@ int main()
     // The socket is closed by now, so that nobody takes a program that is about to end for a
     // running one; the name is kept until the work is done.
     if (auto const busy = Misbehaviour("busy=")) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(std::atoi(busy->c_str())));
+        std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(*busy)));
     }
     return EXIT_SUCCESS;
 }

@@ -6,7 +6,6 @@
 #include "store/MemberChange.h"
 #include "store/Text.h"
 
-#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -31,16 +30,6 @@ void DeleteRecords(CMemberChange& change, std::int32_t memberID, std::uint8_t cl
         change.Run("DELETE FROM " + table + " WHERE member_id = ? AND class_index = ?",
             {std::int64_t(memberID), std::int64_t(classIndex)});
     }
-}
-
-/// A byte that belongs to no UTF-8 character counts as one.
-std::size_t CountCharacters(std::string_view text)
-{
-    std::size_t count = 0;
-    for (; !text.empty(); ++count) {
-        text.remove_prefix(std::max(CharacterLength(text), std::size_t(1)));
-    }
-    return count;
 }
 
 } // namespace

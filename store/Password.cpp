@@ -1,6 +1,7 @@
 #include "store/Password.h"
 
-#include <algorithm>
+#include "store/Text.h"
+
 #include <array>
 #include <cstdlib>
 #include <sodium.h>
@@ -29,9 +30,9 @@ public:
     ~CSecret()
     {
         if (IsValid()) {
-            sodium_memzero(m_pText, Size());
-            std::free(
-                m_pText); // NOLINT(cppcoreguidelines-no-malloc): the library took it like that
+            sodium_memzero(m_pText, Text().size());
+            // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): the library took it like that
+            std::free(m_pText);
         }
     }
     CSecret(CSecret const&) = delete;
@@ -39,12 +40,9 @@ public:
 
     /// False for a text that is too long or no UTF-8.
     bool IsValid() const { return m_nSize >= 0; }
-    char const* Text() const { return reinterpret_cast<char const*>(m_pText); }
-    std::size_t Size() const { return static_cast<std::size_t>(m_nSize); }
-    std::size_t Characters() const
+    std::string_view Text() const
     {
-        return static_cast<std::size_t>(std::count_if(m_pText, m_pText + Size(),
-            [](utf8proc_uint8_t byte) { return (byte & 0xC0U) != 0x80U; }));
+        return {reinterpret_cast<char const*>(m_pText), static_cast<std::size_t>(m_nSize)};
     }
 
 private:
@@ -54,14 +52,16 @@ private:
 
 } // namespace
 
-std::optional<std::string> HashPassword(std::string_view text)
+std::optional<std::string> HashPassword(std::string_view password)
 {
-    CSecret const secret(text);
-    if (!secret.IsValid() || secret.Characters() < kLeastPasswordCharacters || sodium_init() < 0) {
+    CSecret const secret(password);
+    if (!secret.IsValid() || CountCharacters(secret.Text()) < kLeastPasswordCharacters
+        || sodium_init() < 0) {
         return std::nullopt;
     }
     std::array<char, crypto_pwhash_STRBYTES> hash = {};
-    if (crypto_pwhash_str(hash.data(), secret.Text(), secret.Size(), kPasses, kMemory) != 0) {
+    auto const text = secret.Text();
+    if (crypto_pwhash_str(hash.data(), text.data(), text.size(), kPasses, kMemory) != 0) {
         return std::nullopt;
     }
     return std::string(hash.data());
@@ -71,5 +71,5 @@ bool VerifyPasswordHash(std::string const& hash, std::string_view text)
 {
     CSecret const secret(text);
     return secret.IsValid() && hash.size() < crypto_pwhash_STRBYTES && sodium_init() >= 0
-        && crypto_pwhash_str_verify(hash.c_str(), secret.Text(), secret.Size()) == 0;
+        && crypto_pwhash_str_verify(hash.c_str(), secret.Text().data(), secret.Text().size()) == 0;
 }

@@ -110,6 +110,15 @@ std::size_t CharacterLength(std::string_view text)
     return length > 0 ? static_cast<std::size_t>(length) : 0;
 }
 
+std::size_t CountCharacters(std::string_view text)
+{
+    std::size_t count = 0;
+    for (; !text.empty(); ++count) {
+        text.remove_prefix(std::max(CharacterLength(text), std::size_t(1)));
+    }
+    return count;
+}
+
 CText::CText(std::ostream* stream, char const& separator)
     : m_pStream(stream)
     , m_escapes(MakeEscapes(separator))

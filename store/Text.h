@@ -11,6 +11,8 @@
 
 /// Bytes of the UTF-8 character at the front of the text, 0 when there is none.
 std::size_t CharacterLength(std::string_view text);
+/// The number of UTF-8 characters; a byte that belongs to none counts as one.
+std::size_t CountCharacters(std::string_view text);
 
 /// Writes records as lines of fields to a stream that the caller owns:
 ///

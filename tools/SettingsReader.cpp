@@ -1,5 +1,6 @@
 #include "tools/SettingsReader.h"
 
+#include "store/Text.h"
 #include "tools/Printable.h"
 
 #include <algorithm>
@@ -9,12 +10,6 @@
 
 namespace
 {
-
-std::size_t CountLetters(std::string_view text)
-{
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(),
-        [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
-}
 
 std::string Quoted(std::string_view key)
 {
@@ -75,7 +70,7 @@ bool CSettingsReader::IsText(std::string_view text, std::size_t most, bool neede
         what = " must not begin or end with a blank";
     } else if (text.empty() && needed) {
         what = " must not be empty";
-    } else if (CountLetters(text) > most) {
+    } else if (CountCharacters(text) > most) {
         what = " must have at most " + std::to_string(most) + " letters";
     } else {
         return true;

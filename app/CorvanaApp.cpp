@@ -6,7 +6,7 @@
 #include "platform/qt/Companions.h"
 #include "platform/qt/Settings.h"
 #include "platform/qt/SingleInstance.h"
-#include "store/DatabaseSession.h"
+#include "store/sets/DatabaseSession.h"
 #include "ui/Messages.h"
 #include "ui/WaitCursor.h"
 

@@ -1,5 +1,5 @@
 #include "app/CorvanaApp.h"
-#include "store/DatabaseSession.h"
+#include "store/sets/DatabaseSession.h"
 #include "ui/Convert.h"
 #include "ui/Messages.h"
 

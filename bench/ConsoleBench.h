@@ -1,7 +1,7 @@
 #pragma once
 
 #include "doc/AppCommands.h"
-#include "store/DatabaseSession.h"
+#include "store/sets/DatabaseSession.h"
 
 #include <QApplication>
 

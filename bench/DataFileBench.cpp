@@ -3,8 +3,8 @@
 
 #include "bench/BenchData.h"
 #include "bench/RawMember.h"
-#include "store/DAOWk.h"
-#include "store/Text.h"
+#include "store/sets/DAOWk.h"
+#include "store/text/Text.h"
 
 #include <array>
 #include <cstdio>

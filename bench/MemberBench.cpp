@@ -2,9 +2,9 @@
 
 #include "bench/BenchData.h"
 #include "bench/RawMember.h"
-#include "store/DAOMemCls.h"
-#include "store/MemberSearchData.h"
-#include "store/MemberServices.h"
+#include "store/services/MemberSearchData.h"
+#include "store/services/MemberServices.h"
+#include "store/sets/DAOMemCls.h"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 #include "bench/RawMember.h"
 
-#include "store/DatabaseSession.h"
+#include "store/sets/DatabaseSession.h"
 
 std::string MemberPath()
 {

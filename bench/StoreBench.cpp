@@ -4,8 +4,8 @@
 #include "bench/BenchData.h"
 #include "bench/RatioReporter.h"
 #include "bench/RawMember.h"
-#include "store/DAOSmMem.h"
-#include "store/DAOWk.h"
+#include "store/sets/DAOSmMem.h"
+#include "store/sets/DAOWk.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdio>

@@ -2,8 +2,8 @@
 
 #include "doc/AppCommands.h"
 #include "doc/DocViews.h"
-#include "store/DAOStn.h"
-#include "store/SetCloser.h"
+#include "store/sets/DAOStn.h"
+#include "store/sets/SetCloser.h"
 #include "ui/Convert.h"
 #include "ui/MemberIDDlg.h"
 #include "ui/Messages.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/qt/Dialog.h"
-#include "store/DAOCls.h"
+#include "store/sets/DAOCls.h"
 
 #include <cstdint>
 #include <memory>

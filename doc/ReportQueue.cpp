@@ -1,6 +1,6 @@
 #include "doc/CorvanaDoc.h"
 
-#include "store/SetCloser.h"
+#include "store/sets/SetCloser.h"
 #include "ui/Convert.h"
 #include "ui/Messages.h"
 #include "ui/WaitCursor.h"

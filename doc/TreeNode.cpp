@@ -1,10 +1,10 @@
 #include "doc/TreeNode.h"
 
-#include "store/DAOBodyComp.h"
-#include "store/DAOEval.h"
-#include "store/DAOMem.h"
-#include "store/DAOSmEval.h"
-#include "store/DAOWk.h"
+#include "store/sets/DAOBodyComp.h"
+#include "store/sets/DAOEval.h"
+#include "store/sets/DAOMem.h"
+#include "store/sets/DAOSmEval.h"
+#include "store/sets/DAOWk.h"
 
 CTreeNode TreeNodeOf(CDAOEFSet const& set)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "doc/ClassLists.h"
-#include "store/MemberServices.h"
+#include "store/services/MemberServices.h"
 
 #include <QGroupBox>
 

@@ -5,8 +5,8 @@
 #include "members/MemberGoalsPg.h"
 #include "members/MemberMedHistPg.h"
 #include "members/MemberProfilePg.h"
-#include "store/MemberServices.h"
-#include "store/SetCloser.h"
+#include "store/services/MemberServices.h"
+#include "store/sets/SetCloser.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/qt/PropertySheet.h"
-#include "store/MemberServices.h"
+#include "store/services/MemberServices.h"
 
 #include <array>
 #include <cstdint>

@@ -2,8 +2,8 @@
 
 #include "ui_MemberProfilePg.h"
 
-#include "store/MemberServices.h"
-#include "store/StateAbbrev.h"
+#include "store/services/MemberServices.h"
+#include "store/text/StateAbbrev.h"
 #include "ui/Convert.h"
 #include "ui/FieldExchange.h"
 #include "ui/Messages.h"

@@ -9,7 +9,7 @@
 #include "members/MemberMedHistPg.h"
 #include "members/MemberProfilePg.h"
 #include "platform/qt/PropertySheet.h"
-#include "store/SetCloser.h"
+#include "store/sets/SetCloser.h"
 #include "ui/Convert.h"
 #include "ui/Messages.h"
 #include "ui/WaitCursor.h"

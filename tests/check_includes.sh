@@ -124,7 +124,7 @@ doc/UpAngle.cpp|#include <app/MainFrame.h>
 doc/Record.h|#  include "members/MemberDlg.h"
 ui/Up.cpp|#include "doc/CorvanaDoc.h"
 store/Up.cpp|#include "ui/Convert.h"
-platform/db/Up.cpp|#include "store/DAOWk.h"
+platform/db/Up.cpp|#include "store/sets/DAOWk.h"
 platform/qt/Up.h|#include "ui/Convert.h"
 members/Side.cpp|#include "workouts/WorkoutDlg.h"
 transfer/Side.cpp|#include "bodycomp/BodyCompDlg.h"

@@ -1,15 +1,15 @@
 #include "tools/CenterRows.h"
 
-#include "store/AddRow.h"
-#include "store/DAOBon.h"
-#include "store/DAOCat.h"
-#include "store/DAOCenter.h"
-#include "store/DAOCour.h"
-#include "store/DAODef.h"
-#include "store/DAOLiftStn.h"
-#include "store/DAOSec.h"
-#include "store/DAOStn.h"
-#include "store/DAOTouch.h"
+#include "store/sets/AddRow.h"
+#include "store/sets/DAOBon.h"
+#include "store/sets/DAOCat.h"
+#include "store/sets/DAOCenter.h"
+#include "store/sets/DAOCour.h"
+#include "store/sets/DAODef.h"
+#include "store/sets/DAOLiftStn.h"
+#include "store/sets/DAOSec.h"
+#include "store/sets/DAOStn.h"
+#include "store/sets/DAOTouch.h"
 
 namespace
 {

@@ -1,8 +1,8 @@
 #include "tools/CenterSettings.h"
 
 #include "platform/db/Files.h"
-#include "store/Circuit.h"
-#include "store/DAODef.h"
+#include "store/fitness/Circuit.h"
+#include "store/sets/DAODef.h"
 #include "tools/SettingsReader.h"
 
 #include <algorithm>

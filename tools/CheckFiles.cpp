@@ -1,7 +1,7 @@
 #include "tools/CheckFiles.h"
 
 #include "platform/db/FileUse.h"
-#include "store/DatabaseSession.h"
+#include "store/sets/DatabaseSession.h"
 #include "tools/Printable.h"
 
 #include <algorithm>

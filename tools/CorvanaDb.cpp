@@ -1,4 +1,4 @@
-#include "store/DAOCenter.h"
+#include "store/sets/DAOCenter.h"
 #include "tools/CenterRows.h"
 #include "tools/CheckFiles.h"
 #include "tools/CreateCenter.h"

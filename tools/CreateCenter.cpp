@@ -1,7 +1,7 @@
 #include "tools/CreateCenter.h"
 
 #include "platform/db/Files.h"
-#include "store/DatabaseSession.h"
+#include "store/sets/DatabaseSession.h"
 #include "tools/CenterRows.h"
 
 #include <cerrno>

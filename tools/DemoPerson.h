@@ -1,7 +1,7 @@
 #pragma once
 
 #include "store/EFOleDateTime.h"
-#include "store/MemberServices.h"
+#include "store/services/MemberServices.h"
 #include "tools/CenterSettings.h"
 #include "tools/DemoRandom.h"
 

@@ -1,7 +1,7 @@
 #include "tools/Password.h"
 
 #include "platform/db/Files.h"
-#include "store/Password.h"
+#include "store/services/Password.h"
 #include "tools/Printable.h"
 
 #include <cerrno>

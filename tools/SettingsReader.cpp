@@ -1,6 +1,6 @@
 #include "tools/SettingsReader.h"
 
-#include "store/Text.h"
+#include "store/text/Text.h"
 #include "tools/Printable.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "ui_MemberIDDlg.h"
 
-#include "store/DAOSmMem.h"
+#include "store/sets/DAOSmMem.h"
 #include "ui/Convert.h"
 #include "ui/FieldExchange.h"
 #include "ui/Messages.h"

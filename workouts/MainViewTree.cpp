@@ -1,7 +1,7 @@
 #include "workouts/MainViewTree.h"
 
 #include "doc/CorvanaDoc.h"
-#include "store/SetCloser.h"
+#include "store/sets/SetCloser.h"
 #include "ui/Convert.h"
 #include "ui/Messages.h"
 #include "ui/ProgressDlg.h"

@@ -1,7 +1,7 @@
 #include "doc/ClassLists.h"
 #include "doc/CorvanaDoc.h"
 #include "platform/qt/DropDown.h"
-#include "store/AddRow.h"
+#include "store/sets/AddRow.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/MessageRecorder.h"

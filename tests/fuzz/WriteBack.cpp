@@ -1,12 +1,12 @@
 #include "tests/fuzz/WriteBack.h"
 
-#include "store/Crc32C.h"
-#include "store/DAOBodyComp.h"
-#include "store/DAOEval.h"
-#include "store/DAOMem.h"
-#include "store/DAOWk.h"
-#include "store/Text.h"
-#include "store/TextReader.h"
+#include "store/sets/DAOBodyComp.h"
+#include "store/sets/DAOEval.h"
+#include "store/sets/DAOMem.h"
+#include "store/sets/DAOWk.h"
+#include "store/text/Crc32C.h"
+#include "store/text/Text.h"
+#include "store/text/TextReader.h"
 
 #include <array>
 #include <cstdio>

@@ -6,7 +6,7 @@
 #include "app/MainFrame.h"
 #include "doc/CorvanaDoc.h"
 #include "platform/qt/TreeView.h"
-#include "store/DatabaseSession.h"
+#include "store/sets/DatabaseSession.h"
 #include "tests/doc/TestApp.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/LargeFont.h"

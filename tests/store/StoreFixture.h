@@ -1,8 +1,8 @@
 #pragma once
 
-#include "store/AddRow.h"
-#include "store/DatabaseSession.h"
 #include "store/EFOleDateTime.h"
+#include "store/sets/AddRow.h"
+#include "store/sets/DatabaseSession.h"
 #include "tests/TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/DatabaseSession.h"
+#include "store/sets/DatabaseSession.h"
 
 #include <array>
 #include <csignal>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/db/Database.h"
-#include "store/MemberServices.h"
+#include "store/services/MemberServices.h"
 
 #include <string>
 

@@ -1,5 +1,5 @@
-#include "store/DAOChkIn.h"
 #include "store/EFOleDateTime.h"
+#include "store/sets/DAOChkIn.h"
 #include "tests/tools/CorvanaDbFixture.h"
 #include "tools/DemoPerson.h"
 #include "tools/DemoRecords.h"

@@ -3,7 +3,7 @@
 #include "workouts/MainViewTree.h"
 
 #include "doc/CorvanaDoc.h"
-#include "store/AddRow.h"
+#include "store/sets/AddRow.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/MessageRecorder.h"

@@ -12,10 +12,11 @@ namespace
 
 namespace chr = std::chrono;
 
-constexpr std::int64_t kDay = 86400;
 constexpr auto kEpoch = chr::sys_days(chr::year(1899) / 12 / 30);
-constexpr auto kFirst = (chr::sys_days(chr::year(100) / 1 / 1) - kEpoch).count() * kDay;
-constexpr auto kEnd = (chr::sys_days(chr::year(10000) / 1 / 1) - kEpoch).count() * kDay;
+constexpr auto kFirst
+    = (chr::sys_days(chr::year(100) / 1 / 1) - kEpoch).count() * CEFOleDateTime::kDay;
+constexpr auto kEnd
+    = (chr::sys_days(chr::year(10000) / 1 / 1) - kEpoch).count() * CEFOleDateTime::kDay;
 constexpr auto kInvalid = std::numeric_limits<std::int64_t>::min();
 constexpr std::string_view kInvalidText = "Invalid DateTime";
 
@@ -84,8 +85,8 @@ CEFOleDateTime::CEFOleDateTime(int year, int month, int day, int hour, int minut
     }
     auto const date = chr::year(year) / month / day;
     if (date.ok()) {
-        m_nSeconds = (chr::sys_days(date) - kEpoch).count() * kDay + std::int64_t(hour) * 3600
-            + std::int64_t(minute) * 60 + second;
+        m_nSeconds = (chr::sys_days(date) - kEpoch).count() * CEFOleDateTime::kDay
+            + std::int64_t(hour) * 3600 + std::int64_t(minute) * 60 + second;
     }
 }
 
@@ -101,12 +102,12 @@ CEFOleDateTime CEFOleDateTime::FromDayCount(double days)
     if (!std::isfinite(days) || std::abs(days) > 1e8) {
         return Invalid();
     }
-    return FromSeconds(std::llround(days * static_cast<double>(kDay)));
+    return FromSeconds(std::llround(days * static_cast<double>(CEFOleDateTime::kDay)));
 }
 
 double CEFOleDateTime::DayCount() const
 {
-    return static_cast<double>(m_nSeconds) / static_cast<double>(kDay);
+    return static_cast<double>(m_nSeconds) / static_cast<double>(CEFOleDateTime::kDay);
 }
 
 CEFOleDateTime CEFOleDateTime::Invalid()
@@ -253,14 +254,14 @@ bool CEFOleDateTime::IsSameDay(CEFOleDateTime const& other) const
 void CEFOleDateTime::Midnight()
 {
     if (ChkStatus()) {
-        m_nSeconds = DayNumber() * kDay;
+        m_nSeconds = DayNumber() * CEFOleDateTime::kDay;
     }
 }
 
 void CEFOleDateTime::PreMidnight()
 {
     if (ChkStatus()) {
-        m_nSeconds = DayNumber() * kDay + kDay - 1;
+        m_nSeconds = DayNumber() * CEFOleDateTime::kDay + CEFOleDateTime::kDay - 1;
     }
 }
 
@@ -274,7 +275,7 @@ void CEFOleDateTime::AddMonths(int months)
     chr::year_month_day const last(month / chr::last);
     auto const target = month / std::min(date.day(), last.day());
     auto const days = (chr::sys_days(target) - kEpoch).count();
-    m_nSeconds += (days - DayNumber()) * kDay;
+    m_nSeconds += (days - DayNumber()) * CEFOleDateTime::kDay;
 }
 
 CEFOleDateTime CEFOleDateTime::DayAfter(int year, int month, int day)
@@ -283,7 +284,7 @@ CEFOleDateTime CEFOleDateTime::DayAfter(int year, int month, int day)
     auto const first = chr::sys_days(chr::year(year) / month / 1);
     chr::year_month_day const last(chr::year(year) / month / chr::last);
     auto const offset = std::min(day, static_cast<int>(static_cast<unsigned>(last.day())));
-    return FromSeconds((first + chr::days(offset) - kEpoch).count() * kDay);
+    return FromSeconds((first + chr::days(offset) - kEpoch).count() * CEFOleDateTime::kDay);
 }
 
 int CEFOleDateTime::ElapsedYrs() const
@@ -306,7 +307,8 @@ int CEFOleDateTime::ElapsedMin() const
 /// Days from the zero value to its date, rounded down.
 std::int64_t CEFOleDateTime::DayNumber() const
 {
-    return (m_nSeconds >= 0 ? m_nSeconds : m_nSeconds - kDay + 1) / kDay;
+    return (m_nSeconds >= 0 ? m_nSeconds : m_nSeconds - CEFOleDateTime::kDay + 1)
+        / CEFOleDateTime::kDay;
 }
 
 int CEFOleDateTime::Year() const
@@ -341,7 +343,7 @@ int CEFOleDateTime::Second() const
 
 std::int64_t CEFOleDateTime::SecondOfDay() const
 {
-    return ChkStatus() ? m_nSeconds - DayNumber() * kDay : 0;
+    return ChkStatus() ? m_nSeconds - DayNumber() * CEFOleDateTime::kDay : 0;
 }
 
 int MinutesBetween(CEFOleDateTime const& from, CEFOleDateTime const& to)

@@ -15,6 +15,8 @@
 class CEFOleDateTime
 {
 public:
+    static constexpr std::int64_t kDay = 86400; ///< in seconds
+
     CEFOleDateTime() = default;
     virtual ~CEFOleDateTime() = default;
     CEFOleDateTime(CEFOleDateTime const&) = default;

@@ -8,7 +8,6 @@
 namespace
 {
 
-constexpr std::int64_t kDay = 86400;
 constexpr int kFirstMemberID = 1001;
 constexpr std::size_t kMostEmail = 32; // letters of an e-mail address in a profile
 
@@ -92,7 +91,7 @@ void GiveBody(CDemoPerson& person, CDemoRandom& random, CEFOleDateTime const& to
     double const age
         = std::clamp(random.Chance(0.6) ? random.Around(23, 4) : random.Around(48, 12), 17.0, 88.0);
     person.birthday = CEFOleDateTime::FromSeconds(
-        today.Seconds() - static_cast<std::int64_t>(age * 365.25) * kDay);
+        today.Seconds() - static_cast<std::int64_t>(age * 365.25) * CEFOleDateTime::kDay);
     person.birthday.Midnight();
     person.height = std::clamp(random.Around(person.male ? 69.5 : 64, 2.6), 55.0, 82.0);
     double const fat = person.male ? 19 + age * 0.08 : 27 + age * 0.08;
@@ -125,14 +124,14 @@ void GiveHistory(CDemoPerson& person, CDemoRandom& random)
 void GiveMembership(CDemoPerson& person, CDemoRandom& random, CEFOleDateTime const& today)
 {
     auto const daysAgo = static_cast<std::int64_t>(random.Share() * 3 * 365);
-    person.enrolled = CEFOleDateTime::FromSeconds(today.Seconds() - daysAgo * kDay);
+    person.enrolled = CEFOleDateTime::FromSeconds(today.Seconds() - daysAgo * CEFOleDateTime::kDay);
     person.enrolled.Midnight();
     person.period = static_cast<std::uint8_t>(random.Between(0, 3));
     constexpr std::array<int, 4> kMonths = {1, 3, 6, 12};
     auto const stays = static_cast<std::int64_t>(30 + random.Waiting(330));
     person.expires = person.enrolled;
     // Renewed by whole periods until the wish to train is over, or beyond today.
-    while (person.expires.Seconds() < person.enrolled.Seconds() + stays * kDay
+    while (person.expires.Seconds() < person.enrolled.Seconds() + stays * CEFOleDateTime::kDay
         && person.expires < today) {
         person.expires.AddMonths(kMonths[person.period]);
     }

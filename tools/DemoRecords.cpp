@@ -22,7 +22,6 @@ namespace
 
 constexpr std::int64_t kMinute = 60;
 constexpr std::int64_t kHour = 3600;
-constexpr std::int64_t kDay = 86400;
 constexpr int kMembersAtOnce = 1000; // a transaction that keeps the log small
 
 double Tenths(double value)
@@ -42,7 +41,8 @@ double Season(CEFOleDateTime const& day)
 double WeekdayShare(CEFOleDateTime const& day)
 {
     constexpr std::array kFromSaturday = {0.08, 0.06, 0.19, 0.18, 0.18, 0.17, 0.14};
-    return kFromSaturday[static_cast<std::size_t>(day.Seconds() / kDay % 7)]; // 0 is a Saturday
+    return kFromSaturday[static_cast<std::size_t>(
+        day.Seconds() / CEFOleDateTime::kDay % 7)]; // 0 is a Saturday
 }
 
 /// The seven skinfolds of a body of that fat, in millimetres.
@@ -199,7 +199,7 @@ private:
         m_dtLastVisit = {};
         double mood = 1;
         for (auto week = person.enrolled; week <= person.lastDay;
-             week = CEFOleDateTime::FromSeconds(week.Seconds() + 7 * kDay)) {
+             week = CEFOleDateTime::FromSeconds(week.Seconds() + 7 * CEFOleDateTime::kDay)) {
             mood = std::clamp(mood + m_random.Around(0, 0.15), 0.2, 1.6);
             double const wanted = person.visits * Season(week) * mood;
             int const visits
@@ -217,7 +217,8 @@ private:
         double next = m_random.Share() * step;
         double passed = 0;
         for (int i = 0; i < 7; ++i) {
-            auto const day = CEFOleDateTime::FromSeconds(first.Seconds() + i * kDay);
+            auto const day
+                = CEFOleDateTime::FromSeconds(first.Seconds() + i * CEFOleDateTime::kDay);
             passed += WeekdayShare(day);
             if (next < passed && day <= person.lastDay) {
                 AddWorkout(person, day);
@@ -261,8 +262,8 @@ private:
     /// Evaluations and body compositions every few months: most improve, some do not.
     void AddMeasurements(CDemoPerson const& person)
     {
-        auto day = CEFOleDateTime::FromSeconds(
-            person.enrolled.Seconds() + m_random.Between(1, 20) * kDay + person.hour * kHour);
+        auto day = CEFOleDateTime::FromSeconds(person.enrolled.Seconds()
+            + m_random.Between(1, 20) * CEFOleDateTime::kDay + person.hour * kHour);
         auto const method = static_cast<CDAOBodyComp::method>(m_random.Between(0, 3));
         while (day < person.lastDay) {
             double const change = person.progress * person.TrainingAt(day);
@@ -274,8 +275,8 @@ private:
             if (m_random.Chance(0.6)) {
                 AddBodyComp(person, day, weight, fat, method);
             }
-            day = CEFOleDateTime::FromSeconds(
-                day.Seconds() + m_random.Between(80, 200) * kDay + m_random.Between(0, 3000));
+            day = CEFOleDateTime::FromSeconds(day.Seconds()
+                + m_random.Between(80, 200) * CEFOleDateTime::kDay + m_random.Between(0, 3000));
         }
     }
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
+
+/// A checksum as text: so many digits, hexadecimal.
+inline constexpr std::size_t kCrcDigits = 8;
 
 /// CRC-32C (Castagnoli, reflected, as in RFC 3720 appendix B.4), with the processor's instruction
 /// for it where there is one.

@@ -14,10 +14,8 @@ namespace
 {
 
 constexpr std::string_view kHex = "0123456789ABCDEF";
-constexpr std::int64_t kDay = 86400;
 constexpr std::size_t kLongestEscape = 4; // \xHH
 constexpr std::size_t kLongestNumber = 32;
-constexpr std::size_t kCrcDigits = 8;
 
 // How a byte of a text is written: as it is, by a letter after a backslash, or:
 enum Escape : std::uint8_t
@@ -236,8 +234,9 @@ void CText::Date(CEFOleDateTime const& date)
         Unfit(date.Seconds());
         return;
     }
-    auto const day = (date.Seconds() - (date.Seconds() < 0 ? kDay - 1 : 0)) / kDay;
-    auto const second = static_cast<int>(date.Seconds() - day * kDay);
+    auto const day = (date.Seconds() - (date.Seconds() < 0 ? CEFOleDateTime::kDay - 1 : 0))
+        / CEFOleDateTime::kDay;
+    auto const second = static_cast<int>(date.Seconds() - day * CEFOleDateTime::kDay);
     if (day != m_nDay) {
         m_nDay = day;
         auto* to = PutTwoDigits(m_day.data(), date.Year() / 100);

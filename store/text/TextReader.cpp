@@ -1,7 +1,7 @@
 #include "store/text/TextReader.h"
 
-#include "store/EFOleDateTime.h"
 #include "store/text/Crc32C.h"
+#include "store/EFOleDateTime.h"
 #include "store/text/NumberSpelling.h"
 #include "store/text/Text.h"
 
@@ -15,7 +15,6 @@ namespace
 {
 
 constexpr std::size_t kChunk = std::size_t(64) << 10U;
-constexpr std::size_t kCrcDigits = 8;
 constexpr std::int64_t kLargestMask = 0xFFFFFFFF;
 constexpr std::string_view kMisspelled = "is not spelled as it must be";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";

@@ -62,14 +62,14 @@ std::string BoundTo(int family, bool onlyV6, std::string const& text)
     return CSocket(family, onlyV6).Bind(text);
 }
 
-TEST(LoopbackOnly, ConfinesIPv4)
+TEST(LoopbackOnlyTest, ConfinesIPv4)
 {
     EXPECT_EQ(BoundTo(AF_INET, false, "0.0.0.0"), "127.0.0.1");
     EXPECT_EQ(BoundTo(AF_INET, false, "127.0.0.2"), "127.0.0.2");
     EXPECT_EQ(BoundTo(AF_INET, false, "192.0.2.1"), "refused");
 }
 
-TEST(LoopbackOnly, ConfinesIPv6)
+TEST(LoopbackOnlyTest, ConfinesIPv6)
 {
     if (!CSocket(AF_INET6, false).IsOpen()) {
         GTEST_SKIP() << "no IPv6 here";
@@ -83,7 +83,7 @@ TEST(LoopbackOnly, ConfinesIPv6)
     }
 }
 
-TEST(LoopbackOnly, LeavesLocalSocketsAndErrorsAlone)
+TEST(LoopbackOnlyTest, LeavesLocalSocketsAndErrorsAlone)
 {
     auto const path = std::filesystem::path(testing::TempDir()) / ("lo" + std::to_string(getpid()));
     sockaddr_un local{};

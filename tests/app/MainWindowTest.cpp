@@ -2,6 +2,7 @@
 
 #include "doc/CorvanaDoc.h"
 #include "platform/qt/TreeView.h"
+#include "tests/QtTests.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestCentre.h"
 #include "tests/ui/DialogUser.h"
@@ -432,5 +433,5 @@ void MainWindowTest::showsLockKeys()
     QCOMPARE(pane("numPane"), u"NUM"_s);
 }
 
-QTEST_MAIN(MainWindowTest)
+CORVANA_TEST(MainWindowTest);
 #include "MainWindowTest.moc"

@@ -4,6 +4,7 @@
 #include "doc/UpdateClassDlg.h"
 #include "platform/qt/DropDown.h"
 #include "platform/qt/SpinField.h"
+#include "tests/QtTests.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/DialogUser.h"
@@ -233,5 +234,5 @@ void ClassDialogsTest::formsAreFitForEveryone()
     check();
 }
 
-QTEST_MAIN(ClassDialogsTest)
+CORVANA_TEST(ClassDialogsTest);
 #include "ClassDialogsTest.moc"

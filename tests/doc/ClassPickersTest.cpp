@@ -2,6 +2,7 @@
 #include "doc/CorvanaDoc.h"
 #include "platform/qt/DropDown.h"
 #include "store/sets/AddRow.h"
+#include "tests/QtTests.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/MessageRecorder.h"
@@ -323,5 +324,5 @@ void ClassPickersTest::tellsWhenAClassIsNotDeleted()
     }
 }
 
-QTEST_MAIN(ClassPickersTest)
+CORVANA_TEST(ClassPickersTest);
 #include "ClassPickersTest.moc"

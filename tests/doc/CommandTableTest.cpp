@@ -1,5 +1,7 @@
 #include "doc/CommandTable.h"
 
+#include "tests/QtTests.h"
+
 #include <QKeySequence>
 #include <QMap>
 #include <QSet>
@@ -136,5 +138,5 @@ void CommandTableTest::expiredMembersIsOnlyReserved()
     QCOMPARE(TipOf(command), u"Expired Members"_s);
 }
 
-QTEST_APPLESS_MAIN(CommandTableTest)
+CORVANA_TEST(CommandTableTest);
 #include "CommandTableTest.moc"

@@ -1,5 +1,6 @@
 #include "doc/CorvanaDoc.h"
 
+#include "tests/QtTests.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestCentre.h"
 #include "tests/ui/MessageRecorder.h"
@@ -214,5 +215,5 @@ void CorvanaDocTest::tellsWhenAReportIsNotQueued()
     QVERIFY(views.m_lstResults.isEmpty());
 }
 
-QTEST_MAIN(CorvanaDocTest)
+CORVANA_TEST(CorvanaDocTest);
 #include "CorvanaDocTest.moc"

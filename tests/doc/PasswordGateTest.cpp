@@ -1,4 +1,5 @@
 #include "doc/CorvanaDoc.h"
+#include "tests/QtTests.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestCentre.h"
 #include "tests/ui/DialogUser.h"
@@ -116,5 +117,5 @@ void PasswordGateTest::neverShowsTheText()
     QCOMPARE(user.Faults(), QStringList());
 }
 
-QTEST_MAIN(PasswordGateTest)
+CORVANA_TEST(PasswordGateTest);
 #include "PasswordGateTest.moc"

@@ -1,5 +1,6 @@
 #include "members/MemberGoalsPg.h"
 #include "members/MemberMedHistPg.h"
+#include "tests/QtTests.h"
 #include "tests/members/PageUser.h"
 
 #include <QCheckBox>
@@ -87,5 +88,5 @@ void MaskPgTest::conditionsAreTheirBits()
             u"20 or More lbs Overweight"_s, u"Smoke or Chew Tobacco"_s});
 }
 
-QTEST_MAIN(MaskPgTest)
+CORVANA_TEST(MaskPgTest);
 #include "MaskPgTest.moc"

@@ -5,6 +5,7 @@
 #include "platform/qt/DateField.h"
 #include "platform/qt/DropDown.h"
 #include "platform/qt/SpinField.h"
+#include "tests/QtTests.h"
 #include "tests/doc/TestApp.h"
 #include "tests/members/PageUser.h"
 #include "ui/Convert.h"
@@ -299,5 +300,5 @@ void MemberEnrollPgTest::anUntouchedPageKeepsWhatFieldsCannotShow()
     QCOMPARE(user.m_page.m_lstSlots[0].course, "Wellness");
 }
 
-QTEST_MAIN(MemberEnrollPgTest)
+CORVANA_TEST(MemberEnrollPgTest);
 #include "MemberEnrollPgTest.moc"

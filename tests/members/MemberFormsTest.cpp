@@ -3,6 +3,7 @@
 #include "members/MemberGoalsPg.h"
 #include "members/MemberMedHistPg.h"
 #include "members/MemberProfilePg.h"
+#include "tests/QtTests.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestCentre.h"
 #include "tests/ui/DialogUser.h"
@@ -82,5 +83,5 @@ void MemberFormsTest::pagesSuitKeyboardReaderAndFont()
     QVERIFY(m_messages.Texts().isEmpty());
 }
 
-QTEST_MAIN(MemberFormsTest)
+CORVANA_TEST(MemberFormsTest);
 #include "MemberFormsTest.moc"

@@ -2,6 +2,7 @@
 
 #include "platform/qt/DateField.h"
 #include "platform/qt/OneLineList.h"
+#include "tests/QtTests.h"
 #include "tests/members/PageUser.h"
 #include "ui/Convert.h"
 
@@ -200,5 +201,5 @@ void MemberProfilePgTest::anUntouchedPageKeepsWhatFieldsCannotShow()
     QVERIFY(!user.m_page.m_bCurrent && !user.m_page.m_bEmployee);
 }
 
-QTEST_MAIN(MemberProfilePgTest)
+CORVANA_TEST(MemberProfilePgTest);
 #include "MemberProfilePgTest.moc"

@@ -1,5 +1,6 @@
 #include "doc/CorvanaDoc.h"
 
+#include "tests/QtTests.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/platform/db/Faults.h"
@@ -536,5 +537,5 @@ void MemberWorkflowTest::deletingADeletedMemberIsDone()
     QCOMPARE(m_views.m_lstTreeCalls, QStringList{u"Remove 7"_s});
 }
 
-QTEST_MAIN(MemberWorkflowTest)
+CORVANA_TEST(MemberWorkflowTest);
 #include "MemberWorkflowTest.moc"

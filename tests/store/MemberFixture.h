@@ -1,9 +1,9 @@
 #pragma once
 
-#include "store/services/MemberServices.h"
 #include "store/sets/DAOBodyComp.h"
 #include "store/sets/DAOSmEval.h"
 #include "store/sets/DAOWk.h"
+#include "store/services/MemberServices.h"
 #include "tests/store/StoreFixture.h"
 
 #include <utility>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "store/EFOleDateTime.h"
 #include "store/sets/AddRow.h"
 #include "store/sets/DatabaseSession.h"
+#include "store/EFOleDateTime.h"
 #include "tests/TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "store/fitness/Circuit.h"
 #include "store/sets/AddRow.h"
+#include "store/fitness/Circuit.h"
 #include "store/sets/DAOCat.h"
 #include "store/sets/DAOCenter.h"
 #include "store/sets/DAOCour.h"
@@ -266,7 +266,7 @@ TEST_F(CorvanaDbTest, CheckNamesTheProgramThatHasAFileOpen)
     Database(DataFile::report);
     auto const check = Run({"check"});
     EXPECT_EQ(check.exitCode, 0);
-    auto const expected = "report.mdb: all well\n    open in CorvanaDbTest (process "
+    auto const expected = "report.mdb: all well\n    open in tools_tests (process "
         + std::to_string(::getpid()) + ")\ncenter.mdb: all well\nmember.mdb";
     EXPECT_NE(check.output.find(expected), std::string::npos) << check.output;
     // One that guards its memory, as we do, shows by its lock alone.

@@ -1,5 +1,5 @@
-#include "store/EFOleDateTime.h"
 #include "store/sets/DAOChkIn.h"
+#include "store/EFOleDateTime.h"
 #include "tests/tools/CorvanaDbFixture.h"
 #include "tools/DemoPerson.h"
 #include "tools/DemoRecords.h"

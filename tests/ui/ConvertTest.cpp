@@ -1,5 +1,7 @@
 #include "ui/Convert.h"
 
+#include "tests/QtTests.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -52,5 +54,5 @@ void ConvertTest::keepsNoDateApart()
     QVERIFY(FromQt(QDateTime(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC)).IsZero());
 }
 
-QTEST_APPLESS_MAIN(ConvertTest)
+CORVANA_TEST(ConvertTest);
 #include "ConvertTest.moc"

@@ -4,6 +4,7 @@
 #include "platform/qt/DropDown.h"
 #include "platform/qt/OneLineList.h"
 #include "platform/qt/SpinField.h"
+#include "tests/QtTests.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/FileRecorder.h"
 #include "tests/ui/MessageRecorder.h"
@@ -342,5 +343,5 @@ void FieldExchangeTest::filesAreAskedForInOnePlace()
     QCOMPARE(user.Faults(), QStringList());
 }
 
-QTEST_MAIN(FieldExchangeTest)
+CORVANA_TEST(FieldExchangeTest);
 #include "FieldExchangeTest.moc"

@@ -1,5 +1,6 @@
 #include "ui/Messages.h"
 
+#include "tests/QtTests.h"
 #include "tests/ui/MessageRecorder.h"
 #include "ui/WaitCursor.h"
 
@@ -167,5 +168,5 @@ void MessagesTest::refusesWithFocusAndSelection()
     QCOMPARE(messages.Texts(), QStringList{u"Enter an integer."_s});
 }
 
-QTEST_MAIN(MessagesTest)
+CORVANA_TEST(MessagesTest);
 #include "MessagesTest.moc"

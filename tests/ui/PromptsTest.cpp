@@ -1,4 +1,5 @@
 #include "platform/qt/DateField.h"
+#include "tests/QtTests.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/FormCheck.h"
@@ -157,5 +158,5 @@ void PromptsTest::formsAreFitForEveryone()
     check();
 }
 
-QTEST_MAIN(PromptsTest)
+CORVANA_TEST(PromptsTest);
 #include "PromptsTest.moc"

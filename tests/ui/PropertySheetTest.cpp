@@ -1,5 +1,6 @@
 #include "platform/qt/PropertySheet.h"
 
+#include "tests/QtTests.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/FormCheck.h"
 #include "tests/ui/MessageRecorder.h"
@@ -200,5 +201,5 @@ void PropertySheetTest::formCheckFindsFaults()
     QCOMPARE(faults[4], u"QLabel is cut"_s);
 }
 
-QTEST_MAIN(PropertySheetTest)
+CORVANA_TEST(PropertySheetTest);
 #include "PropertySheetTest.moc"

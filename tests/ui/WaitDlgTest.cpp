@@ -1,4 +1,5 @@
 #include "ui/WaitDlg.h"
+#include "tests/QtTests.h"
 #include "ui/ControlID.h"
 #include "ui/ProgressDlg.h"
 
@@ -214,5 +215,5 @@ void WaitDlgTest::isGoneOnEveryPath()
     QCOMPARE(m_nClicks, 1);
 }
 
-QTEST_MAIN(WaitDlgTest)
+CORVANA_TEST(WaitDlgTest);
 #include "WaitDlgTest.moc"

@@ -1,5 +1,7 @@
 #include "tests/workouts/TreeFixture.h"
 
+#include "tests/QtTests.h"
+
 #include <QContextMenuEvent>
 #include <QToolTip>
 
@@ -248,5 +250,5 @@ void MemberTreeActionsTest::otherButtonsOpenNothing()
     QVERIFY(!m_tree->IsExpanded(Node({u"Members"_s, kAnn})));
 }
 
-QTEST_MAIN(MemberTreeActionsTest)
+CORVANA_TEST(MemberTreeActionsTest);
 #include "MemberTreeActionsTest.moc"

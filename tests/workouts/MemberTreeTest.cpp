@@ -1,5 +1,7 @@
 #include "tests/workouts/TreeFixture.h"
 
+#include "tests/QtTests.h"
+
 #include <algorithm>
 #include <map>
 
@@ -338,5 +340,5 @@ void MemberTreeTest::knowsTheKindsOfRecordSets()
     QCOMPARE(TreeNodeOf(CDAOSmMem()), kNoneFoundNode);
 }
 
-QTEST_MAIN(MemberTreeTest)
+CORVANA_TEST(MemberTreeTest);
 #include "MemberTreeTest.moc"

@@ -1,5 +1,7 @@
 #include "tests/workouts/TreeFixture.h"
 
+#include "tests/QtTests.h"
+
 #include <algorithm>
 #include <map>
 #include <optional>
@@ -252,5 +254,5 @@ void MemberTreeWalkTest::survivesAnyOrderOfChanges()
     QVERIFY(m_messages->Texts().isEmpty());
 }
 
-QTEST_MAIN(MemberTreeWalkTest)
+CORVANA_TEST(MemberTreeWalkTest);
 #include "MemberTreeWalkTest.moc"

@@ -1,6 +1,7 @@
 #include "platform/qt/Companions.h"
 #include "platform/qt/Descriptor.h"
 #include "platform/qt/SingleInstance.h"
+#include "tests/QtTests.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -279,5 +280,5 @@ void CompanionsTest::aNewCopyWaitsForTheOneThatQuits()
     QTRY_VERIFY(!IsAlive(kReportServer));
 }
 
-QTEST_GUILESS_MAIN(CompanionsTest)
+CORVANA_TEST(CompanionsTest);
 #include "CompanionsTest.moc"

@@ -1,5 +1,7 @@
 #include "platform/qt/LockKeys.h"
 
+#include "tests/QtTests.h"
+
 #include <QTest>
 
 #include <cstdint>
@@ -24,5 +26,5 @@ void LockKeysTest::followTheLastKeyOffScreen()
     QVERIFY(!num.caps && num.num);
 }
 
-QTEST_MAIN(LockKeysTest)
+CORVANA_TEST(LockKeysTest);
 #include "LockKeysTest.moc"

@@ -1,5 +1,7 @@
 #include "platform/qt/Settings.h"
 
+#include "tests/QtTests.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -85,5 +87,5 @@ void SettingsTest::reportsAnUnwritableFile()
     QVERIFY(QDir(path).exists(u"inside"_s));
 }
 
-QTEST_GUILESS_MAIN(SettingsTest)
+CORVANA_TEST(SettingsTest);
 #include "SettingsTest.moc"

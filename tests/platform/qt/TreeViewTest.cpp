@@ -1,5 +1,7 @@
 #include "platform/qt/TreeView.h"
 
+#include "tests/QtTests.h"
+
 #include <QAccessible>
 #include <QApplication>
 #include <QMouseEvent>
@@ -513,5 +515,5 @@ void TreeViewTest::survivesItsModel()
     owner->Expand(model->index(0, 0));
 }
 
-QTEST_MAIN(TreeViewTest)
+CORVANA_TEST(TreeViewTest);
 #include "TreeViewTest.moc"

@@ -1,5 +1,4 @@
 #include "store/fitness/Circuit.h"
-#include "store/services/Password.h"
 #include "store/sets/DAOBon.h"
 #include "store/sets/DAOCat.h"
 #include "store/sets/DAOCenter.h"
@@ -9,6 +8,7 @@
 #include "store/sets/DAOSec.h"
 #include "store/sets/DAOStn.h"
 #include "store/sets/DAOTouch.h"
+#include "store/services/Password.h"
 #include "tests/store/StoreFixture.h"
 
 namespace

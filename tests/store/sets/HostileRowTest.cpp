@@ -1,5 +1,3 @@
-#include "store/services/MemberSearchData.h"
-#include "store/services/MemberServices.h"
 #include "store/sets/DAOBodyComp.h"
 #include "store/sets/DAOChkIn.h"
 #include "store/sets/DAOCirc.h"
@@ -8,6 +6,8 @@
 #include "store/sets/DAOMemCls.h"
 #include "store/sets/DAOSmEval.h"
 #include "store/sets/DAOWk.h"
+#include "store/services/MemberSearchData.h"
+#include "store/services/MemberServices.h"
 #include "tests/store/StoreFixture.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "tests/platform/db/Faults.h"
-#include "tests/store/WholeMember.h"
 #include "tests/store/text/DataFileFixture.h"
+#include "tests/store/WholeMember.h"
 
 #include <cerrno>
 #include <functional>

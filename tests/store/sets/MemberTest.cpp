@@ -1,7 +1,7 @@
-#include "store/services/MemberSearchData.h"
 #include "store/sets/DAOChkIn.h"
 #include "store/sets/DAOEval.h"
 #include "store/sets/DAOMemCls.h"
+#include "store/services/MemberSearchData.h"
 #include "tests/store/MemberFixture.h"
 
 #include <algorithm>

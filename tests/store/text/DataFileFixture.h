@@ -4,8 +4,8 @@
 #include "store/sets/DAOEval.h"
 #include "store/sets/DAOMem.h"
 #include "store/sets/DAOWk.h"
-#include "tests/store/StoreFixture.h"
 #include "tests/store/text/DataFileRows.h"
+#include "tests/store/StoreFixture.h"
 
 #include <sstream>
 

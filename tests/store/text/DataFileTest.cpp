@@ -1,6 +1,6 @@
-#include "store/services/MemberSearchData.h"
 #include "store/sets/DAOCls.h"
 #include "store/sets/DAOMemCls.h"
+#include "store/services/MemberSearchData.h"
 #include "tests/store/text/DataFileFixture.h"
 
 #include <fstream>

@@ -27,7 +27,7 @@ std::string Written(std::string_view text)
 
 } // namespace
 
-TEST(TextTest, WritesEachFieldInItsOneSpelling)
+TEST(TextAndFileTest, WritesEachFieldInItsOneSpelling)
 {
     std::ostringstream stream;
     CText writer(&stream, '|');
@@ -54,7 +54,7 @@ TEST(TextTest, WritesEachFieldInItsOneSpelling)
     EXPECT_EQ(line.substr(fields.size()), crc.data());
 }
 
-TEST(TextTest, KeepsSeparatorsAndControlBytesOutOfALine)
+TEST(TextAndFileTest, KeepsSeparatorsAndControlBytesOutOfALine)
 {
     EXPECT_EQ(Written("a|b\\c\nd\re\tf"), "a\\pb\\\\c\\nd\\re\tf");
     EXPECT_EQ(Written(std::string_view("\0\x1B\x7F", 3)), "\\x00\\x1B\\x7F");
@@ -62,7 +62,7 @@ TEST(TextTest, KeepsSeparatorsAndControlBytesOutOfALine)
     EXPECT_EQ(Written("\xF0\x9F\x8F\x8B\xC2\x85"), "\xF0\x9F\x8F\x8B\xC2\x85");
 }
 
-TEST(TextTest, ChecksumIsTheStandardOne)
+TEST(TextAndFileTest, ChecksumIsTheStandardOne)
 {
     EXPECT_EQ(Crc32C("123456789"), 0xE3069283U); // the check value of CRC-32C
     EXPECT_EQ(Crc32C(""), 0U);
@@ -73,7 +73,7 @@ TEST(TextTest, ChecksumIsTheStandardOne)
     }
 }
 
-TEST(TextTest, TellsAStreamThatTakesNothing)
+TEST(TextAndFileTest, TellsAStreamThatTakesNothing)
 {
     std::ofstream full("/dev/full");
     CText writer(&full, '|');
@@ -86,7 +86,7 @@ TEST(TextTest, TellsAStreamThatTakesNothing)
     EXPECT_FALSE(taken);
 }
 
-TEST(FileTest, NormalisesPaths)
+TEST(TextAndFileTest, NormalisesPaths)
 {
     struct Case
     {
@@ -107,7 +107,7 @@ TEST(FileTest, NormalisesPaths)
     }
 }
 
-TEST(FileTest, NeverReplacesAFile)
+TEST(TextAndFileTest, NeverReplacesAFile)
 {
     CTempFolder const folder;
     auto const name = [&](char const* file) { return (folder.Path() / file).string(); };
@@ -124,7 +124,7 @@ TEST(FileTest, NeverReplacesAFile)
     EXPECT_EQ(content, "first");
 }
 
-TEST(StateTest, KeepsTheOrderThatRecordsRelyOn)
+TEST(TextAndFileTest, KeepsTheOrderThatRecordsRelyOn)
 {
     CStateAbbrev const states;
     ASSERT_EQ(states.Count(), 56);

@@ -5,6 +5,7 @@
 #include "doc/CorvanaDoc.h"
 #include "members/ClassSlotBox.h"
 #include "ui/Convert.h"
+#include "ui/DateExchange.h"
 #include "ui/FieldExchange.h"
 #include "ui/Messages.h"
 
@@ -33,6 +34,8 @@ CMemberEnrollPg::CMemberEnrollPg(CCorvanaDoc& doc, QWidget* parent)
     , m_ui(std::make_unique<Ui::MemberEnrollPg>())
 {
     m_ui->setupUi(this);
+    RefuseWhenLeft(*m_ui->enrollEdit);
+    RefuseWhenLeft(*m_ui->expireEdit);
     for (int i = CDAODef::epMonth; i <= CDAODef::epYear; ++i) {
         m_ui->periodList->addItem(ToQt(CDAODef::GetEnrPerStr(static_cast<CDAODef::enrollper>(i))));
     }
@@ -60,12 +63,13 @@ void CMemberEnrollPg::ShowFields()
 
 bool CMemberEnrollPg::TakeFields()
 {
+    auto enroll = m_dtEnroll;
+    auto expire = m_dtExpire;
     auto slots = m_lstSlots;
-    if (!TakeSlots(slots)) {
+    if (!TakeDate(*m_ui->enrollEdit, enroll) || !TakeDate(*m_ui->expireEdit, expire)
+        || !TakeSlots(slots)) {
         return false;
     }
-    auto const enroll = TakeDate(*m_ui->enrollEdit, m_dtEnroll);
-    auto const expire = TakeDate(*m_ui->expireEdit, m_dtExpire);
     if (IsLaterDay(enroll, expire)) {
         return Refuse(
             m_ui->expireEdit, tr("Error: expiration date cannot precede enrollment date"));

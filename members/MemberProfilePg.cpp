@@ -5,6 +5,7 @@
 #include "store/services/MemberServices.h"
 #include "store/text/StateAbbrev.h"
 #include "ui/Convert.h"
+#include "ui/DateExchange.h"
 #include "ui/FieldExchange.h"
 #include "ui/Messages.h"
 #include "ui/WaitCursor.h"
@@ -75,6 +76,8 @@ CMemberProfilePg::CMemberProfilePg(QWidget* parent)
         LimitText(*(m_ui.get()->*text.m_edit), text.m_nLimit);
     }
     LimitText(*m_ui->messageEdit, int(CDAOMsg::kLongestMessage));
+    m_ui->birthdayEdit->SetNeverInFuture(true);
+    RefuseWhenLeft(*m_ui->birthdayEdit);
     CStateAbbrev const states;
     for (int i = 0; i < states.Count(); ++i) {
         m_ui->stateList->addItem(ToQt(states.GetStAbbrev(i)));
@@ -116,7 +119,10 @@ bool CMemberProfilePg::TakeFields()
     if (workoutNum != m_lEntryWorkoutNum && IsMember(workoutNum, CDAOSmMem::idWorkout)) {
         return RefuseWorkoutNum(workoutNum);
     }
-    auto const birthday = TakeDate(*m_ui->birthdayEdit, m_dtBirthday);
+    auto birthday = m_dtBirthday;
+    if (!TakeDate(*m_ui->birthdayEdit, birthday)) {
+        return false;
+    }
     if (birthday.ChkStatus() && birthday > CEFOleDateTime::GetCurrentTime()) {
         return Refuse(m_ui->birthdayEdit, tr("Error: invalid birthday"));
     }

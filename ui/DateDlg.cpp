@@ -3,7 +3,7 @@
 #include "ui_DateDlg.h"
 
 #include "ui/ControlID.h"
-#include "ui/FieldExchange.h"
+#include "ui/DateExchange.h"
 #include "ui/Messages.h"
 
 namespace
@@ -19,6 +19,7 @@ CDateDlg::CDateDlg(QWidget* parent)
 {
     m_ui->setupUi(this);
     SetControlID(this, kDialogID);
+    RefuseWhenLeft(*m_ui->dateEdit);
 }
 
 CDateDlg::~CDateDlg() = default;
@@ -30,7 +31,10 @@ void CDateDlg::ShowFields()
 
 bool CDateDlg::TakeFields()
 {
-    auto const date = TakeDate(*m_ui->dateEdit, m_dtDate);
+    auto date = m_dtDate;
+    if (!TakeDate(*m_ui->dateEdit, date)) {
+        return false;
+    }
     if (!date.ChkStatus() || (m_bNoFuture && date.IsAfterToday())) {
         return Refuse(m_ui->dateEdit, {}); // without a message, on purpose
     }

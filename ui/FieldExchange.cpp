@@ -1,6 +1,5 @@
 #include "ui/FieldExchange.h"
 
-#include "platform/qt/DateField.h"
 #include "platform/qt/OneLineList.h"
 #include "platform/qt/SpinField.h"
 #include "ui/Convert.h"
@@ -144,21 +143,6 @@ bool TakeNumber(QLineEdit& field, CRange<double> range, double& value)
     }
     value = number;
     return true;
-}
-
-void ShowDate(CDateField& field, CEFOleDateTime const& value)
-{
-    field.SetDate(ToQt(value).date());
-}
-
-CEFOleDateTime TakeDate(CDateField const& field, CEFOleDateTime const& shown)
-{
-    auto const date = field.Date();
-    if (date == ToQt(shown).date()) {
-        return shown;
-    }
-    return date.isValid() ? CEFOleDateTime(date.year(), date.month(), date.day())
-                          : CEFOleDateTime::Invalid();
 }
 
 void ShowPair(QRadioButton& whenTrue, QRadioButton& whenFalse, bool value)

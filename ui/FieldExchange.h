@@ -1,11 +1,8 @@
 #pragma once
 
-#include "store/EFOleDateTime.h"
-
 #include <cstdint>
 #include <string>
 
-class CDateField;
 class COneLineList;
 class CSpinField;
 class QComboBox;
@@ -15,10 +12,10 @@ class QRadioButton;
 class QString;
 class QWidget;
 
-// The exchange between fields and what they edit. The Take functions without a bool never object.
-// Those that are given what a field was filled with return exactly that as long as the user has
-// not touched the field: what another program stored and the field cannot show, such as a text
-// that is too long for it, is not written back changed.
+// The exchange between fields and what they edit; dates and times have one of their own. The Take
+// functions without a bool never object. Those that are given what a field was filled with return
+// exactly that as long as the user has not touched the field: what another program stored and the
+// field cannot show, such as a text that is too long for it, is not written back changed.
 
 // Texts
 
@@ -46,11 +43,6 @@ bool TakeNumber(QLineEdit& field, CRange<std::int32_t> range, std::int32_t& valu
 bool TakeNumber(CSpinField& field, CRange<std::int32_t> range, std::int32_t& value);
 /// With "." as the decimal point, whatever the locale.
 bool TakeNumber(QLineEdit& field, CRange<double> range, double& value);
-
-// Dates: the day alone can be edited. A time of day that was shown stays with an untouched day.
-
-void ShowDate(CDateField& field, CEFOleDateTime const& value);
-CEFOleDateTime TakeDate(CDateField const& field, CEFOleDateTime const& shown);
 
 // Choices
 

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QLineEdit>
 #include <QMessageBox>
 
@@ -53,11 +52,6 @@ bool Show(QWidget* parent, CMessage const& message)
 
 void SelectAll(QWidget* field)
 {
-    // Keys typed over a date that is selected whole go nowhere; it is typed part by part.
-    if (auto* const date = qobject_cast<QDateTimeEdit*>(field); date != nullptr) {
-        date->setSelectedSection(date->sectionAt(0));
-        return;
-    }
     auto* const combo = qobject_cast<QComboBox*>(field);
     QObject* const text = combo != nullptr ? combo->lineEdit() : field;
     // Line edits, spin boxes and text fields all have this slot, from no common base.

@@ -154,7 +154,16 @@ void MemberEnrollPgTest::datesAreComparedByDay()
     QFETCH(QString const, refusal);
     CEnrollUser user(*m_doc);
     user.Show();
-    user.Field<CDateField>("expireEdit").SetDate(expire);
+    for (auto const* const name : {"enrollEdit", "expireEdit"}) {
+        user.Enter(name, u"1/32/26"_s);
+        auto const told = user.m_messages.Texts().size();
+        QTest::keyClick(&user.Field<CDateField>(name), Qt::Key_Tab);
+        QTRY_COMPARE(user.m_messages.Texts().size(), told + 1);
+        QCOMPARE(
+            user.Ok(), u"Enter a date, such as 11/24/2026. @%1"_s.arg(QLatin1StringView(name)));
+        user.Enter(name, u"1/5/26"_s);
+    }
+    user.Enter("expireEdit", expire.toString(u"M-d-yy"_s));
     QCOMPARE(user.Ok(), refusal);
     QCOMPARE(user.m_page.m_dtEnroll, CEFOleDateTime(2026, 1, 5, 9, 0, 0));
     QCOMPARE(ToQt(user.m_page.m_dtExpire).date(), refusal.isEmpty() ? expire : QDate(2027, 1, 5));

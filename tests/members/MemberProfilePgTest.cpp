@@ -81,11 +81,16 @@ void MemberProfilePgTest::checksInOrder()
     QCOMPARE(user.Ok(), u"Error: invalid birthday @birthdayEdit"_s);
     QCOMPARE(user.m_page.m_lMemberID, 5); // a refused page changes nothing
     QCOMPARE(user.m_page.m_strFirstName, std::string());
-    user.Field<CDateField>("birthdayEdit").SetDate({2000, 2, 29});
+    user.Enter("birthdayEdit", u"2/30/2000"_s);
+    auto const noDate = u"Enter a date, such as 11/24/2026."_s;
+    QTest::keyClick(&user.Field<CDateField>("birthdayEdit"), Qt::Key_Tab);
+    QTRY_COMPARE(user.m_messages.Texts().constLast(), noDate);
+    QCOMPARE(user.Ok(), noDate + u" @birthdayEdit"_s);
+    user.Enter("birthdayEdit", u"050638"_s);
     QCOMPARE(user.Ok(), QString());
     QCOMPARE(user.m_page.m_lMemberID, 999999999);
     QCOMPARE(user.m_page.m_lWorkoutNum, 1);
-    QCOMPARE(user.m_page.m_dtBirthday, CEFOleDateTime(2000, 2, 29));
+    QCOMPARE(user.m_page.m_dtBirthday, CEFOleDateTime(1938, 5, 6));
 }
 
 void MemberProfilePgTest::ownNumbersAreNotLookedUp()

@@ -4,10 +4,12 @@
 #include "platform/qt/DropDown.h"
 #include "platform/qt/OneLineList.h"
 #include "platform/qt/SpinField.h"
+#include "platform/qt/TimeField.h"
 #include "tests/QtTests.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/FileRecorder.h"
 #include "tests/ui/MessageRecorder.h"
+#include "ui/DateExchange.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -30,9 +32,8 @@ private Q_SLOTS:
     void digitsOnlyTakesNoOtherKeys();
     void untouchedTextsStayAsTheyWere();
     void textsEndAtTheirLimit();
-    void untouchedDatesStayAsTheyWere();
-    void datesAreTyped();
-    void optionalDatesNeedTheirCheck();
+    void datesAndTimesAreTakenOrRefused();
+    void wrongDatesAreRefusedWhenLeft();
     void spinButtonsStopAtTheEnds();
     void dropDownsTellWhenTheyClose();
     void oneLineListShowsItsChoice();
@@ -164,43 +165,84 @@ void FieldExchangeTest::textsEndAtTheirLimit()
     QCOMPARE(memo.toPlainText(), u"0123456789"_s);
 }
 
-void FieldExchangeTest::untouchedDatesStayAsTheyWere()
-{
-    CDateField field;
-    for (auto const& stored : {CEFOleDateTime(2026, 11, 24, 18, 5, 9), CEFOleDateTime(),
-             CEFOleDateTime::Invalid(), CEFOleDateTime(100, 1, 1), CEFOleDateTime(9999, 12, 31)}) {
-        ShowDate(field, stored);
-        QCOMPARE(field.text().trimmed(),
-            stored.ChkStatus() ? QString::fromStdString(stored.DateStrLongYear()) : QString());
-        QVERIFY(TakeDate(field, stored) == stored);
-    }
-    field.SetDate(QDate(2000, 2, 29));
-    QVERIFY(TakeDate(field, CEFOleDateTime::Invalid()) == CEFOleDateTime(2000, 2, 29));
-}
-
-void FieldExchangeTest::datesAreTyped()
+void FieldExchangeTest::datesAndTimesAreTakenOrRefused()
 {
     CMessageRecorder const messages;
-    CDateField field;
-    field.SetDate(QDate(2026, 11, 24));
-    field.show();
-    QVERIFY(QTest::qWaitForWindowActive(&field));
-    Refuse(&field, u"no"_s); // selects it such that typing replaces the date
-    QTest::keyClicks(&field, u"02031999"_s);
-    QCOMPARE(field.Date(), QDate(1999, 2, 3));
+    CDateField date;
+    CTimeField time;
+    for (auto const& stored : {CEFOleDateTime(2026, 11, 24, 18, 5, 9), CEFOleDateTime(),
+             CEFOleDateTime::Invalid(), CEFOleDateTime(100, 1, 1), CEFOleDateTime(9999, 12, 31)}) {
+        ShowDate(date, stored);
+        ShowTime(time, stored);
+        QCOMPARE(date.text(),
+            stored.ChkStatus() ? QString::fromStdString(stored.DateStrLongYear()) : QString());
+        auto taken = stored;
+        QVERIFY(TakeDate(date, taken) && TakeTime(time, taken));
+        QCOMPARE(taken, stored);
+    }
+    CEFOleDateTime value(2026, 11, 24, 18, 5, 9);
+    ShowDate(date, value);
+    ShowTime(time, value);
+    Type(date, u"112426"_s);
+    Type(time, u"6:05p"_s);
+    QVERIFY(TakeDate(date, value) && TakeTime(time, value));
+    QCOMPARE(value, CEFOleDateTime(2026, 11, 24, 18, 5));
+    Type(date, u"2/3/1999"_s);
+    QVERIFY(TakeDate(date, value));
+    QCOMPARE(value, CEFOleDateTime(1999, 2, 3));
+    Type(date, u"2/30/1999"_s);
+    Type(time, {});
+    QVERIFY(!TakeDate(date, value) && !TakeTime(time, value));
+    QCOMPARE(value, CEFOleDateTime(1999, 2, 3));
+    QCOMPARE(messages.Texts(),
+        (QStringList{
+            u"Enter a date, such as 11/24/2026."_s, u"Enter a time, such as 18:05:09."_s}));
+    date.SetMayBeEmpty(true);
+    Type(date, {});
+    QVERIFY(TakeDate(date, value) && !value.ChkStatus());
+
+    COptionalDateField optional;
+    std::optional<CEFOleDateTime> choice;
+    ShowOptionalDate(optional, choice);
+    Child<QLineEdit>(optional, "field").setText(u"x"_s);
+    QVERIFY(TakeOptionalDate(optional, choice) && !choice);
+    Child<QCheckBox>(optional, "check").click();
+    QVERIFY(!TakeOptionalDate(optional, choice) && !choice);
+    Type(optional.Field(), u"1/2/2026"_s);
+    QVERIFY(TakeOptionalDate(optional, choice));
+    QCOMPARE(choice.value(), CEFOleDateTime(2026, 1, 2));
 }
 
-void FieldExchangeTest::optionalDatesNeedTheirCheck()
+void FieldExchangeTest::wrongDatesAreRefusedWhenLeft()
 {
-    COptionalDateField field;
-    field.SetDate(std::nullopt);
-    QVERIFY(!field.Date());
-    Child<QCheckBox>(field, "check").click();
-    Child<CDateField>(field, "field").SetDate(QDate(2026, 1, 2));
-    QVERIFY(field.Date() == QDate(2026, 1, 2));
-    field.SetDate(QDate(2025, 1, 2));
-    QVERIFY(Child<CDateField>(field, "field").isEnabled());
-    QVERIFY(field.Date() == QDate(2025, 1, 2));
+    CMessageRecorder messages;
+    QWidget window;
+    auto* const layout = new QVBoxLayout(&window);
+    auto* const date = new CDateField;
+    auto* const time = new CTimeField;
+    auto* const other = new QLineEdit;
+    for (QLineEdit* const field :
+        {static_cast<QLineEdit*>(date), static_cast<QLineEdit*>(time), other}) {
+        layout->addWidget(field);
+    }
+    RefuseWhenLeft(*date);
+    RefuseWhenLeft(*time);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    messages.m_fnWhileShown = [&] { QVERIFY(!date->hasFocus()); };
+    Type(*time, u"x"_s);
+    Type(*date, u"12/31/"_s);
+    QTest::mouseClick(time, Qt::LeftButton);
+    QCOMPARE(messages.Texts(), QStringList()); // not in the middle of the click
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QCOMPARE(messages.Texts(), QStringList{u"Enter a date, such as 11/24/2026."_s});
+    QVERIFY(date->hasFocus());
+    QCOMPARE(date->selectedText(), u"12/31/"_s);
+    QTest::keyClick(date, Qt::Key_Tab);
+    window.close();
+    QCoreApplication::processEvents();
+    QCOMPARE(messages.Texts().size(), 1);
 }
 
 void FieldExchangeTest::spinButtonsStopAtTheEnds()

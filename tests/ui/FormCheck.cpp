@@ -30,6 +30,7 @@ bool IsPartOfAnother(QWidget const& widget)
     auto const* const parent = widget.parentWidget();
     return qobject_cast<QAbstractSpinBox const*>(parent) != nullptr
         || qobject_cast<QComboBox const*>(parent) != nullptr
+        || qobject_cast<QLineEdit const*>(parent) != nullptr
         || widget.objectName().startsWith(u"qt_"_s);
 }
 

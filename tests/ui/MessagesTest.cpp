@@ -5,7 +5,6 @@
 #include "ui/WaitCursor.h"
 
 #include <QComboBox>
-#include <QDateEdit>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -144,7 +143,6 @@ void MessagesTest::refusesWithFocusAndSelection()
     auto* const line = new QLineEdit(u"abc"_s, &window);
     auto* const spin = new QSpinBox(&window);
     spin->setValue(42);
-    auto* const date = new QDateEdit(&window);
     auto* const combo = new QComboBox(&window);
     combo->setEditable(true);
     combo->setEditText(u"xyz"_s);
@@ -161,8 +159,6 @@ void MessagesTest::refusesWithFocusAndSelection()
     QCOMPARE(line->selectedText(), u"abc"_s);
     Refuse(combo, {});
     QCOMPARE(combo->lineEdit()->selectedText(), u"xyz"_s);
-    Refuse(date, {});
-    QVERIFY(date->hasFocus());
     Refuse(fixed, {});
     QVERIFY(fixed->hasFocus());
     QCOMPARE(messages.Texts(), QStringList{u"Enter an integer."_s});

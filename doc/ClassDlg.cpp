@@ -2,10 +2,7 @@
 
 #include "ui_ClassDlg.h"
 
-#include "doc/ClassLists.h"
-#include "doc/CorvanaDoc.h"
 #include "ui/ControlID.h"
-#include "ui/Convert.h"
 
 namespace
 {
@@ -16,34 +13,27 @@ constexpr int kDialogID = 152;
 
 CClassDlg::CClassDlg(CCorvanaDoc& doc, QWidget* parent)
     : CDialog(parent)
-    , m_doc(doc)
     , m_ui(std::make_unique<Ui::ClassDlg>())
 {
     m_ui->setupUi(this);
     SetControlID(this, kDialogID);
-    LinkClassLists(m_doc, Lists());
+    m_ui->classPicker->SetUp(doc, Qt::Vertical);
 }
 
 CClassDlg::~CClassDlg() = default;
 
-void CClassDlg::ShowFields()
+void CClassDlg::FillLists()
 {
-    m_doc.FillCategoryList(Lists());
+    m_ui->classPicker->ShowFresh();
 }
 
 bool CClassDlg::TakeFields()
 {
-    if (!CheckRealClass(Lists())) {
+    if (!m_ui->classPicker->CheckRealClass()) {
         return false;
     }
-    m_strCategory = FromQt(m_ui->categoryList->currentText());
-    m_strCourse = FromQt(m_ui->courseList->currentText());
-    m_strSection = FromQt(m_ui->sectionList->currentText());
+    m_strCategory = m_ui->classPicker->Category();
+    m_strCourse = m_ui->classPicker->Course();
+    m_strSection = m_ui->classPicker->Section();
     return true;
-}
-
-CClassLists CClassDlg::Lists() const
-{
-    return {m_ui->categoryList, m_ui->courseList, m_ui->sectionList, m_ui->categoryLabel,
-        m_ui->courseLabel, m_ui->sectionLabel};
 }

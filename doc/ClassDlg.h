@@ -6,7 +6,6 @@
 #include <string>
 
 class CCorvanaDoc;
-struct CClassLists;
 
 namespace Ui
 {
@@ -18,7 +17,7 @@ class CClassDlg : public CDialog
 {
     Q_OBJECT
 public:
-    /// The document fills the lists and must outlive the dialog.
+    /// The document has the catalogue and must outlive the dialog.
     explicit CClassDlg(CCorvanaDoc& doc, QWidget* parent = nullptr);
     ~CClassDlg() override;
 
@@ -28,12 +27,9 @@ public:
     std::string m_strSection; ///< empty when the course has no sections
 
 protected:
-    void ShowFields() override;
+    void FillLists() override;
     bool TakeFields() override;
 
 private:
-    CClassLists Lists() const;
-
-    CCorvanaDoc& m_doc;
     std::unique_ptr<Ui::ClassDlg> const m_ui;
 };

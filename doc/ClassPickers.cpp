@@ -98,33 +98,14 @@ bool SelectStored(QComboBox& list, std::string const& name, bool isKnownSoFar)
 
 } // namespace
 
-void LinkClassLists(CCorvanaDoc& doc, CClassLists const& lists)
+bool TakeMemberClass(QComboBox& list, std::uint8_t& classIndex)
 {
-    for (auto* const widget :
-        std::initializer_list<QWidget*>{lists.m_pCategoryLabel, lists.m_pCategory,
-            lists.m_pCourseLabel, lists.m_pCourse, lists.m_pSectionLabel, lists.m_pSection}) {
-        auto policy = widget->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        widget->setSizePolicy(policy);
+    if (list.currentIndex() < 0) {
+        return Refuse(&list,
+            QCoreApplication::translate("ClassLists", "Error: select a category, course, section"));
     }
-    QObject::connect(lists.m_pCategory, &CDropDown::Closed, lists.m_pCategory,
-        [&doc, lists] { doc.FillCourseList(lists); });
-    QObject::connect(lists.m_pCourse, &CDropDown::Closed, lists.m_pCourse,
-        [&doc, lists] { doc.FillSectionList(lists); });
-}
-
-bool HasRealClass(CClassLists const& lists)
-{
-    return !lists.m_pCategory->currentText().isEmpty()
-        && lists.m_pCategory->currentData().toInt() != 0;
-}
-
-bool CheckRealClass(CClassLists const& lists)
-{
-    return HasRealClass(lists)
-        || Refuse(lists.m_pCategory,
-            QCoreApplication::translate(
-                "ClassLists", "Error: select a category, course, and/or section"));
+    classIndex = static_cast<std::uint8_t>(list.currentData().toUInt());
+    return true;
 }
 
 void CCorvanaDoc::FillCategoryList(CClassLists const& lists)

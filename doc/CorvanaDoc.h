@@ -31,9 +31,6 @@
 #include <vector>
 
 class CAppCommands;
-class CMemberEditor;
-class CMemberProfilePg;
-class CPropertySheet;
 struct CClassLists;
 class CDAOStn;
 class CDocViews;
@@ -141,6 +138,19 @@ public:
     /// Starts the report server and tells the user whether one runs.
     void StartReportServer();
 
+    // What the operations of all folders use.
+
+    /// The window that dialogs belong to; null without a main window.
+    QWidget* Window() const;
+    /// Who shows the members; null without a main window.
+    CDocViews* Views() const { return m_pViews; }
+    /// Shows the result of an operation where it does not interrupt the user.
+    void ShowResult(QString const& text);
+    /// Tells the failure, with the engine's reason if there is one; always false.
+    bool Fail(QString const& text, CDAOEFSet const& set);
+    /// Asks for a member ID; 0 when the user cancels.
+    std::int32_t AskMemberID(bool mustExist);
+
     // Record sets, made in this order and destroyed in the reverse one. Those of the centre keep
     // the values that OnNewDocument read.
     CDAOCenter m_setCenter;
@@ -179,21 +189,11 @@ public:
     std::int32_t m_nEvalMemberSel = 0; ///< member ID of the evaluation selection
 
 private:
-    /// Asks for a member ID; 0 when the user cancels.
-    std::int32_t AskMemberID(bool mustExist);
-    bool SaveMember(CPropertySheet& sheet, CMemberEditor& editor, CMemberProfilePg& profile);
-    void ShowSavedMember(std::int32_t memberID, std::int32_t previousID, bool isNew);
-    bool ConfirmDeletion(QString const& expiration);
-    bool DeleteFoundMember();
     bool LoadConfiguration();
     void LoadStations(CDAOStn& set, int count);
-    /// Tells the failure, with the engine's reason if there is one; always false.
-    bool Fail(QString const& text, CDAOEFSet const& set);
     bool AddReport(int type, QString const& name);
     bool StoreReport(int type);
     void TellNotBuiltYet();
-    QWidget* Window() const;
-    void ShowResult(QString const& text);
 
     CAppCommands& m_app;
     CDocViews* m_pViews = nullptr;

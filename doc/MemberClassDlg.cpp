@@ -24,7 +24,7 @@ CMemberClassDlg::CMemberClassDlg(CCorvanaDoc& doc, QWidget* parent)
 
 CMemberClassDlg::~CMemberClassDlg() = default;
 
-void CMemberClassDlg::ShowFields()
+void CMemberClassDlg::FillLists()
 {
     m_doc.FillMemberClassList(
         m_lMemberID, m_nClassIndex, *m_ui->classList, m_bWithUnknown, m_bWithAll);

@@ -31,7 +31,7 @@ public:
     std::string m_strClass; ///< after OK the text of the chosen class
 
 protected:
-    void ShowFields() override;
+    void FillLists() override;
     bool TakeFields() override;
 
 private:

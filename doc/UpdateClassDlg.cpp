@@ -2,11 +2,9 @@
 
 #include "ui_UpdateClassDlg.h"
 
-#include "doc/ClassLists.h"
 #include "doc/CorvanaDoc.h"
+#include "platform/qt/DropDown.h"
 #include "ui/ControlID.h"
-#include "ui/Convert.h"
-#include "ui/FieldExchange.h"
 
 #include <QLineEdit>
 
@@ -19,67 +17,53 @@ constexpr CRange<std::int32_t> kBonuses = {0, 99};
 
 CUpdateClassDlg::CUpdateClassDlg(CCorvanaDoc& doc, QWidget* parent)
     : CDialog(parent)
-    , m_doc(doc)
+    , m_class(EmptySlot(doc.m_setDef, 0))
     , m_ui(std::make_unique<Ui::UpdateClassDlg>())
 {
     m_ui->setupUi(this);
+    m_ui->classPicker->SetUp(doc, Qt::Vertical);
+    m_ui->classPicker->AlignWith(*m_ui->reEvalLabel);
     SetControlIDs();
-    LinkClassLists(m_doc, Lists());
-    for (auto* const spin : {m_ui->reEvalSpin, m_ui->otherSpin}) {
-        spin->SetRange(kBonuses.least, kBonuses.greatest);
-    }
-    for (auto const status : {CDAODef::gsNone, CDAODef::gsInProgress, CDAODef::gsSatisfactory,
-             CDAODef::gsIncomplete, CDAODef::gsWithdrawn}) {
-        m_ui->gradeList->addItem(ToQt(CDAODef::GetGrdStatStr(status)));
-    }
-    m_class = EmptySlot(m_doc.m_setDef, 0);
+    m_fields.Pair(*m_ui->orientYesButton, *m_ui->orientNoButton, m_class.orientBonus);
+    m_fields.Number(*m_ui->reEvalSpin, m_class.reEvalBonuses, kBonuses);
+    m_fields.Number(*m_ui->otherSpin, m_class.otherBonuses, kBonuses);
+    m_fields.List(
+        *m_ui->gradeList, m_class.gradeStat, CDAODef::gsWithdrawn, CDAODef::GetGrdStatStr);
+    m_fields.Pair(*m_ui->transferButton, *m_ui->deleteButton, m_bTransfer);
 }
 
 CUpdateClassDlg::~CUpdateClassDlg() = default;
 
+void CUpdateClassDlg::FillLists()
+{
+    m_ui->classPicker->ShowFresh();
+}
+
 void CUpdateClassDlg::ShowFields()
 {
-    m_doc.FillCategoryList(Lists());
-    ShowPair(*m_ui->orientYesButton, *m_ui->orientNoButton, m_class.orientBonus);
-    m_ui->reEvalSpin->SetValue(m_class.reEvalBonuses);
-    m_ui->otherSpin->SetValue(m_class.otherBonuses);
-    m_ui->gradeList->setCurrentIndex(m_class.gradeStat);
-    ShowPair(*m_ui->transferButton, *m_ui->deleteButton, m_bTransfer);
+    m_fields.Show();
 }
 
 bool CUpdateClassDlg::TakeFields()
 {
-    std::int32_t reEvalBonuses = 0;
-    std::int32_t otherBonuses = 0;
-    if (!TakeNumber(*m_ui->reEvalSpin, kBonuses, reEvalBonuses)
-        || !TakeNumber(*m_ui->otherSpin, kBonuses, otherBonuses) || !CheckRealClass(Lists())) {
+    auto& picker = *m_ui->classPicker;
+    if (!m_fields.Take() || !picker.CheckRealClass()) {
         return false;
     }
-    m_class.category = FromQt(m_ui->categoryList->currentText());
-    m_class.course = FromQt(m_ui->courseList->currentText());
-    m_class.section = FromQt(m_ui->sectionList->currentText());
-    m_class.orientBonus = m_ui->orientYesButton->isChecked();
-    m_class.reEvalBonuses = reEvalBonuses;
-    m_class.otherBonuses = otherBonuses;
-    if (auto const grade = m_ui->gradeList->currentIndex(); grade >= 0) {
-        m_class.gradeStat = static_cast<std::uint8_t>(grade);
-    }
-    m_bTransfer = m_ui->transferButton->isChecked();
+    m_fields.Commit();
+    m_class.category = picker.Category();
+    m_class.course = picker.Course();
+    m_class.section = picker.Section();
     return true;
-}
-
-CClassLists CUpdateClassDlg::Lists() const
-{
-    return {m_ui->categoryList, m_ui->courseList, m_ui->sectionList, m_ui->categoryLabel,
-        m_ui->courseLabel, m_ui->sectionLabel};
 }
 
 void CUpdateClassDlg::SetControlIDs()
 {
     SetControlID(this, 215);
-    SetControlID(m_ui->categoryList, 1665);
-    SetControlID(m_ui->courseList, 1667);
-    SetControlID(m_ui->sectionList, 1669);
+    auto const& lists = m_ui->classPicker->Lists();
+    SetControlID(lists.m_pCategory, 1665);
+    SetControlID(lists.m_pCourse, 1667);
+    SetControlID(lists.m_pSection, 1669);
     SetControlID(m_ui->orientYesButton, 1670);
     SetControlID(m_ui->orientNoButton, 1671);
     SetControlID(m_ui->reEvalSpin->Edit(), 1672);

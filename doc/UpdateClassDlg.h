@@ -2,11 +2,11 @@
 
 #include "platform/qt/Dialog.h"
 #include "store/services/MemberServices.h"
+#include "ui/FormFields.h"
 
 #include <memory>
 
 class CCorvanaDoc;
-struct CClassLists;
 
 namespace Ui
 {
@@ -19,7 +19,7 @@ class CUpdateClassDlg : public CDialog
 {
     Q_OBJECT
 public:
-    /// The document fills the lists and must outlive the dialog.
+    /// The document has the catalogue and must outlive the dialog.
     explicit CUpdateClassDlg(CCorvanaDoc& doc, QWidget* parent = nullptr);
     ~CUpdateClassDlg() override;
 
@@ -29,13 +29,13 @@ public:
     bool m_bTransfer = true; ///< false: the records of the class before are deleted
 
 protected:
+    void FillLists() override;
     void ShowFields() override;
     bool TakeFields() override;
 
 private:
-    CClassLists Lists() const;
     void SetControlIDs();
 
-    CCorvanaDoc& m_doc;
     std::unique_ptr<Ui::UpdateClassDlg> const m_ui;
+    CFormFields m_fields;
 };

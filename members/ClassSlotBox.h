@@ -1,13 +1,14 @@
 #pragma once
 
-#include "doc/ClassLists.h"
 #include "store/services/MemberServices.h"
+#include "ui/FormFields.h"
 
 #include <QGroupBox>
 
 #include <memory>
 
 class CCorvanaDoc;
+class CDropDown;
 
 namespace Ui
 {
@@ -15,21 +16,26 @@ class ClassSlotBox;
 }
 
 /// The fields of one class slot of a member: the class, chosen from the catalogue, its bonuses and
-/// its grade status. What it was shown and cannot show in turn, such as a class name that differs
-/// from the catalogue's in its case, comes back as it was unless the user changed it.
+/// its grade status.
 class CClassSlotBox : public QGroupBox
 {
     Q_OBJECT
 public:
-    /// The number, from 1 on, is what the user knows the slot by. The document must live longer.
-    CClassSlotBox(CCorvanaDoc& doc, int number, QWidget* parent = nullptr);
+    /// The number, from 1 on, is what the user knows the slot by. Document and slot must live
+    /// longer.
+    CClassSlotBox(CCorvanaDoc& doc, int number, CClassSlot& slot, QWidget* parent = nullptr);
     ~CClassSlotBox() override;
 
-    void ShowSlot(CClassSlot const& slot);
-    /// Takes category, course and section; the slot comes as it was shown or last taken.
-    void TakeClass(CClassSlot& slot) const;
-    /// Takes all fields; false, with the slot as it was, when a bonus is refused.
-    bool TakeSlot(CClassSlot& slot) const;
+    void Show();
+    /// False when a bonus is refused; the slot stays as it is until Commit.
+    bool Take() { return m_fields.Take(); }
+    void Commit();
+
+    /// The slot with the class that the lists show.
+    CClassSlot ShownClass() const;
+    /// The same as long as the user has chosen; else the class as it is stored, of which the lists
+    /// may show more.
+    CClassSlot ClassToDelete() const;
     /// A class that the catalogue has is selected.
     bool HasClass() const;
     QWidget* CategoryList() const;
@@ -41,8 +47,8 @@ private:
     void ShowDelete(bool shown);
     void UpdateDelete();
 
-    CCorvanaDoc& m_doc;
+    CClassSlot& m_slot;
+    CClassSlot m_shown; ///< the slot as the fields were filled from it
     std::unique_ptr<Ui::ClassSlotBox> const m_ui;
-    CClassLists m_lists = {};
-    bool m_bClassChosen = false; ///< the user has used the lists since the slot was shown
+    CFormFields m_fields;
 };

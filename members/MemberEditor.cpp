@@ -74,17 +74,6 @@ private:
     CSetCloser const m_closeMsg;
 };
 
-/// The row that a find has left, no values when it found none. A set keeps the values of the row
-/// before in that case, which is another member's.
-std::vector<DbValue> RowOf(CDAOEFSet& set, bool found)
-{
-    if (!found) {
-        set.ClearFields();
-        return {};
-    }
-    return set.FieldValues();
-}
-
 /// Another program's way of saying yes stays as it is.
 void SetFlag(std::uint8_t& field, bool value)
 {
@@ -128,11 +117,11 @@ bool CMemberEditor::Load()
 bool CMemberEditor::Find(std::int32_t memberID, CState& state)
 {
     auto& doc = m_doc;
-    state.m_lstSummary
-        = RowOf(doc.m_setSmMem, doc.m_setSmMem.FindMember(CDAOSmMem::idMember, memberID) != 0);
-    state.m_lstProfile = RowOf(doc.m_setProf, doc.m_setProf.FindProfile(memberID) != 0);
-    state.m_lstEnrollment = RowOf(doc.m_setEnr, doc.m_setEnr.FindEnrollment(memberID) != 0);
-    state.m_lstMessage = RowOf(doc.m_setMsg, doc.m_setMsg.FindMessages(memberID) != 0);
+    state.m_summary = CRowSnapshot(
+        doc.m_setSmMem, doc.m_setSmMem.FindMember(CDAOSmMem::idMember, memberID) != 0);
+    state.m_profile = CRowSnapshot(doc.m_setProf, doc.m_setProf.FindProfile(memberID) != 0);
+    state.m_enrollment = CRowSnapshot(doc.m_setEnr, doc.m_setEnr.FindEnrollment(memberID) != 0);
+    state.m_message = CRowSnapshot(doc.m_setMsg, doc.m_setMsg.FindMessages(memberID) != 0);
     state.m_strMessage = doc.m_setMsg.m_Message;
     FindClasses(memberID, state);
     for (CDAOEFSet const* const set : std::initializer_list<CDAOEFSet const*>{
@@ -150,7 +139,7 @@ void CMemberEditor::FindClasses(std::int32_t memberID, CState& state)
     state.m_lstClasses.clear();
     int const count = set.FindClasses(memberID);
     for (int row = 0; row < count; ++row) {
-        state.m_lstClasses.emplace_back(set.m_ClassIndex, set.FieldValues());
+        state.m_lstClasses.emplace_back(set.m_ClassIndex, CRowSnapshot(set, true));
         set.Op(CDAOEFSet::opMoveNext);
     }
     if (count > 0) {
@@ -233,56 +222,62 @@ void CMemberEditor::FillSlots(std::size_t count)
 
 // ---- writing
 
-CMemberSave CMemberEditor::Save()
+CSaveOutcome CMemberEditor::Save()
 {
     CMemberSets const close(m_doc);
     auto* const database = CDatabaseSession::Get().Open(DataFile::member, m_status);
     if (database == nullptr) {
-        return CMemberSave::failed;
+        return CSaveOutcome::failed;
     }
     CTransaction transaction(*database);
     m_status = transaction.Status();
     if (!m_status || !Find(IsNew() ? m_pages.m_profile.m_lMemberID : m_lMemberID, m_found)) {
-        return CMemberSave::failed;
+        return CSaveOutcome::failed;
     }
     auto const verdict = Check();
-    if (verdict != CMemberSave::saved) {
+    if (verdict != CSaveOutcome::saved) {
         return verdict;
     }
     if (!WriteRows()) {
-        return CMemberSave::failed;
+        return CSaveOutcome::failed;
     }
     bool const classesStored = WriteClasses();
     m_status = transaction.Commit(); // where a service failed, this tells why
     if (m_status && !classesStored) {
         m_status = {DbError::failed, "The classes of the member could not be stored."};
     }
-    return m_status ? CMemberSave::saved : CMemberSave::failed;
+    return m_status ? CSaveOutcome::saved : CSaveOutcome::failed;
 }
 
 /// Whether the member can be written; "saved" if so.
-CMemberSave CMemberEditor::Check()
+CSaveOutcome CMemberEditor::Check()
 {
     auto const& profile = m_pages.m_profile;
-    bool const isThere = !m_found.m_lstSummary.empty();
+    bool const isThere = m_found.m_summary.IsThere();
     if (IsNew() && isThere) {
-        return CMemberSave::memberIDTaken;
+        return Taken(CTakenNumber::memberID);
     }
     if (!IsNew() && !isThere) {
-        return CMemberSave::deleted;
+        return CSaveOutcome::deleted;
     }
     if (!IsNew() && !IsAsKnown()) {
-        return CMemberSave::changed;
+        return CSaveOutcome::changed;
     }
     if (profile.m_lMemberID != m_lMemberID && !IsNew()
         && IsMember(profile.m_lMemberID, CDAOSmMem::idMember)) {
-        return CMemberSave::memberIDTaken;
+        return Taken(CTakenNumber::memberID);
     }
     if (profile.m_lWorkoutNum != m_doc.m_setSmMem.m_WorkoutNum
         && IsMember(profile.m_lWorkoutNum, CDAOSmMem::idWorkout)) {
-        return CMemberSave::workoutNumTaken;
+        return Taken(CTakenNumber::workoutNum);
     }
-    return CMemberSave::saved;
+    return CSaveOutcome::saved;
+}
+
+CSaveOutcome CMemberEditor::Taken(CTakenNumber number)
+{
+    m_taken = number;
+    return CSaveOutcome::refused;
 }
 
 bool CMemberEditor::IsAsKnown() const
@@ -292,10 +287,9 @@ bool CMemberEditor::IsAsKnown() const
         return std::ranges::any_of(m_pages.m_enroll.m_lstDeleted,
             [&row](CClassSlot const& slot) { return slot.classIndex == row.first; });
     });
-    return m_found.m_lstSummary == m_known.m_lstSummary
-        && m_found.m_lstProfile == m_known.m_lstProfile
-        && m_found.m_lstEnrollment == m_known.m_lstEnrollment && m_found.m_lstClasses == classes
-        && (m_found.m_lstMessage == m_known.m_lstMessage || IsMessageShown());
+    return m_found.m_summary == m_known.m_summary && m_found.m_profile == m_known.m_profile
+        && m_found.m_enrollment == m_known.m_enrollment && m_found.m_lstClasses == classes
+        && (m_found.m_message == m_known.m_message || IsMessageShown());
 }
 
 /// A check-in station has shown the message, which it does once, and taken it away.
@@ -308,10 +302,10 @@ bool CMemberEditor::IsMessageShown() const
 bool CMemberEditor::WriteRows()
 {
     auto& doc = m_doc;
-    bool const begun = Begin(doc.m_setSmMem, !m_found.m_lstSummary.empty())
-        && Begin(doc.m_setProf, !m_found.m_lstProfile.empty())
-        && Begin(doc.m_setEnr, !m_found.m_lstEnrollment.empty())
-        && Begin(doc.m_setMsg, !m_found.m_lstMessage.empty());
+    bool const begun = Begin(doc.m_setSmMem, m_found.m_summary.IsThere())
+        && Begin(doc.m_setProf, m_found.m_profile.IsThere())
+        && Begin(doc.m_setEnr, m_found.m_enrollment.IsThere())
+        && Begin(doc.m_setMsg, m_found.m_message.IsThere());
     if (begun) {
         TakeSummary();
         TakeProfile();

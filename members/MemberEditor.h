@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/db/Status.h"
-#include "platform/db/Value.h"
+#include "doc/RecordEditor.h"
+#include "doc/RowSnapshot.h"
 
 #include <cstdint>
 #include <string>
@@ -23,22 +23,17 @@ struct CMemberPages
     CMemberMedHistPg& m_medHist;
 };
 
-/// What became of a save.
-enum class CMemberSave
+enum class CTakenNumber
 {
-    saved,
-    changed, ///< another program changed the member since it was read; nothing was written
-    deleted, ///< another program deleted the member since; nothing was written
-    memberIDTaken, ///< another member has the ID meanwhile; nothing was written
-    workoutNumTaken, ///< the same for the workout number
-    failed, ///< Status() tells why; nothing was written
+    memberID,
+    workoutNum
 };
 
 /// Reads a member whole into the pages of the editor and writes them back, in one transaction over
 /// all tables. What others did to the member in between is noticed and not written over, unless
 /// that is asked for. Uses the document's record sets and leaves them closed. Costs a fixed number
 /// of look-ups, whatever the number of members.
-class CMemberEditor
+class CMemberEditor : public CRecordEditor
 {
 public:
     /// The document and the pages must outlive the editor. memberID is the one that was asked for,
@@ -47,27 +42,23 @@ public:
 
     /// Reads the member, or the defaults of a new one. False when it cannot be read.
     bool Load();
-    CMemberSave Save();
-    /// After "changed" or "deleted": the next Save writes over what was found, or adds the member
-    /// again.
-    void TakeOver() { m_known = m_found; }
+    CSaveOutcome Save() override;
+    void TakeOver() override { m_known = m_found; }
+    /// After "refused": the number that another member has meanwhile.
+    CTakenNumber TakenNumber() const { return m_taken; }
 
     /// No member had the ID when it was read or last taken over.
-    bool IsNew() const { return m_known.m_lstSummary.empty(); }
-    /// What made Load or Save fail.
-    CDbStatus const& Status() const { return m_status; }
+    bool IsNew() const { return !m_known.m_summary.IsThere(); }
 
 private:
-    using CRow = std::vector<DbValue>;
-
     /// The member as it stands in the tables, to see whether it is still the one that was read.
     struct CState
     {
-        CRow m_lstSummary; ///< empty when there is no such member
-        CRow m_lstProfile;
-        CRow m_lstEnrollment;
-        std::vector<std::pair<std::uint8_t, CRow>> m_lstClasses; ///< with their class indexes
-        CRow m_lstMessage;
+        CRowSnapshot m_summary; ///< of no row when there is no such member
+        CRowSnapshot m_profile;
+        CRowSnapshot m_enrollment;
+        std::vector<std::pair<std::uint8_t, CRowSnapshot>> m_lstClasses; ///< with class indexes
+        CRowSnapshot m_message;
         std::string m_strMessage;
     };
 
@@ -79,7 +70,8 @@ private:
     void FillSlots(std::size_t count);
     bool IsMessageShown() const;
     bool IsAsKnown() const;
-    CMemberSave Check();
+    CSaveOutcome Check();
+    CSaveOutcome Taken(CTakenNumber number);
     bool WriteRows();
     void TakeSummary();
     void TakeProfile();
@@ -90,7 +82,7 @@ private:
     CCorvanaDoc& m_doc;
     CMemberPages const m_pages;
     std::int32_t const m_lMemberID;
-    CDbStatus m_status;
+    CTakenNumber m_taken = CTakenNumber::memberID;
     CState m_known; ///< as the pages were filled from it
     CState m_found; ///< as the last Save found it
 };

@@ -4,9 +4,6 @@
 
 #include "doc/CorvanaDoc.h"
 #include "members/ClassSlotBox.h"
-#include "ui/Convert.h"
-#include "ui/DateExchange.h"
-#include "ui/FieldExchange.h"
 #include "ui/Messages.h"
 
 #include <algorithm>
@@ -34,13 +31,12 @@ CMemberEnrollPg::CMemberEnrollPg(CCorvanaDoc& doc, QWidget* parent)
     , m_ui(std::make_unique<Ui::MemberEnrollPg>())
 {
     m_ui->setupUi(this);
-    RefuseWhenLeft(*m_ui->enrollEdit);
-    RefuseWhenLeft(*m_ui->expireEdit);
-    for (int i = CDAODef::epMonth; i <= CDAODef::epYear; ++i) {
-        m_ui->periodList->addItem(ToQt(CDAODef::GetEnrPerStr(static_cast<CDAODef::enrollper>(i))));
-    }
+    m_fields.Date(*m_ui->enrollEdit, m_dtEnroll);
+    m_fields.Date(*m_ui->expireEdit, m_dtExpire);
+    m_fields.List(*m_ui->periodList, m_nEnrollPer, CDAODef::epYear, CDAODef::GetEnrPerStr);
+    m_fields.Pair(*m_ui->incentiveYesRadio, *m_ui->incentiveNoRadio, m_bIncentive);
     for (std::size_t i = 0; i < m_lstBoxes.size(); ++i) {
-        auto* const box = new CClassSlotBox(doc, static_cast<int>(i) + 1, this);
+        auto* const box = new CClassSlotBox(doc, static_cast<int>(i) + 1, m_lstSlots[i], this);
         m_ui->slotsLayout->addWidget(box);
         connect(box, &CClassSlotBox::DeleteAsked, this, [this, i] { DeleteClass(i); });
         m_lstBoxes[i] = box;
@@ -51,58 +47,36 @@ CMemberEnrollPg::~CMemberEnrollPg() = default;
 
 void CMemberEnrollPg::ShowFields()
 {
-    ShowDate(*m_ui->enrollEdit, m_dtEnroll);
-    ShowDate(*m_ui->expireEdit, m_dtExpire);
-    m_ui->periodList->setCurrentIndex(m_nEnrollPer);
-    ShowPair(*m_ui->incentiveYesRadio, *m_ui->incentiveNoRadio, m_bIncentive);
-    for (std::size_t i = 0; i < m_lstBoxes.size(); ++i) {
-        m_lstBoxes[i]->ShowSlot(m_lstSlots[i]);
-    }
+    m_fields.Show();
+    std::ranges::for_each(m_lstBoxes, &CClassSlotBox::Show);
     m_lstEntry = m_lstSlots;
 }
 
 bool CMemberEnrollPg::TakeFields()
 {
-    auto enroll = m_dtEnroll;
-    auto expire = m_dtExpire;
-    auto slots = m_lstSlots;
-    if (!TakeDate(*m_ui->enrollEdit, enroll) || !TakeDate(*m_ui->expireEdit, expire)
-        || !TakeSlots(slots)) {
+    if (!std::ranges::all_of(m_lstBoxes, &CClassSlotBox::Take) || !m_fields.Take()) {
         return false;
     }
-    if (IsLaterDay(enroll, expire)) {
+    if (IsLaterDay(m_fields.Taken(m_dtEnroll), m_fields.Taken(m_dtExpire))) {
         return Refuse(
             m_ui->expireEdit, tr("Error: expiration date cannot precede enrollment date"));
     }
-    if (!CheckClasses(slots)) {
+    if (!CheckClasses()) {
         return false;
     }
-    m_dtEnroll = enroll;
-    m_dtExpire = expire;
-    if (auto const period = m_ui->periodList->currentIndex(); period >= 0) {
-        m_nEnrollPer = period;
-    }
-    m_bIncentive = m_ui->incentiveYesRadio->isChecked();
-    m_lstSlots = slots;
+    m_fields.Commit();
+    std::ranges::for_each(m_lstBoxes, &CClassSlotBox::Commit);
     return true;
 }
 
-bool CMemberEnrollPg::TakeSlots(CSlots& slots) const
-{
-    for (std::size_t i = 0; i < m_lstBoxes.size(); ++i) {
-        if (!m_lstBoxes[i]->TakeSlot(slots[i])) {
-            return false;
-        }
-    }
-    return true;
-}
-
-bool CMemberEnrollPg::CheckClasses(CSlots const& slots) const
+bool CMemberEnrollPg::CheckClasses() const
 {
     auto* const field = m_lstBoxes[0]->CategoryList();
     if (!std::ranges::any_of(m_lstBoxes, &CClassSlotBox::HasClass)) {
         return Refuse(field, tr("Error: select at least one category, course, and/or section"));
     }
+    CSlots slots;
+    std::ranges::transform(m_lstBoxes, slots.begin(), &CClassSlotBox::ShownClass);
     if (IsSameClass(slots[0], slots[1]) || IsSameClass(slots[0], slots[2])
         || IsSameClass(slots[1], slots[2])) {
         return Refuse(field, tr("Error: duplicate category, course, and section"));
@@ -112,8 +86,7 @@ bool CMemberEnrollPg::CheckClasses(CSlots const& slots) const
 
 void CMemberEnrollPg::DeleteClass(std::size_t slot)
 {
-    auto deleted = m_lstSlots[slot];
-    m_lstBoxes[slot]->TakeClass(deleted);
+    auto const deleted = m_lstBoxes[slot]->ClassToDelete();
     if (!m_doc.DeleteMemberClass(
             m_lMemberID, deleted.classIndex, deleted.category, deleted.course, deleted.section)) {
         return;
@@ -121,7 +94,7 @@ void CMemberEnrollPg::DeleteClass(std::size_t slot)
     NoteDeleted(deleted);
     m_lstSlots[slot]
         = EmptySlot(m_doc.m_setDef, CDAOCls().GenerateIndex(m_lMemberID, deleted.classIndex));
-    m_lstBoxes[slot]->ShowSlot(m_lstSlots[slot]);
+    m_lstBoxes[slot]->Show();
     m_lstBoxes[slot]->CategoryList()->setFocus(); // the button is gone
 }
 

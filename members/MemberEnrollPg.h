@@ -2,6 +2,7 @@
 
 #include "platform/qt/PropertySheet.h"
 #include "store/services/MemberServices.h"
+#include "ui/FormFields.h"
 
 #include <array>
 #include <cstdint>
@@ -42,13 +43,13 @@ protected:
     bool TakeFields() override;
 
 private:
-    bool TakeSlots(CSlots& slots) const;
-    bool CheckClasses(CSlots const& slots) const;
+    bool CheckClasses() const;
     void DeleteClass(std::size_t slot);
     void NoteDeleted(CClassSlot const& deleted);
 
     CCorvanaDoc& m_doc;
     std::unique_ptr<Ui::MemberEnrollPg> const m_ui;
+    CFormFields m_fields;
     std::array<CClassSlotBox*, 3> m_lstBoxes = {};
     CSlots m_lstEntry; ///< the slots as they were when the page was opened
 };

@@ -2,6 +2,7 @@
 
 #include "platform/qt/PropertySheet.h"
 #include "store/EFOleDateTime.h"
+#include "ui/FormFields.h"
 
 #include <cstdint>
 #include <memory>
@@ -52,8 +53,10 @@ protected:
 
 private:
     bool CheckNames() const;
+    bool CheckNumbers();
 
     std::unique_ptr<Ui::MemberProfilePg> const m_ui;
+    CFormFields m_fields;
     std::int32_t m_lEntryMemberID = 0; ///< the two numbers that are the member's own
     std::int32_t m_lEntryWorkoutNum = 0;
 };

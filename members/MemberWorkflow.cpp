@@ -32,6 +32,60 @@ QString NameOf(CDAOSmMem const& member)
     return name + ToQt(member.m_LastName);
 }
 
+void RefuseTakenNumber(
+    CPropertySheet& sheet, CMemberProfilePg& profile, CMemberEditor const& editor)
+{
+    sheet.ShowPage(&profile);
+    if (editor.TakenNumber() == CTakenNumber::memberID) {
+        profile.RefuseMemberID(profile.m_lMemberID);
+    } else {
+        profile.RefuseWorkoutNum(profile.m_lWorkoutNum);
+    }
+}
+
+void ShowSaved(CCorvanaDoc& doc, std::int32_t memberID, std::int32_t previousID, bool isNew)
+{
+    auto* const views = doc.Views();
+    if (views == nullptr) {
+        return;
+    }
+    if (isNew) {
+        views->RemoveMemberNode(previousID); // of a member whom another program deleted
+        views->AddMemberNode(memberID);
+    } else {
+        views->RefreshMemberNode(memberID, kMembersNode, memberID != previousID ? previousID : 0);
+    }
+    doc.ShowResult(CCorvanaDoc::tr("Member ID %1 was saved.").arg(memberID));
+}
+
+/// Asks about the member on which the document's set of small member records stands.
+bool ConfirmDeletion(CCorvanaDoc& doc, QString const& expiration)
+{
+    auto const& member = doc.m_setSmMem;
+    CDeleteMemberDlg dialog(doc.Window());
+    dialog.m_strMember = NameOf(member);
+    dialog.m_strID = QString::number(member.m_MemberID);
+    dialog.m_strStatus = ToQt(CDAOSmMem::GetStatusStr(member.m_Status));
+    dialog.m_strExpiration = expiration;
+    if (expiration.isEmpty()) {
+        CSetCloser const close(doc.m_setMem);
+        if (doc.m_setMem.FindMember(CDAOSmMem::idMember, member.m_MemberID) != 0) {
+            dialog.m_strExpiration = ToQt(doc.m_setMem.m_ExpireDate.DateStrLongYear());
+        }
+    }
+    CWaitCursorPause const pause;
+    return dialog.exec() == QDialog::Accepted;
+}
+
+/// Deletes that member, unless another program did so meanwhile, which comes to the same.
+bool DeleteFound(CCorvanaDoc& doc)
+{
+    if (doc.m_setSmMem.DelCurrent() || doc.m_setSmMem.LastStatus()) {
+        return true;
+    }
+    return doc.Fail(CCorvanaDoc::tr("Error: the member was not deleted."), doc.m_setSmMem);
+}
+
 } // namespace
 
 bool CCorvanaDoc::EditMember(std::int32_t memberID)
@@ -62,7 +116,10 @@ bool CCorvanaDoc::EditMember(std::int32_t memberID)
             CMessageIcon::exclamation, ToQt(editor.Status().Text()));
         return false;
     }
-    sheet.SetFinish([&] { return SaveMember(sheet, editor, *profile); });
+    sheet.SetFinish([&] {
+        return SaveForm(sheet, tr("member"), tr("Saving member data, please wait..."), editor,
+            [&] { RefuseTakenNumber(sheet, *profile, editor); });
+    });
     if (sheet.exec() != QDialog::Accepted) {
         return false;
     }
@@ -72,7 +129,7 @@ bool CCorvanaDoc::EditMember(std::int32_t memberID)
         m_strDefCourse = slot.course;
         m_strDefSection = slot.section;
     }
-    ShowSavedMember(profile->m_lMemberID, memberID, editor.IsNew());
+    ShowSaved(*this, profile->m_lMemberID, memberID, editor.IsNew());
     return true;
 }
 
@@ -81,65 +138,6 @@ void CCorvanaDoc::EditExistingMember()
     if (auto const memberID = AskMemberID(true); memberID != 0) {
         EditMember(memberID);
     }
-}
-
-/// The last step of OK. Whatever keeps the member from being stored is told; the form then stays
-/// open with everything that was entered, so that it can be tried again.
-bool CCorvanaDoc::SaveMember(
-    CPropertySheet& sheet, CMemberEditor& editor, CMemberProfilePg& profile)
-{
-    auto const save = [&] {
-        CWaitCursor const waitCursor;
-        CWaitDlg const wait(tr("Saving member data, please wait..."), &sheet);
-        return editor.Save();
-    };
-    for (;;) {
-        auto const outcome = save();
-        switch (outcome) {
-        case CMemberSave::saved:
-            return true;
-        case CMemberSave::changed:
-        case CMemberSave::deleted:
-            if (!Ask(&sheet,
-                    outcome == CMemberSave::changed
-                        ? tr("This member has been changed at another place\n"
-                             "since you opened the form.\n"
-                             "Do you want to replace those changes with yours?")
-                        : tr("This member has been deleted at another place\n"
-                             "since you opened the form.\n"
-                             "Do you want to add the member again?"))) {
-                return false;
-            }
-            editor.TakeOver();
-            break;
-        case CMemberSave::memberIDTaken:
-            sheet.ShowPage(&profile);
-            return profile.RefuseMemberID(profile.m_lMemberID);
-        case CMemberSave::workoutNumTaken:
-            sheet.ShowPage(&profile);
-            return profile.RefuseWorkoutNum(profile.m_lWorkoutNum);
-        case CMemberSave::failed:
-            Tell(&sheet,
-                tr("Error: the member was not saved.\nYour entries are still in the form."),
-                CMessageIcon::exclamation, ToQt(editor.Status().Text()));
-            return false;
-        }
-    }
-}
-
-void CCorvanaDoc::ShowSavedMember(std::int32_t memberID, std::int32_t previousID, bool isNew)
-{
-    if (m_pViews == nullptr) {
-        return;
-    }
-    if (isNew) {
-        m_pViews->RemoveMemberNode(previousID); // of a member whom another program deleted
-        m_pViews->AddMemberNode(memberID);
-    } else {
-        m_pViews->RefreshMemberNode(
-            memberID, kMembersNode, memberID != previousID ? previousID : 0);
-    }
-    ShowResult(tr("Member ID %1 was saved.").arg(memberID));
 }
 
 bool CCorvanaDoc::DeleteMember(std::int32_t memberID, QString const& expiration)
@@ -160,37 +158,11 @@ bool CCorvanaDoc::DeleteMember(std::int32_t memberID, QString const& expiration)
             }
             return false;
         }
-        isDeleted = ConfirmDeletion(expiration) && DeleteFoundMember();
+        isDeleted = ConfirmDeletion(*this, expiration) && DeleteFound(*this);
     }
     if (isDeleted && m_pViews != nullptr) {
         m_pViews->RemoveMemberNode(memberID);
         ShowResult(tr("Member ID %1 was deleted.").arg(memberID));
     }
     return isDeleted;
-}
-
-bool CCorvanaDoc::ConfirmDeletion(QString const& expiration)
-{
-    CDeleteMemberDlg dialog(Window());
-    dialog.m_strMember = NameOf(m_setSmMem);
-    dialog.m_strID = QString::number(m_setSmMem.m_MemberID);
-    dialog.m_strStatus = ToQt(CDAOSmMem::GetStatusStr(m_setSmMem.m_Status));
-    dialog.m_strExpiration = expiration;
-    if (expiration.isEmpty()) {
-        CSetCloser const close(m_setMem);
-        if (m_setMem.FindMember(CDAOSmMem::idMember, m_setSmMem.m_MemberID) != 0) {
-            dialog.m_strExpiration = ToQt(m_setMem.m_ExpireDate.DateStrLongYear());
-        }
-    }
-    CWaitCursorPause const pause;
-    return dialog.exec() == QDialog::Accepted;
-}
-
-/// Deletes the current member, unless another program did so meanwhile, which comes to the same.
-bool CCorvanaDoc::DeleteFoundMember()
-{
-    if (m_setSmMem.DelCurrent() || m_setSmMem.LastStatus()) {
-        return true;
-    }
-    return Fail(tr("Error: the member was not deleted."), m_setSmMem);
 }

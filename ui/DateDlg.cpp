@@ -32,11 +32,9 @@ void CDateDlg::ShowFields()
 bool CDateDlg::TakeFields()
 {
     auto date = m_dtDate;
-    if (!TakeDate(*m_ui->dateEdit, date)) {
+    if (!TakeDate(*m_ui->dateEdit, date)
+        || (m_bNoFuture && !CheckNotAfterToday(*m_ui->dateEdit, date))) {
         return false;
-    }
-    if (!date.ChkStatus() || (m_bNoFuture && date.IsAfterToday())) {
-        return Refuse(m_ui->dateEdit, {}); // without a message, on purpose
     }
     m_dtDate = date;
     return true;

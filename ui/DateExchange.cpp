@@ -105,6 +105,11 @@ bool TakeTime(CTimeField& field, CEFOleDateTime& value)
     return true;
 }
 
+bool CheckNotAfterToday(CDateField& field, CEFOleDateTime const& value)
+{
+    return (value.ChkStatus() && !value.IsAfterToday()) || Refuse(&field, {});
+}
+
 void RefuseWhenLeft(CDateField& field)
 {
     ConnectLeft(field);

@@ -28,6 +28,10 @@ void ShowTime(CTimeField& field, CEFOleDateTime const& value);
 /// Another time is one of the same day. An emptied field, where that is allowed, means midnight.
 bool TakeTime(CTimeField& field, CEFOleDateTime& value);
 
+/// Refuses a day after today, and a value that is no date, with the focus in the field alone: its
+/// text is message enough.
+bool CheckNotAfterToday(CDateField& field, CEFOleDateTime const& value);
+
 // From now on the field is refused in the same way as soon as the user goes on to another one.
 void RefuseWhenLeft(CDateField& field);
 void RefuseWhenLeft(CTimeField& field);

@@ -25,6 +25,7 @@ void CDialog::setVisible(bool visible)
         }
     }
     if (visible && !isVisible()) {
+        FillLists();
         ShowFields();
     }
     QDialog::setVisible(visible);

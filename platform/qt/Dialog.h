@@ -22,7 +22,10 @@ public:
     void setVisible(bool visible) override;
 
 protected:
-    /// Members to fields. Called each time before the dialog shows.
+    /// Fills lists whose entries come from elsewhere, such as the classes of a member. Called each
+    /// time before the dialog shows, ahead of ShowFields.
+    virtual void FillLists() { }
+    /// Members to fields, at any time, also when a button has calculated one.
     virtual void ShowFields() { }
     /// Fields to members, on OK. Checks in the order of the form and stops at the first fault; the
     /// members are set last, so that a refused OK changes none. False keeps the dialog open.

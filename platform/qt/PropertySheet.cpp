@@ -122,6 +122,7 @@ void CPropertySheet::Open(int index)
     auto* const page = Page(index);
     if (!page->m_bOpened) {
         page->m_bOpened = true;
+        page->FillLists();
         page->ShowFields();
         Scroller(index)->updateGeometry(); // what is shown may want more room than the empty page
         if (isVisible()) {

@@ -22,7 +22,8 @@ public:
 protected:
     friend class CPropertySheet;
 
-    /// Members to fields. Called once, when the page is opened for the first time.
+    /// As with a dialog. Both are called once, when the page is opened for the first time.
+    virtual void FillLists() { }
     virtual void ShowFields() = 0;
     /// Fields to members, whenever the page is left and on OK; see CDialog. False keeps the user
     /// on the page.

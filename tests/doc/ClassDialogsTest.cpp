@@ -36,13 +36,9 @@ class ClassDialogsTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void classIsTaken();
-    void noClassIsRefused();
+    void classIsTakenOrRefused();
     void memberClassIsTaken();
-    void memberWithoutClassesKeepsWhatWasAskedFor();
-    void updateStartsFromTheCentresDefaults();
-    void updateIsChecked_data();
-    void updateIsChecked();
+    void updateIsTakenOrRefused();
     void formsAreFitForEveryone();
 
 private:
@@ -70,141 +66,96 @@ void ClassDialogsTest::cleanup()
     m_pCentre.reset();
 }
 
-void ClassDialogsTest::classIsTaken()
+void ClassDialogsTest::classIsTakenOrRefused()
 {
     CClassDlg dialog(*m_pDoc);
+    auto const taken = [&] {
+        return dialog.m_strCategory + "|" + dialog.m_strCourse + "|" + dialog.m_strSection;
+    };
     dialog.m_strSection = "left over";
     dialog.show();
-    auto const size = dialog.size();
-    StepDown(dialog, "categoryList"); // Staff
-    ClickOk(dialog);
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QCOMPARE(dialog.m_strCategory + "|" + dialog.m_strCourse + "|" + dialog.m_strSection,
-        std::string("Staff|Wellness|Morning"));
-
-    dialog.show(); // a fresh choice again
-    QCOMPARE(Child<CDropDown>(dialog, "categoryList").currentText(), QString());
-    StepDown(dialog, "categoryList", 3); // Guests
-    QCOMPARE(dialog.size(), size); // it does not jump when lists come and go
-    ClickOk(dialog);
-    QCOMPARE(dialog.m_strCategory + "|" + dialog.m_strCourse + "|" + dialog.m_strSection,
-        std::string("Guests||"));
-}
-
-void ClassDialogsTest::noClassIsRefused()
-{
-    CClassDlg dialog(*m_pDoc);
-    dialog.m_strCategory = "as before";
-    dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    auto const size = dialog.size();
     Child<QDialogButtonBox>(dialog, "buttonBox").button(QDialogButtonBox::Ok)->setFocus();
     ClickOk(dialog);
     QVERIFY(dialog.isVisible());
     QCOMPARE(
         m_pMessages->Texts(), QStringList{u"Error: select a category, course, and/or section"_s});
-    QVERIFY(m_pMessages->Messages()[0].m_icon == CMessageIcon::none);
     QVERIFY(Child<CDropDown>(dialog, "categoryList").hasFocus());
-    QCOMPARE(dialog.m_strCategory, std::string("as before"));
-    ClickCancel(dialog);
-    QCOMPARE(m_pMessages->Texts().size(), 1);
+    QCOMPARE(taken(), std::string("||left over"));
+
+    StepDown(dialog, "categoryList"); // Staff
+    ClickOk(dialog);
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QCOMPARE(taken(), std::string("Staff|Wellness|Morning"));
+    dialog.show(); // a fresh choice again
+    QCOMPARE(Child<CDropDown>(dialog, "categoryList").currentText(), QString());
+    StepDown(dialog, "categoryList", 3); // Guests
+    QCOMPARE(dialog.size(), size); // it does not jump when lists come and go
+    ClickOk(dialog);
+    QCOMPARE(taken(), std::string("Guests||"));
 }
 
 void ClassDialogsTest::memberClassIsTaken()
 {
     AddMember(12);
-    AddClass(12, 2, "'Staff', 'Wellness', 'Morning'");
     CMemberClassDlg dialog(*m_pDoc);
     dialog.m_lMemberID = 12;
     dialog.m_bWithUnknown = true;
     dialog.m_bWithAll = true;
-    dialog.show();
-    QCOMPARE(Child<CDropDown>(dialog, "classList").count(), 3);
-    ClickOk(dialog);
-    QCOMPARE(dialog.m_nClassIndex, 101);
-    QCOMPARE(dialog.m_strClass, std::string("All Categories/Courses/Sections"));
+    auto const all = std::string("All Categories/Courses/Sections");
+    for (int const count : {0, 3}) { // without classes it keeps what was asked for
+        dialog.show();
+        QCOMPARE(Child<CDropDown>(dialog, "classList").count(), count);
+        ClickOk(dialog);
+        QCOMPARE(dialog.m_nClassIndex, 101);
+        QCOMPARE(dialog.m_strClass, all);
+        if (count == 0) {
+            AddClass(12, 2, "'Staff', 'Wellness', 'Morning'");
+        }
+    }
     dialog.show();
     StepDown(dialog, "classList");
     ClickOk(dialog);
     QCOMPARE(dialog.m_nClassIndex, 2);
     QCOMPARE(dialog.m_strClass, std::string("Staff Wellness Morning"));
-    dialog.show();
-    QTest::keyClick(&Child<CDropDown>(dialog, "classList"), Qt::Key_Up);
-    ClickCancel(dialog);
-    QCOMPARE(dialog.m_nClassIndex, 2);
 }
 
-void ClassDialogsTest::memberWithoutClassesKeepsWhatWasAskedFor()
-{
-    AddMember(12);
-    CMemberClassDlg dialog(*m_pDoc);
-    dialog.m_lMemberID = 12;
-    dialog.m_bWithAll = true;
-    dialog.show();
-    QCOMPARE(Child<CDropDown>(dialog, "classList").count(), 0);
-    ClickOk(dialog);
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QCOMPARE(dialog.m_nClassIndex, 101);
-    QCOMPARE(dialog.m_strClass, std::string("All Categories/Courses/Sections"));
-}
-
-void ClassDialogsTest::updateStartsFromTheCentresDefaults()
+void ClassDialogsTest::updateIsTakenOrRefused()
 {
     CUpdateClassDlg dialog(*m_pDoc);
     dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    auto& reEval = Child<CSpinField>(dialog, "reEvalSpin");
+    auto& other = Child<CSpinField>(dialog, "otherSpin");
     QVERIFY(Child<QRadioButton>(dialog, "orientYesButton").isChecked());
-    QCOMPARE(Child<CSpinField>(dialog, "reEvalSpin").text(), u"3"_s);
-    QCOMPARE(Child<CSpinField>(dialog, "otherSpin").text(), u"4"_s);
+    QCOMPARE(reEval.text() + u' ' + other.text(), u"3 4"_s);
     QCOMPARE(Child<CDropDown>(dialog, "gradeList").currentText(), u"Satisfactory"_s);
     QVERIFY(Child<QRadioButton>(dialog, "transferButton").isChecked());
-
+    auto const range = u"Enter an integer between 0 and 99."_s;
+    for (auto const& [first, second, message, focus] :
+        {std::tuple(u"100"_s, u"100"_s, range, u"reEvalSpin"_s),
+            {u"1"_s, u""_s, u"Enter an integer."_s, u"otherSpin"_s},
+            {u"99"_s, u"0"_s, u"Error: select a category, course, and/or section"_s,
+                u"categoryList"_s}}) {
+        Type(reEval, first);
+        Type(other, second);
+        ClickOk(dialog);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(m_pMessages->Texts().constLast(), message);
+        QCOMPARE(dialog.focusWidget()->objectName(), focus);
+        QCOMPARE(dialog.m_class.reEvalBonuses, 3);
+    }
     StepDown(dialog, "categoryList");
     Child<QRadioButton>(dialog, "orientNoButton").click();
-    Type(Child<CSpinField>(dialog, "reEvalSpin"), u"99"_s);
-    Type(Child<CSpinField>(dialog, "otherSpin"), u"0"_s);
     StepDown(dialog, "gradeList", 2);
     Child<QRadioButton>(dialog, "deleteButton").click();
     ClickOk(dialog);
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    auto const& taken = dialog.m_class;
-    QCOMPARE(taken.category + "|" + taken.course + "|" + taken.section,
-        std::string("Staff|Wellness|Morning"));
-    QVERIFY(!taken.orientBonus && !dialog.m_bTransfer);
-    QCOMPARE(taken.reEvalBonuses, 99);
-    QCOMPARE(taken.otherBonuses, 0);
-    QCOMPARE(taken.gradeStat, std::uint8_t(CDAODef::gsWithdrawn));
-    QCOMPARE(taken.classIndex, 0);
-}
-
-void ClassDialogsTest::updateIsChecked_data()
-{
-    QTest::addColumn<QString>("reEval");
-    QTest::addColumn<QString>("other");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("focus");
-    auto const range = u"Enter an integer between 0 and 99."_s;
-    QTest::newRow("both bonuses wrong") << u"100"_s << u"100"_s << range << u"reEvalSpin"_s;
-    QTest::newRow("no number") << u"1"_s << u""_s << u"Enter an integer."_s << u"otherSpin"_s;
-    QTest::newRow("the class comes last")
-        << u"0"_s << u"99"_s << u"Error: select a category, course, and/or section"_s
-        << u"categoryList"_s;
-}
-
-void ClassDialogsTest::updateIsChecked()
-{
-    QFETCH(QString const, reEval);
-    QFETCH(QString const, other);
-    QFETCH(QString const, message);
-    QFETCH(QString const, focus);
-    CUpdateClassDlg dialog(*m_pDoc);
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    Type(Child<CSpinField>(dialog, "reEvalSpin"), reEval);
-    Type(Child<CSpinField>(dialog, "otherSpin"), other);
-    ClickOk(dialog);
-    QVERIFY(dialog.isVisible());
-    QCOMPARE(m_pMessages->Texts(), QStringList{message});
-    QCOMPARE(dialog.focusWidget()->objectName(), focus);
-    QCOMPARE(dialog.m_class.reEvalBonuses, 3);
+    QVERIFY(!dialog.m_bTransfer);
+    CClassSlot const taken
+        = {"Staff", "Wellness", "Morning", CDAODef::gsWithdrawn, false, 99, 0, 0};
+    QVERIFY(dialog.m_class == taken);
 }
 
 void ClassDialogsTest::formsAreFitForEveryone()

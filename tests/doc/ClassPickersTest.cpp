@@ -1,4 +1,4 @@
-#include "doc/ClassLists.h"
+#include "doc/ClassPicker.h"
 #include "doc/CorvanaDoc.h"
 #include "platform/qt/DropDown.h"
 #include "store/sets/AddRow.h"
@@ -6,39 +6,16 @@
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/MessageRecorder.h"
+#include "ui/Convert.h"
 
 #include <QAbstractItemView>
 #include <QLabel>
 #include <QTest>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-
-/// The three lists in a form of their own.
-struct CListsForm
-{
-    QWidget m_form;
-    CDropDown m_category;
-    CDropDown m_course;
-    CDropDown m_section;
-    QLabel m_categoryLabel;
-    QLabel m_courseLabel;
-    QLabel m_sectionLabel;
-    CClassLists const m_lists
-        = {&m_category, &m_course, &m_section, &m_categoryLabel, &m_courseLabel, &m_sectionLabel};
-
-    CListsForm()
-    {
-        auto* const layout = new QVBoxLayout(&m_form);
-        for (auto* const widget : std::initializer_list<QWidget*>{&m_categoryLabel, &m_category,
-                 &m_courseLabel, &m_course, &m_sectionLabel, &m_section}) {
-            layout->addWidget(widget);
-        }
-    }
-};
 
 /// The entries of a list with the selected one in brackets.
 QString Entries(QComboBox const& list)
@@ -51,19 +28,24 @@ QString Entries(QComboBox const& list)
     return entries.join(u"|"_s);
 }
 
-/// The same of a list in a form; "-" when it is hidden.
-QString Content(CDropDown const& list, QLabel const& label)
+/// The same of the three lists; "-" for one that is hidden, as its label must be.
+QStringList Contents(CClassPicker const& picker)
 {
-    if (list.isHidden() != label.isHidden()) {
-        return u"list and label differ"_s;
-    }
-    return list.isHidden() ? u"-"_s : Entries(list);
+    auto const content = [](CDropDown const& list, QLabel const& label) {
+        if (list.isHidden() != label.isHidden()) {
+            return u"list and label differ"_s;
+        }
+        return list.isHidden() ? u"-"_s : Entries(list);
+    };
+    auto const& lists = picker.Lists();
+    return {content(*lists.m_pCategory, *lists.m_pCategoryLabel),
+        content(*lists.m_pCourse, *lists.m_pCourseLabel),
+        content(*lists.m_pSection, *lists.m_pSectionLabel)};
 }
 
-QStringList Contents(CListsForm const& form)
+QString Taken(CClassPicker const& picker)
 {
-    return {Content(form.m_category, form.m_categoryLabel),
-        Content(form.m_course, form.m_courseLabel), Content(form.m_section, form.m_sectionLabel)};
+    return ToQt(picker.Category() + "|" + picker.Course() + "|" + picker.Section());
 }
 
 /// Class 2 has a workout, class 4 has none.
@@ -94,11 +76,12 @@ QString WhatIsLeft()
     return u"%1 %2 %3"_s.arg(classCount).arg(ofClass).arg(unknown);
 }
 
-void Choose(CDropDown& list, int index)
+/// Opens the list, goes to an entry and closes it by that key.
+void Choose(CDropDown& list, int index, Qt::Key key = Qt::Key_Return)
 {
     list.showPopup();
     list.view()->setCurrentIndex(list.model()->index(index, 0));
-    QTest::keyClick(list.view(), Qt::Key_Return);
+    QTest::keyClick(list.view(), key);
     QCoreApplication::processEvents(); // the list tells that it closed once its choice stands
 }
 
@@ -126,33 +109,37 @@ void ClassPickersTest::listsNarrowEachOther()
     CTestCentre::Run("INSERT INTO sections (number, course, name) VALUES (1, 9, 'Evening')");
     CTestApp app;
     CCorvanaDoc doc(app);
-    CListsForm form;
-    LinkClassLists(doc, form.m_lists);
-    form.m_form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form.m_form));
-    doc.FillCategoryList(form.m_lists);
-    auto const categories = Contents(form)[0];
-    QCOMPARE(Contents(form), (QStringList{u"[]|Staff|Students|Guests"_s, u"-"_s, u"-"_s}));
-    QVERIFY(!HasRealClass(form.m_lists));
+    CClassPicker picker;
+    picker.SetUp(doc, Qt::Vertical);
+    auto& category = *picker.Lists().m_pCategory;
+    auto& course = *picker.Lists().m_pCourse;
+    picker.show();
+    QVERIFY(QTest::qWaitForWindowActive(&picker));
+    picker.ShowFresh();
+    QStringList const fresh = {u"[]|Staff|Students|Guests"_s, u"-"_s, u"-"_s};
+    QCOMPARE(Contents(picker), fresh);
+    QVERIFY(picker.IsBlank() && !picker.HasRealClass());
 
-    Choose(form.m_category, 1);
-    QCOMPARE(Contents(form),
+    Choose(category, 1);
+    QCOMPARE(Contents(picker),
         (QStringList{u"|[Staff]|Students|Guests"_s, u"[Wellness]|Yoga"_s, u"[Morning]|Evening"_s}));
-    QVERIFY(HasRealClass(form.m_lists));
-    Choose(form.m_course, 1);
-    QCOMPARE(Contents(form)[1], u"Wellness|[Yoga]"_s);
-    QCOMPARE(Contents(form)[2], u"-"_s);
-    QCOMPARE(form.m_section.currentText(), QString());
-    Choose(form.m_course, 0);
-    QCOMPARE(Contents(form)[2], u"[Morning]|Evening"_s);
-    Choose(form.m_category, 3);
-    QCOMPARE(Contents(form), (QStringList{u"|Staff|Students|[Guests]"_s, u"-"_s, u"-"_s}));
-    QCOMPARE(form.m_course.currentText(), QString());
-    Choose(form.m_category, 2);
-    QCOMPARE(Contents(form)[1], u"[PE 101]"_s);
-    Choose(form.m_category, 0);
-    QCOMPARE(Contents(form), (QStringList{categories, u"-"_s, u"-"_s}));
-    QVERIFY(!HasRealClass(form.m_lists));
+    QVERIFY(picker.HasRealClass());
+    Choose(course, 1);
+    QCOMPARE(Taken(picker), u"Staff|Yoga|"_s);
+    // A list that closes without a new choice leaves those below it alone.
+    Choose(category, 1);
+    Choose(category, 2, Qt::Key_Escape);
+    QCOMPARE(Taken(picker), u"Staff|Yoga|"_s);
+    QTest::keyClick(&course, Qt::Key_Up); // a choice while it is closed
+    QTest::keyClick(picker.Lists().m_pSection, Qt::Key_Down);
+    Choose(course, 0);
+    QCOMPARE(Taken(picker), u"Staff|Wellness|Evening"_s);
+    Choose(category, 3);
+    QCOMPARE(Contents(picker), (QStringList{u"|Staff|Students|[Guests]"_s, u"-"_s, u"-"_s}));
+    QCOMPARE(Taken(picker), u"Guests||"_s);
+    Choose(category, 0);
+    QCOMPARE(Contents(picker), fresh);
+    QVERIFY(!picker.HasRealClass());
     for (CDAOEFSet* const set :
         std::initializer_list<CDAOEFSet*>{&doc.m_setCat, &doc.m_setCour, &doc.m_setSec}) {
         QVERIFY(set->IsEOF() != 0);
@@ -161,95 +148,93 @@ void ClassPickersTest::listsNarrowEachOther()
 
 void ClassPickersTest::storedClassesAreShown_data()
 {
-    QTest::addColumn<QString>("category");
-    QTest::addColumn<QString>("course");
-    QTest::addColumn<QString>("section");
+    QTest::addColumn<QStringList>("stored"); // category, course, section
     QTest::addColumn<QStringList>("contents");
     QTest::addColumn<bool>("isReal");
-    auto const row = [](char const* name, QStringList const& stored, QStringList const& contents,
-                         bool isReal = true) {
-        QTest::newRow(name) << stored[0] << stored[1] << stored[2] << contents << isReal;
-    };
-    row("all known", {u"staff"_s, u"Wellness"_s, u"Morning"_s},
-        {u"[Staff]|Students"_s, u"[Wellness]|Yoga"_s, u"[Morning]"_s});
-    row("nothing stored", {u""_s, u""_s, u""_s},
-        {u"[Staff]|Students"_s, u"[Wellness]|Yoga"_s, u"[Morning]"_s});
+    auto const row
+        = [](char const* name, QStringList const& stored, QStringList const& contents,
+              bool isReal = true) { QTest::newRow(name) << stored << contents << isReal; };
+    row("the catalogue's spelling", {u"staff"_s, u"Wellness"_s, u"Morning"_s},
+        {u"[Staff]|Students|Staff 2"_s, u"[Wellness]|Yoga"_s, u"[Morning]"_s});
+    row("nothing below the category", {u"Staff"_s, u""_s, u""_s},
+        {u"[Staff]|Students|Staff 2"_s, u"[Wellness]|Yoga"_s, u"[Morning]"_s});
     row("second course, no sections", {u"Staff"_s, u"Yoga"_s, u""_s},
-        {u"[Staff]|Students"_s, u"Wellness|[Yoga]"_s, u"-"_s});
+        {u"[Staff]|Students|Staff 2"_s, u"Wellness|[Yoga]"_s, u"-"_s});
     row("category gone", {u"Alumni"_s, u"PE 1"_s, u"Noon"_s},
-        {u"Staff|Students|[Alumni]"_s, u"[PE 1]"_s, u"[Noon]"_s}, false);
+        {u"Staff|Students|Staff 2|[Alumni]"_s, u"[PE 1]"_s, u"[Noon]"_s}, false);
     row("category gone, nothing below it", {u"Alumni"_s, u""_s, u""_s},
-        {u"Staff|Students|[Alumni]"_s, u"-"_s, u"-"_s}, false);
+        {u"Staff|Students|Staff 2|[Alumni]"_s, u"-"_s, u"-"_s}, false);
     row("course gone", {u"Staff"_s, u"Golf"_s, u"Morning"_s},
-        {u"[Staff]|Students"_s, u"Wellness|Yoga|[Golf]"_s, u"[Morning]"_s});
+        {u"[Staff]|Students|Staff 2"_s, u"Wellness|Yoga|[Golf]"_s, u"[Morning]"_s});
     row("course gone, no section", {u"Staff"_s, u"Golf"_s, u""_s},
-        {u"[Staff]|Students"_s, u"Wellness|Yoga|[Golf]"_s, u"-"_s});
+        {u"[Staff]|Students|Staff 2"_s, u"Wellness|Yoga|[Golf]"_s, u"-"_s});
     row("section gone", {u"Staff"_s, u"Wellness"_s, u"Noon"_s},
-        {u"[Staff]|Students"_s, u"[Wellness]|Yoga"_s, u"Morning|[Noon]"_s});
+        {u"[Staff]|Students|Staff 2"_s, u"[Wellness]|Yoga"_s, u"Morning|[Noon]"_s});
     row("section of a course that has none now", {u"Staff"_s, u"Yoga"_s, u"Noon"_s},
-        {u"[Staff]|Students"_s, u"Wellness|[Yoga]"_s, u"[Noon]"_s});
+        {u"[Staff]|Students|Staff 2"_s, u"Wellness|[Yoga]"_s, u"[Noon]"_s});
 }
 
 void ClassPickersTest::storedClassesAreShown()
 {
-    QFETCH(QString const, category);
-    QFETCH(QString const, course);
-    QFETCH(QString const, section);
+    QFETCH(QStringList const, stored);
     QFETCH(QStringList const, contents);
     QFETCH(bool const, isReal);
     CTestCentre const centre;
+    CTestCentre::Run("INSERT INTO categories (number, name) VALUES (2, 'Staff 2')");
     CTestCentre::Run("INSERT INTO courses (number, category, name) VALUES (6, 7, 'Yoga')");
     CTestApp app;
     CCorvanaDoc doc(app);
-    CListsForm form;
-    doc.FillClassLists(
-        form.m_lists, category.toStdString(), course.toStdString(), section.toStdString());
-    QCOMPARE(Contents(form), contents);
-    QCOMPARE(HasRealClass(form.m_lists), isReal);
+    CClassPicker picker;
+    picker.SetUp(doc, Qt::Horizontal);
+    auto const show = [&] {
+        picker.ShowStored(FromQt(stored[0]), FromQt(stored[1]), FromQt(stored[2]));
+        QStringList shown = Contents(picker);
+        for (auto& list : shown) { // what is shown is what is taken
+            list = list.section(u'[', 1).section(u']', 0, 0);
+        }
+        QCOMPARE(Taken(picker), shown.join(u'|'));
+    };
+    show();
+    QCOMPARE(Contents(picker), contents);
+    QCOMPARE(picker.HasRealClass(), isReal);
 
     CTestCentre::Run("DELETE FROM categories"); // what is stored stays on show even then
-    doc.FillClassLists(
-        form.m_lists, category.toStdString(), course.toStdString(), section.toStdString());
-    auto const shown
-        = [](QString const& text) { return text.isEmpty() ? u"-"_s : u"[%1]"_s.arg(text); };
-    QCOMPARE(Contents(form), (QStringList{shown(category), shown(course), shown(section)}));
-    QVERIFY(!HasRealClass(form.m_lists));
+    show();
+    QCOMPARE(Taken(picker), stored.join(u'|'));
+    QVERIFY(!picker.HasRealClass());
 }
 
 void ClassPickersTest::memberClassesAreListed_data()
 {
     QTest::addColumn<int>("member");
     QTest::addColumn<int>("preselect");
-    QTest::addColumn<bool>("withUnknown");
-    QTest::addColumn<bool>("withAll");
+    QTest::addColumn<bool>("withSpecial"); // the entries of index 99 and 101
     QTest::addColumn<QString>("content");
-    auto const row = [](char const* name, int member, int preselect, bool withUnknown, bool withAll,
+    auto const row = [](char const* name, int member, int preselect, bool withSpecial,
                          QString const& content) {
-        QTest::newRow(name) << member << preselect << withUnknown << withAll << content;
+        QTest::newRow(name) << member << preselect << withSpecial << content;
     };
     auto const all = u"All Categories/Courses/Sections"_s;
-    row("classes alone", 12, 4, false, false, u"Staff Wellness Morning|[Students PE 101]"_s);
-    row("an index of no class", 12, 100, false, false,
-        u"[Staff Wellness Morning]|Students PE 101"_s);
-    row("all of them", 12, 101, true, true,
+    row("classes alone", 12, 4, false, u"Staff Wellness Morning|[Students PE 101]"_s);
+    row("an index of no class", 12, 100, false, u"[Staff Wellness Morning]|Students PE 101"_s);
+    row("all of them", 12, 101, true,
         u"Unknown|[%1]|Staff Wellness Morning|Students PE 101"_s.arg(all));
-    row("a class below the special ones", 12, 2, true, true,
+    row("a class below the special ones", 12, 2, true,
         u"Unknown|%1|[Staff Wellness Morning]|Students PE 101"_s.arg(all));
-    row("the last special one stands for an index of no class", 12, 50, true, true,
+    row("the last special one stands for an index of no class", 12, 50, true,
         u"Unknown|[%1]|Staff Wellness Morning|Students PE 101"_s.arg(all));
-    row("unknown without its flag", 12, 99, false, false,
+    row("unknown without its flag", 12, 99, false,
         u"[Unknown]|Staff Wellness Morning|Students PE 101"_s);
-    row("all without its flag", 12, 101, false, false,
+    row("all without its flag", 12, 101, false,
         u"[%1]|Staff Wellness Morning|Students PE 101"_s.arg(all));
-    row("no classes", 13, 101, true, true, u""_s);
+    row("no classes", 13, 101, true, u""_s);
 }
 
 void ClassPickersTest::memberClassesAreListed()
 {
     QFETCH(int const, member);
     QFETCH(int const, preselect);
-    QFETCH(bool const, withUnknown);
-    QFETCH(bool const, withAll);
+    QFETCH(bool const, withSpecial);
     QFETCH(QString const, content);
     CTestCentre const centre;
     AddMemberOfTwoClasses();
@@ -258,8 +243,14 @@ void ClassPickersTest::memberClassesAreListed()
     CDropDown list;
     list.addItem(u"left over"_s);
     doc.FillMemberClassList(
-        member, static_cast<std::uint8_t>(preselect), list, withUnknown, withAll);
+        member, static_cast<std::uint8_t>(preselect), list, withSpecial, withSpecial);
     QCOMPARE(Entries(list), content);
+    CMessageRecorder const messages;
+    std::uint8_t taken = 100;
+    QCOMPARE(TakeMemberClass(list, taken), !content.isEmpty());
+    QCOMPARE(taken, content.isEmpty() ? 100 : list.currentData().toInt());
+    auto const refusal = u"Error: select a category, course, section"_s;
+    QCOMPARE(messages.Texts(), content.isEmpty() ? QStringList{refusal} : QStringList());
     QVERIFY(doc.m_setCls.IsEOF() != 0);
 }
 

@@ -2,7 +2,6 @@
 
 #include "tests/QtTests.h"
 
-#include <QKeySequence>
 #include <QMap>
 #include <QSet>
 #include <QTest>
@@ -16,12 +15,8 @@ class CommandTableTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void rowsAreComplete();
-    void numbersAreUnique();
     void mnemonicsAreUniqueInEachMenu();
-    void hasTheseKeysAndNoOthers();
-    void menusStandInOrder();
     void tipsArePlainText();
-    void expiredMembersIsOnlyReserved();
 };
 
 namespace
@@ -36,33 +31,26 @@ QString PathOf(CMenuID id)
     return menu->m_parent ? PathOf(*menu->m_parent) + u" > "_s + title : title;
 }
 
-CCommand Command(int number)
+QString TipOfCommand(int number)
 {
     auto const table = CommandTable();
-    return *std::ranges::find(table, number, &CCommand::m_nNumber);
+    return TipOf(*std::ranges::find(table, number, &CCommand::m_nNumber));
 }
 
 } // namespace
 
 void CommandTableTest::rowsAreComplete()
 {
+    QSet<int> numbers;
     for (auto const& command : CommandTable()) {
         auto const number = QByteArray::number(command.m_nNumber);
+        QVERIFY2(!numbers.contains(command.m_nNumber), number);
+        numbers += command.m_nNumber;
         QVERIFY2(!command.m_strPrompt.isEmpty(), number);
         QVERIFY2(!TipOf(command).isEmpty(), number);
         QVERIFY2(command.m_menu.has_value() == (command.m_fnRun != nullptr), number);
         QVERIFY2(command.m_menu.has_value() == !command.m_strText.isEmpty(), number);
     }
-}
-
-void CommandTableTest::numbersAreUnique()
-{
-    QSet<int> numbers;
-    for (auto const& command : CommandTable()) {
-        QVERIFY2(!numbers.contains(command.m_nNumber), QByteArray::number(command.m_nNumber));
-        numbers += command.m_nNumber;
-    }
-    QCOMPARE(numbers.size(), 49);
 }
 
 void CommandTableTest::mnemonicsAreUniqueInEachMenu()
@@ -87,55 +75,11 @@ void CommandTableTest::mnemonicsAreUniqueInEachMenu()
     }
 }
 
-void CommandTableTest::hasTheseKeysAndNoOthers()
-{
-    QMap<QString, int> keys;
-    for (auto const& command : CommandTable()) {
-        if (!command.m_strKey.isEmpty()) {
-            keys[command.m_strKey] = command.m_nNumber;
-            QCOMPARE(QKeySequence(command.m_strKey).count(), 1);
-        }
-    }
-    QMap<QString, int> const expected{{u"Ctrl+M"_s, 32863}, {u"Ctrl+Alt+M"_s, 32784},
-        {u"Ctrl+W"_s, 32806}, {u"Ctrl+Alt+W"_s, 32808}, {u"Ctrl+E"_s, 32810},
-        {u"Ctrl+Alt+E"_s, 32811}, {u"Ctrl+B"_s, 32866}, {u"Ctrl+Alt+B"_s, 32868}};
-    QCOMPARE(keys, expected);
-}
-
-void CommandTableTest::menusStandInOrder()
-{
-    QStringList bar;
-    QString lastMenu;
-    for (auto const& command : CommandTable()) {
-        if (command.m_menu) {
-            lastMenu = PathOf(*command.m_menu);
-            auto const title = lastMenu.section(u" > "_s, 0, 0);
-            if (!bar.contains(title)) {
-                bar += title;
-            }
-            QCOMPARE(bar.constLast(), title); // no menu is returned to
-        }
-    }
-    QCOMPARE(bar,
-        (QStringList{u"File"_s, u"Options"_s, u"Members"_s, u"Workouts"_s, u"Evaluations"_s,
-            u"Body Compositions"_s, u"Help"_s}));
-    QCOMPARE(PathOf(*Command(32894).m_menu), u"Workouts > Reports"_s);
-    QCOMPARE(PathOf(*Command(32878).m_menu), u"File > Archive"_s);
-}
-
 void CommandTableTest::tipsArePlainText()
 {
-    QCOMPARE(TipOf(Command(32820)), u"Category/Course/Section Roster"_s);
-    QCOMPARE(TipOf(Command(32894)), u"Category \"Unknown\" Workouts"_s);
-    QCOMPARE(TipOf(Command(57665)), u"Exit"_s);
-}
-
-void CommandTableTest::expiredMembersIsOnlyReserved()
-{
-    auto const command = Command(32823);
-    QVERIFY(!command.m_menu);
-    QCOMPARE(command.m_strPrompt, u"Generate list of members by expiration date"_s);
-    QCOMPARE(TipOf(command), u"Expired Members"_s);
+    QCOMPARE(TipOfCommand(32820), u"Category/Course/Section Roster"_s);
+    QCOMPARE(TipOfCommand(32894), u"Category \"Unknown\" Workouts"_s);
+    QCOMPARE(TipOfCommand(57665), u"Exit"_s);
 }
 
 CORVANA_TEST(CommandTableTest);

@@ -14,15 +14,10 @@ class CorvanaDocTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void loadsTheConfiguration();
-    void refusesAnEmptyTable_data();
-    void refusesAnEmptyTable();
-    void stopsAtTheFirstFailure();
+    void stopsAtTheFirstEmptyTable();
     void saysWhyAFileCannotBeRead();
-    void takesTheDefaultClassAsFarAsItGoes_data();
     void takesTheDefaultClassAsFarAsItGoes();
-    void startsTheReportServerIfWanted_data();
     void startsTheReportServerIfWanted();
-    void queuesReportsThatAskNothing_data();
     void queuesReportsThatAskNothing();
     void tellsWhenAReportIsNotQueued();
 };
@@ -53,51 +48,27 @@ void CorvanaDocTest::loadsTheConfiguration()
     QVERIFY(app.m_lstCalls.isEmpty()); // the option is off
 }
 
-void CorvanaDocTest::refusesAnEmptyTable_data()
-{
-    QTest::addColumn<QString>("table");
-    QTest::addColumn<QString>("message");
-    auto const unread = [](QString const& what) {
-        return u"Error: could not retrieve data from %1 recordset."_s.arg(what);
-    };
-    QTest::newRow("center") << u"center"_s << unread(u"center"_s);
-    QTest::newRow("touch screen") << u"touch"_s << unread(u"touch screen"_s);
-    QTest::newRow("defaults") << u"defaults"_s << unread(u"defaults"_s);
-    QTest::newRow("bonus") << u"bonuses"_s << unread(u"bonus"_s);
-    QTest::newRow("station") << u"stations"_s << unread(u"station"_s);
-    QTest::newRow("category") << u"categories"_s << u"Error: could not set default class."_s;
-}
-
-void CorvanaDocTest::refusesAnEmptyTable()
-{
-    QFETCH(QString const, table);
-    QFETCH(QString const, message);
-    CTestCentre const centre;
-    CTestCentre::Run("DELETE FROM " + table.toStdString());
-    CMessageRecorder const messages;
-    CTestApp app;
-    app.m_options = {CAppOption::reportServer};
-    CCorvanaDoc doc(app);
-    QVERIFY(!doc.OnNewDocument());
-    QCOMPARE(messages.Texts(), QStringList{message});
-    QCOMPARE(messages.Messages()[0].m_icon, CMessageIcon::exclamation);
-    QVERIFY(messages.Messages()[0].m_strDetail.isEmpty()); // an empty table is no failure to read
-    QVERIFY(app.m_lstCalls.isEmpty());
-    QVERIFY(doc.m_setCenter.IsEOF() != 0);
-}
-
-void CorvanaDocTest::stopsAtTheFirstFailure()
+void CorvanaDocTest::stopsAtTheFirstEmptyTable()
 {
     CTestCentre const centre;
-    CTestCentre::Run("DELETE FROM bonuses");
-    CTestCentre::Run("DELETE FROM touch");
-    CTestCentre::Run("DELETE FROM categories");
-    CMessageRecorder const messages;
-    CTestApp app;
-    CCorvanaDoc doc(app);
-    QVERIFY(!doc.OnNewDocument());
-    QCOMPARE(messages.Texts(),
-        QStringList{u"Error: could not retrieve data from touch screen recordset."_s});
+    auto const unread = u"Error: could not retrieve data from %1 recordset."_s;
+    for (auto const& [table, message] :
+        {std::pair("categories", u"Error: could not set default class."_s),
+            {"stations", unread.arg(u"station"_s)}, {"bonuses", unread.arg(u"bonus"_s)},
+            {"defaults", unread.arg(u"defaults"_s)}, {"touch", unread.arg(u"touch screen"_s)},
+            {"center", unread.arg(u"center"_s)}}) {
+        CTestCentre::Run(std::string("DELETE FROM ").append(table)); // those behind it stay empty
+        CMessageRecorder const messages;
+        CTestApp app;
+        app.m_options = {CAppOption::reportServer};
+        CCorvanaDoc doc(app);
+        QVERIFY(!doc.OnNewDocument());
+        QCOMPARE(messages.Texts(), QStringList{message});
+        QCOMPARE(messages.Messages()[0].m_icon, CMessageIcon::exclamation);
+        QVERIFY(messages.Messages()[0].m_strDetail.isEmpty()); // it is no failure to read
+        QVERIFY(app.m_lstCalls.isEmpty());
+        QVERIFY(doc.m_setCenter.IsEOF() != 0);
+    }
 }
 
 void CorvanaDocTest::saysWhyAFileCannotBeRead()
@@ -115,88 +86,67 @@ void CorvanaDocTest::saysWhyAFileCannotBeRead()
     QVERIFY(!std::filesystem::exists(centre.Folder() / "center.mdb"));
 }
 
-void CorvanaDocTest::takesTheDefaultClassAsFarAsItGoes_data()
-{
-    QTest::addColumn<QString>("remove");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("all parts") << u"center WHERE 0"_s << u"Staff|Wellness|Morning"_s;
-    QTest::newRow("no section") << u"sections"_s << u"Staff|Wellness|"_s;
-    QTest::newRow("no course, though another category has one")
-        << u"courses WHERE number = 9"_s << u"Staff||"_s;
-    QTest::newRow("first category gone")
-        << u"categories WHERE number = 7"_s << u"Students|PE 101|"_s;
-}
-
 void CorvanaDocTest::takesTheDefaultClassAsFarAsItGoes()
 {
-    QFETCH(QString const, remove);
-    QFETCH(QString const, expected);
-    CTestCentre const centre;
-    CTestCentre::Run("DELETE FROM " + remove.toStdString());
-    CTestApp app;
-    CCorvanaDoc doc(app);
-    doc.m_strDefSection = "left over";
-    QVERIFY(doc.SetDefaultClass());
-    QCOMPARE(QString::fromStdString(
-                 doc.m_strDefCategory + "|" + doc.m_strDefCourse + "|" + doc.m_strDefSection),
-        expected);
-}
-
-void CorvanaDocTest::startsTheReportServerIfWanted_data()
-{
-    QTest::addColumn<bool>("starts");
-    QTest::newRow("starts") << true;
-    QTest::newRow("does not start") << false;
+    for (auto const& [remove, expected] :
+        {std::pair("center WHERE 0", "Staff|Wellness|Morning"), {"sections", "Staff|Wellness|"},
+            {"courses WHERE number = 9", "Staff||"}, // though another category has one
+            {"categories WHERE number = 7", "Students|PE 101|"}}) {
+        CTestCentre const centre;
+        CTestCentre::Run(std::string("DELETE FROM ").append(remove));
+        CTestApp app;
+        CCorvanaDoc doc(app);
+        doc.m_strDefSection = "left over";
+        QVERIFY(doc.SetDefaultClass());
+        QCOMPARE(doc.m_strDefCategory + "|" + doc.m_strDefCourse + "|" + doc.m_strDefSection,
+            std::string(expected));
+    }
 }
 
 void CorvanaDocTest::startsTheReportServerIfWanted()
 {
-    QFETCH(bool const, starts);
     auto const error = u"Error: the report server application failed to initialize on this PC."_s;
     CTestCentre const centre;
-    CMessageRecorder messages;
-    CTestApp app;
-    app.m_options = {CAppOption::reportServer};
-    app.m_bReportServerStarts = starts;
-    CCorvanaDoc doc(app);
-    QVERIFY(doc.OnNewDocument());
-    QCOMPARE(app.m_lstCalls, QStringList{u"StartReportServer"_s});
-    QCOMPARE(messages.Texts(), starts ? QStringList() : QStringList{error});
-    QVERIFY(starts || messages.Messages()[0].m_icon == CMessageIcon::exclamation);
+    for (bool const starts : {true, false}) {
+        CMessageRecorder messages;
+        CTestApp app;
+        app.m_options = {CAppOption::reportServer};
+        app.m_bReportServerStarts = starts;
+        CCorvanaDoc doc(app);
+        QVERIFY(doc.OnNewDocument());
+        QCOMPARE(app.m_lstCalls, QStringList{u"StartReportServer"_s});
+        QCOMPARE(messages.Texts(), starts ? QStringList() : QStringList{error});
+        QVERIFY(starts || messages.Messages()[0].m_icon == CMessageIcon::exclamation);
 
-    doc.StartReportServer(); // the command says how it went in any case
-    QCOMPARE(
-        messages.Texts().constLast(), starts ? u"Report Server is running on this PC."_s : error);
-    QCOMPARE(messages.Messages().constLast().m_icon, CMessageIcon::none);
-}
-
-void CorvanaDocTest::queuesReportsThatAskNothing_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::newRow("Member Count") << 1;
-    QTest::newRow("Category \"Unknown\" Workouts") << 13;
+        doc.StartReportServer(); // the command says how it went in any case
+        QCOMPARE(messages.Texts().constLast(),
+            starts ? u"Report Server is running on this PC."_s : error);
+        QCOMPARE(messages.Messages().constLast().m_icon, CMessageIcon::none);
+    }
 }
 
 void CorvanaDocTest::queuesReportsThatAskNothing()
 {
-    QFETCH(int const, type);
     CTestCentre const centre;
     CMessageRecorder const messages;
     CTestApp app;
     CTestViews views;
     CCorvanaDoc doc(app);
     doc.SetViews(&views);
-    QVERIFY(doc.QueueReport(type));
-    QVERIFY(messages.Texts().isEmpty());
-    QCOMPARE(views.m_lstResults.size(), 1);
-    QVERIFY(views.m_lstResults[0].contains(QLatin1StringView(QTest::currentDataTag())));
-
     CDAOReport queue;
-    QCOMPARE(queue.FindReports(), 1);
-    QCOMPARE(queue.m_nRptType, type);
-    QCOMPARE(queue.m_nRptParam, 0);
-    QVERIFY(queue.m_dtRptFrom.IsZero() && queue.m_dtRptTo.IsZero());
-    QVERIFY(queue.m_strRptCategory.empty());
+    for (auto const& [type, name] :
+        {std::pair(1, u"Member Count"_s), {13, u"Category \"Unknown\" Workouts"_s}}) {
+        QVERIFY(doc.QueueReport(type));
+        QVERIFY(views.m_lstResults.constLast().contains(name));
+        QCOMPARE(queue.FindReports(), 1);
+        QCOMPARE(queue.m_nRptType, type);
+        QCOMPARE(queue.m_nRptParam, 0);
+        QVERIFY(queue.m_dtRptFrom.IsZero() && queue.m_dtRptTo.IsZero());
+        QVERIFY(queue.m_strRptCategory.empty());
+        queue.DelAll();
+    }
+    QCOMPARE(views.m_lstResults.size(), 2);
+    QVERIFY(messages.Texts().isEmpty());
 }
 
 void CorvanaDocTest::tellsWhenAReportIsNotQueued()

@@ -3,7 +3,9 @@
 #include "ui/WaitDlg.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QPushButton>
@@ -46,6 +48,15 @@ inline void Type(QWidget& field, QString const& text)
     for (auto const letter : text) { // keyClicks knows no letters beyond ASCII
         QTest::sendKeyEvent(QTest::Click, &field, Qt::Key_unknown, letter, Qt::NoModifier);
     }
+}
+
+/// Chooses an entry of a list that drops down.
+inline void Choose(QComboBox& list, int index)
+{
+    list.showPopup();
+    list.view()->setCurrentIndex(list.model()->index(index, 0));
+    QTest::keyClick(list.view(), Qt::Key_Return);
+    QCoreApplication::processEvents(); // the list tells that it closed once its choice stands
 }
 
 /// Uses the modal dialogs that open while it lives: each takes the next step, once. Wait windows

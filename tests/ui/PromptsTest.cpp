@@ -20,7 +20,6 @@ private Q_SLOTS:
     void memberIDsAreChecked_data();
     void memberIDsAreChecked();
     void tellsWhenMembersCannotBeRead();
-    void datesAreTakenUpToToday_data();
     void datesAreTakenUpToToday();
     void cancelChecksNothing();
     void formsAreFitForEveryone();
@@ -37,10 +36,8 @@ void PromptsTest::memberIDsAreChecked_data()
     QTest::newRow("any number") << u"999999999"_s << false << QString();
     QTest::newRow("nobody") << u"13"_s << true << nobody.arg(13);
     QTest::newRow("a workout number is no ID") << u"512"_s << true << nobody.arg(512);
-    QTest::newRow("the greatest") << u"999999999"_s << true << nobody.arg(999999999);
     QTest::newRow("too great") << u"1000000000"_s << true << range;
     QTest::newRow("0") << u"0"_s << true << range;
-    QTest::newRow("nothing") << u""_s << true << u"Enter an integer."_s;
     QTest::newRow("other keys go nowhere") << u"-1a2"_s << true << QString();
 }
 
@@ -88,43 +85,38 @@ void PromptsTest::tellsWhenMembersCannotBeRead()
     QVERIFY(messages.Messages()[0].m_strDetail.contains(u"member.mdb"_s));
 }
 
-void PromptsTest::datesAreTakenUpToToday_data()
-{
-    QTest::addColumn<int>("days");
-    QTest::addColumn<bool>("noFuture");
-    QTest::addColumn<bool>("accepted");
-    QTest::newRow("as it comes") << 0 << true << true;
-    QTest::newRow("tomorrow") << 1 << true << false;
-    QTest::newRow("tomorrow where that is allowed") << 1 << false << true;
-    QTest::newRow("yesterday") << -1 << true << true;
-    QTest::newRow("long ago") << -365 * 500 << true << true;
-}
-
 void PromptsTest::datesAreTakenUpToToday()
 {
-    QFETCH(int const, days);
-    QFETCH(bool const, noFuture);
-    QFETCH(bool const, accepted);
     CEFOleDateTime const now(2026, 11, 16, 23, 59, 58);
     CEFOleDateTime::SetClock(now);
     CMessageRecorder const messages;
-    CDateDlg dialog;
-    QVERIFY(dialog.m_bNoFuture);
-    dialog.m_bNoFuture = noFuture;
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    auto& edit = Child<CDateField>(dialog, "dateEdit");
-    auto const day = edit.Date().addDays(days);
-    Type(edit, u"today"_s);
-    QTest::keyClick(&edit, Qt::Key_Tab);
-    QTRY_COMPARE(messages.Texts(), QStringList{u"Enter a date, such as 11/24/2026."_s});
-    Type(edit, day.toString(u"M/d/yyyy"_s));
-    Child<QDialogButtonBox>(dialog, "buttonBox").button(QDialogButtonBox::Ok)->setFocus();
-    ClickOk(dialog);
-    QCOMPARE(dialog.isVisible(), !accepted);
-    QCOMPARE(messages.Texts().size(), 1); // a day to come is refused in silence
-    QCOMPARE(edit.hasFocus(), !accepted);
-    QVERIFY(dialog.m_dtDate == (accepted && days != 0 ? FromQt(day.startOfDay()) : now));
+    {
+        CDateDlg dialog;
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto& edit = Child<CDateField>(dialog, "dateEdit");
+        Type(edit, u"today"_s);
+        QTest::keyClick(&edit, Qt::Key_Tab);
+        QTRY_COMPARE(messages.Texts(), QStringList{u"Enter a date, such as 11/24/2026."_s});
+        ClickCancel(dialog);
+    }
+    for (auto const& [days, noFuture, accepted] : {std::tuple(0, true, true), {1, true, false},
+             {1, false, true}, {-1, true, true}, {-365 * 500, true, true}}) {
+        CDateDlg dialog;
+        QVERIFY(dialog.m_bNoFuture);
+        dialog.m_bNoFuture = noFuture;
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto& edit = Child<CDateField>(dialog, "dateEdit");
+        auto const day = edit.Date().addDays(days);
+        Type(edit, day.toString(u"M/d/yyyy"_s));
+        Child<QDialogButtonBox>(dialog, "buttonBox").button(QDialogButtonBox::Ok)->setFocus();
+        ClickOk(dialog);
+        QCOMPARE(dialog.isVisible(), !accepted);
+        QCOMPARE(messages.Texts().size(), 1); // a day to come is refused in silence
+        QCOMPARE(edit.hasFocus(), !accepted);
+        QVERIFY(dialog.m_dtDate == (accepted && days != 0 ? FromQt(day.startOfDay()) : now));
+    }
     CEFOleDateTime::SetClock(std::nullopt);
 }
 

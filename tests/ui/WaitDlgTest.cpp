@@ -54,10 +54,8 @@ private Q_SLOTS:
     void init();
     void isOnTheScreenAtOnce();
     void isCentredOnItsOwner();
-    void countsIn16Bits_data();
     void countsIn16Bits();
-    void startsOverPastTheMaximum();
-    void costsLittlePerStep();
+    void isNotPaintedAtEveryStep();
     void letsNoClickThrough();
     void refusesToBeClosed();
     void isGoneOnEveryPath();
@@ -121,39 +119,26 @@ void WaitDlgTest::isCentredOnItsOwner()
     QVERIFY(offset(progress, dialog) <= 2);
 }
 
-void WaitDlgTest::countsIn16Bits_data()
-{
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("maximum");
-    QTest::addColumn<int>("afterOneStep");
-    QTest::newRow("largest") << 65535 << 65535 << 1;
-    QTest::newRow("one more than the bar counts") << 65537 << 1 << 1;
-    // A maximum of 0 would be a busy bar to Qt: the range is 1 and the bar never moves.
-    QTest::newRow("wraps to nothing") << 65536 << 1 << 0;
-    QTest::newRow("nothing to do") << 0 << 1 << 0;
-}
-
 void WaitDlgTest::countsIn16Bits()
 {
-    QFETCH(int const, count);
-    CProgressDlg progress(nullptr, u"Loading members, please wait..."_s, count);
-    auto const& bar = BarOf(progress);
-    QTEST(bar.maximum(), "maximum");
-    QCOMPARE(bar.value(), 0);
-    StepSlowly(progress, 1);
-    QTEST(bar.value(), "afterOneStep");
-}
-
-void WaitDlgTest::startsOverPastTheMaximum()
-{
+    // A maximum of 0 would be a busy bar to Qt: the range is 1 and the bar never moves.
+    for (auto const& [count, maximum, afterOneStep] :
+        {std::tuple(65535, 65535, 1), {65537, 1, 1}, {65536, 1, 0}, {0, 1, 0}}) {
+        CProgressDlg progress(nullptr, u"Loading members, please wait..."_s, count);
+        auto const& bar = BarOf(progress);
+        QCOMPARE(bar.maximum(), maximum);
+        QCOMPARE(bar.value(), 0);
+        StepSlowly(progress, 1);
+        QCOMPARE(bar.value(), afterOneStep);
+    }
     CProgressDlg progress(nullptr, u"Loading members, please wait..."_s, 65536 + 2);
     StepSlowly(progress, 2);
     QCOMPARE(BarOf(progress).value(), 2);
     StepSlowly(progress, 1);
-    QCOMPARE(BarOf(progress).value(), 1);
+    QCOMPARE(BarOf(progress).value(), 1); // starts over
 }
 
-void WaitDlgTest::costsLittlePerStep()
+void WaitDlgTest::isNotPaintedAtEveryStep()
 {
     constexpr int kSteps = 100'000;
     CPaintCounter paints;
@@ -166,8 +151,7 @@ void WaitDlgTest::costsLittlePerStep()
             progress.Step();
         }
     }
-    // Repainting at every step takes over ten seconds, setting the value at every step 0.3.
-    QVERIFY2(clock.elapsed() < 150, qPrintable(QString::number(clock.elapsed())));
+    // To repaint at every step would take over ten seconds.
     QVERIFY(paints.m_nPaints <= clock.elapsed() * 60 / 1000 + 2);
 }
 

@@ -377,6 +377,10 @@ void FieldExchangeTest::oneLineListShowsItsChoice()
     list.addItems({u"AK"_s, u"AL"_s, u"IL"_s});
     list.show();
     QVERIFY(QTest::qWaitForWindowActive(&list));
+    list.clearFocus();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton); // takes the focus and chooses nothing
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton);
+    QVERIFY(list.hasFocus());
     QCOMPARE(list.SelectedText(), QString());
     QTest::keyClicks(&list, u"i"_s);
     QCOMPARE(list.SelectedText(), u"IL"_s);

@@ -107,7 +107,8 @@ bool CCorvanaDoc::SaveMember(
                              "Do you want to replace those changes with yours?")
                         : tr("This member has been deleted at another place\n"
                              "since you opened the form.\n"
-                             "Do you want to add the member again?"))) {
+                             "Do you want to add the member again?"),
+                    outcome == CMemberSave::changed ? CQuestion::destroying : CQuestion::yesNo)) {
                 return false;
             }
             editor.TakeOver();

@@ -365,6 +365,7 @@ void MemberWorkflowTest::anotherDesksChangesAreNotOverwritten()
         ClickOk(sheet); // asks again, and this time the user says yes
     }));
     QCOMPARE(m_messages->Texts(), (QStringList{question, question}));
+    QVERIFY(m_messages->Messages()[0].m_question == CQuestion::destroying);
     auto const rows = Rows();
     QCOMPARE(rows[0], u"members: 7|1007|Ann|B|Archer|1"_s);
     QVERIFY(rows[1].contains(u"|Bend|OR|97301|555-0100|"_s));

@@ -189,13 +189,15 @@ bool CCorvanaDoc::DeleteMemberClass(std::int32_t memberID, std::uint8_t,
     if (found) {
         if (!Ask(nullptr,
                 tr("Are you sure you want to delete\nthe class: %1 %2 %3?")
-                    .arg(ToQt(category), ToQt(course), ToQt(section)))) {
+                    .arg(ToQt(category), ToQt(course), ToQt(section)),
+                CQuestion::destroying)) {
             return false;
         }
         bool const withRecords = Ask(nullptr,
             tr("Do you want to permanently delete the member's\n"
                "workout, evaluation, and body composition data\n"
-               "that have been recorded for the class?"));
+               "that have been recorded for the class?"),
+            CQuestion::destroying);
         CWaitDlg const window(tr("Updating member data, please wait..."));
         status = DeleteClass(memberID, category, course, section, withRecords);
     }

@@ -31,7 +31,8 @@ bool AskToTakeOver(QWidget& form, QString const& record, CSaveOutcome outcome)
         : Tr("This %1 has been deleted at another place\n"
              "since you opened the form.\n"
              "Do you want to add the %1 again?");
-    return Ask(&form, text.arg(record));
+    return Ask(&form, text.arg(record),
+        outcome == CSaveOutcome::changed ? CQuestion::destroying : CQuestion::yesNo);
 }
 
 } // namespace

@@ -74,24 +74,6 @@ int FindBeginning(int count, QString const& text, TextAt const& textAt)
 
 } // namespace
 
-void LimitText(QLineEdit& field, int characters)
-{
-    field.setMaxLength(characters);
-}
-
-void LimitText(QPlainTextEdit& field, int characters)
-{
-    QObject::connect(&field, &QPlainTextEdit::textChanged, &field, [&field, characters] {
-        auto const excess = static_cast<int>(field.toPlainText().size()) - characters;
-        if (excess > 0 && field.document()->isModified()) {
-            // What goes is the end of what was just typed or pasted, as in a line edit.
-            auto cursor = field.textCursor();
-            cursor.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor, excess);
-            cursor.removeSelectedText();
-        }
-    });
-}
-
 void TakeDigitsOnly(QLineEdit& field)
 {
     static QRegularExpression const digits(u"[0-9]*"_s);

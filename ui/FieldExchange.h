@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/TextLimit.h"
+
 #include <cstdint>
 #include <string>
 
@@ -19,9 +21,6 @@ class QWidget;
 
 // Texts
 
-/// The field takes no more than that many characters.
-void LimitText(QLineEdit& field, int characters);
-void LimitText(QPlainTextEdit& field, int characters);
 /// The field takes no keys but digits.
 void TakeDigitsOnly(QLineEdit& field);
 void ShowText(QLineEdit& field, std::string const& value);

@@ -27,7 +27,7 @@ CMemberIDDlg::~CMemberIDDlg() = default;
 
 void CMemberIDDlg::ShowFields()
 {
-    m_ui->memberIDEdit->setText(m_lMemberID != 0 ? QString::number(m_lMemberID) : QString());
+    m_ui->memberIDEdit->setText(QString::number(m_lMemberID));
     m_ui->memberIDEdit->selectAll();
 }
 

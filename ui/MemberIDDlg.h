@@ -18,7 +18,7 @@ public:
     explicit CMemberIDDlg(QWidget* parent = nullptr);
     ~CMemberIDDlg() override;
 
-    std::int32_t m_lMemberID = 0; ///< 1 to 999999999 after OK; 0 shows an empty field
+    std::int32_t m_lMemberID = 0; ///< 1 to 999999999 after OK; shown selected, also 0
     bool m_bMustExist = false; ///< only the ID of a member is accepted
 
 protected:

@@ -27,6 +27,7 @@ QMessageBox::StandardButtons ButtonsOf(CMessage const& message)
     case CQuestion::retryCancel:
         return QMessageBox::Retry | QMessageBox::Cancel;
     case CQuestion::yesNo:
+    case CQuestion::destroying:
         break;
     }
     return QMessageBox::Yes | QMessageBox::No;
@@ -39,6 +40,9 @@ bool ShowBox(QWidget* parent, CMessage const& message)
         u"Corvana"_s, message.m_strText, ButtonsOf(message), parent);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(message.m_strDetail);
+    if (message.m_bQuestion && message.m_question == CQuestion::destroying) {
+        box.setDefaultButton(QMessageBox::No);
+    }
     auto const answer = box.exec();
     return answer == QMessageBox::Yes || answer == QMessageBox::Ok || answer == QMessageBox::Retry;
 }

@@ -17,7 +17,8 @@ enum class CQuestion
 {
     yesNo,
     okCancel,
-    retryCancel
+    retryCancel,
+    destroying ///< Yes and No; Yes deletes or overwrites records, so that No is the default
 };
 
 /// One message as the user gets to see it.

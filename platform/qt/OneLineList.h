@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QListWidget>
+#include <QMouseEvent>
 
 /// A list that is one line high and shows its selected entry, or nothing when none is selected.
 /// The arrow keys, the scroll bar, the wheel and the first letters of an entry choose; Delete and
-/// Backspace take the choice back.
+/// Backspace take the choice back. A click only gives the focus: where nothing is shown, nobody
+/// sees what is under the pointer.
 class COneLineList : public QListWidget
 {
     Q_OBJECT
@@ -21,6 +23,8 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override { event->accept(); }
+    void mouseMoveEvent(QMouseEvent* event) override { event->accept(); }
     void wheelEvent(QWheelEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 };

@@ -38,5 +38,8 @@ bool WriteProfileInt(char const* section, char const* entry, std::int32_t value)
     CUserSettings settings;
     settings.setValue(Key(section, entry), value);
     settings.sync();
-    return settings.status() == QSettings::NoError;
+    // What was wrong with the file before it was written stays the status of who has read it.
+    return settings.status() == QSettings::NoError
+        || (settings.status() == QSettings::FormatError
+            && CUserSettings().status() == QSettings::NoError);
 }

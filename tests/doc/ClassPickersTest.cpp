@@ -290,6 +290,9 @@ void ClassPickersTest::classesAreDeletedAfterBothQuestions()
             u"Do you want to permanently delete the member's\nworkout, evaluation, and body "
             "composition data\nthat have been recorded for the class?"_s};
     QCOMPARE(messages.Texts(), texts.mid(0, questions));
+    for (auto const& message : messages.Messages()) {
+        QVERIFY(message.m_question == CQuestion::destroying);
+    }
     QCOMPARE(WhatIsLeft(), left);
     QVERIFY(doc.m_setCls.IsEOF() != 0);
     QVERIFY(QGuiApplication::overrideCursor() == nullptr);

@@ -333,6 +333,7 @@ void MemberWorkflowTest::anotherDesksChangesAreNotOverwritten()
             ClickOk(sheet); // asks again, and this time the user says yes
         }));
         QCOMPARE(m_messages->Texts(), QStringList(2 * number, question));
+        QVERIFY(m_messages->Messages().constLast().m_question == CQuestion::destroying);
         auto expected = before;
         expected[1].replace(u"|%1|OR"_s.arg(number > 1 ? u"Bend %1"_s.arg(number - 1) : u"Salem"_s),
             u"|%1|OR"_s.arg(city));

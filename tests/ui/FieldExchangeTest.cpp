@@ -13,6 +13,7 @@
 
 #include <QAbstractItemView>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -21,6 +22,7 @@
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
+using namespace std::string_literals;
 
 class FieldExchangeTest : public QObject
 {
@@ -31,7 +33,9 @@ private Q_SLOTS:
     void realNumbersAreChecked();
     void digitsOnlyTakesNoOtherKeys();
     void untouchedTextsStayAsTheyWere();
+    void textsEndAtTheirLimit_data();
     void textsEndAtTheirLimit();
+    void textsAtTheirLimitCanBeEdited();
     void datesAndTimesAreTakenOrRefused();
     void wrongDatesAreRefusedWhenLeft();
     void spinButtonsStopAtTheEnds();
@@ -149,20 +153,93 @@ void FieldExchangeTest::untouchedTextsStayAsTheyWere()
     QCOMPARE(TakeText(memo, tooLong), std::string("Hi"));
 }
 
+void FieldExchangeTest::textsEndAtTheirLimit_data()
+{
+    QTest::addColumn<int>("letters");
+    QTest::addColumn<QString>("pasted");
+    QTest::addColumn<QString>("inLine"); // counts letters
+    QTest::addColumn<QString>("inMemo"); // counts characters
+    auto const face = u"\U0001F600"_s;
+    auto const family = u"\U0001F468\u200D\U0001F469\u200D\U0001F467"_s;
+    auto const accents = u"A\u0308\u0301"_s;
+    QTest::newRow("fits") << 5 << u"Annie"_s << u"Annie"_s << u"Annie"_s;
+    QTest::newRow("too long") << 4 << u"Annie"_s << u"Anni"_s << u"Anni"_s;
+    QTest::newRow("beyond U+FFFF")
+        << 12 << face.repeated(13) << face.repeated(12) << face.repeated(12);
+    QTest::newRow("one such") << 1 << face + u"x"_s << face << face;
+    QTest::newRow("accents") << 1 << accents + u"x"_s << accents << QString();
+    QTest::newRow("one of many parts")
+        << 4 << u"a"_s + family + u"bcd"_s << u"a"_s + family + u"bc"_s << u"a"_s;
+}
+
 void FieldExchangeTest::textsEndAtTheirLimit()
 {
-    QLineEdit field;
-    LimitText(field, 12);
-    QTest::keyClicks(&field, u"Bartholomew-J"_s);
-    QCOMPARE(field.text(), u"Bartholomew-"_s);
-
+    QFETCH(int const, letters);
+    QFETCH(QString const, pasted);
+    QFETCH(QString const, inLine);
+    QFETCH(QString const, inMemo);
+    QGuiApplication::clipboard()->setText(pasted);
+    QLineEdit line;
+    LimitText(line, letters);
+    line.paste();
+    QTRY_COMPARE(line.text(), inLine);
+    QCOMPARE(TakeText(line, "stored"), inLine.toStdString());
+    line.undo();
+    QCOMPARE(line.text(), QString());
     QPlainTextEdit memo;
-    LimitText(memo, 10);
-    QTest::keyClicks(&memo, u"0123456789ab"_s);
-    QCOMPARE(memo.toPlainText(), u"0123456789"_s);
-    memo.moveCursor(QTextCursor::Start);
-    memo.insertPlainText(u"xyz"_s);
-    QCOMPARE(memo.toPlainText(), u"0123456789"_s);
+    LimitText(memo, letters);
+    memo.paste();
+    QCOMPARE(memo.toPlainText(), inMemo);
+    memo.undo();
+    QCOMPARE(memo.toPlainText(), QString());
+}
+
+void FieldExchangeTest::textsAtTheirLimitCanBeEdited()
+{
+    auto const walk = [](auto& field, auto const& text) {
+        LimitText(field, 10);
+        QTest::keyClicks(&field, u"0123456789ab"_s);
+        QCOMPARE(text(), u"0123456789"_s);
+        QTest::keyClick(&field, Qt::Key_Home);
+        QTest::keyClick(&field, Qt::Key_Right, Qt::ShiftModifier);
+        QTest::keyClick(&field, Qt::Key_Right, Qt::ShiftModifier);
+        QGuiApplication::clipboard()->setText(u"xyz"_s);
+        field.paste();
+        QTRY_COMPARE(text(), u"xy23456789"_s);
+        QTest::keyClicks(&field, u"c"_s);
+        QCOMPARE(text(), u"xy23456789"_s);
+        field.undo();
+        QCOMPARE(text(), u"0123456789"_s);
+        field.redo();
+        QCOMPARE(text(), u"xy23456789"_s);
+
+        // Stored by another program, longer than the field takes, with a byte that is no text.
+        auto const stored = "0123456789abcdef\xff"s;
+        ShowText(field, stored);
+        QTest::keyClick(&field, Qt::Key_End);
+        auto const shown = text();
+        QCOMPARE(shown.size(), 17);
+        QTest::keyClicks(&field, u"xy"_s);
+        field.paste();
+        QCoreApplication::processEvents();
+        QCOMPARE(text(), shown);
+        QCOMPARE(TakeText(field, stored), stored);
+        QTest::keyClick(&field, Qt::Key_Backspace);
+        QTest::keyClick(&field, Qt::Key_Backspace);
+        QTest::keyClicks(&field, u"x"_s);
+        QCOMPARE(text(), u"0123456789abcde"_s);
+        QCOMPARE(TakeText(field, stored), "0123456789abcde"s);
+        field.undo();
+        QCOMPARE(text(), shown);
+        QCOMPARE(TakeText(field, stored), stored);
+        field.selectAll();
+        QTest::keyClicks(&field, u"x"_s);
+        QCOMPARE(text(), u"x"_s);
+    };
+    QLineEdit line;
+    walk(line, [&] { return line.text(); });
+    QPlainTextEdit memo;
+    walk(memo, [&] { return memo.toPlainText(); });
 }
 
 void FieldExchangeTest::datesAndTimesAreTakenOrRefused()
@@ -300,6 +377,10 @@ void FieldExchangeTest::oneLineListShowsItsChoice()
     list.addItems({u"AK"_s, u"AL"_s, u"IL"_s});
     list.show();
     QVERIFY(QTest::qWaitForWindowActive(&list));
+    list.clearFocus();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton); // takes the focus and chooses nothing
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton);
+    QVERIFY(list.hasFocus());
     QCOMPARE(list.SelectedText(), QString());
     QTest::keyClicks(&list, u"i"_s);
     QCOMPARE(list.SelectedText(), u"IL"_s);

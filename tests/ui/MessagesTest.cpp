@@ -90,12 +90,17 @@ void MessagesTest::returnsTheAnswer_data()
     auto const yesNo = static_cast<int>(CQuestion::yesNo);
     auto const okCancel = static_cast<int>(CQuestion::okCancel);
     auto const retryCancel = static_cast<int>(CQuestion::retryCancel);
+    auto const destroying = static_cast<int>(CQuestion::destroying);
     QTest::newRow("yes") << yesNo << int(QMessageBox::Yes) << true;
     QTest::newRow("no") << yesNo << int(QMessageBox::No) << false;
-    QTest::newRow("escape from yes and no") << yesNo << 0 << false;
+    QTest::newRow("escape from yes and no") << yesNo << -1 << false;
+    QTest::newRow("return at yes and no") << yesNo << 0 << true;
     QTest::newRow("ok") << okCancel << int(QMessageBox::Ok) << true;
     QTest::newRow("cancel") << okCancel << int(QMessageBox::Cancel) << false;
     QTest::newRow("retry") << retryCancel << int(QMessageBox::Retry) << true;
+    QTest::newRow("yes, destroy") << destroying << int(QMessageBox::Yes) << true;
+    QTest::newRow("return where it destroys") << destroying << 0 << false;
+    QTest::newRow("escape where it destroys") << destroying << -1 << false;
     QTest::newRow("no retry") << retryCancel << int(QMessageBox::Cancel) << false;
 }
 
@@ -106,8 +111,8 @@ void MessagesTest::returnsTheAnswer()
     QFETCH(bool const, answer);
     CBoxAnswerer const answerer([&](QMessageBox& box) {
         QCOMPARE(box.buttons().size(), 2);
-        if (button == 0) {
-            QTest::keyClick(&box, Qt::Key_Escape);
+        if (button <= 0) {
+            QTest::keyClick(&box, button == 0 ? Qt::Key_Return : Qt::Key_Escape);
         } else {
             box.button(static_cast<QMessageBox::StandardButton>(button))->click();
         }

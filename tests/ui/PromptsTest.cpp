@@ -38,6 +38,7 @@ void PromptsTest::memberIDsAreChecked_data()
     QTest::newRow("a workout number is no ID") << u"512"_s << true << nobody.arg(512);
     QTest::newRow("too great") << u"1000000000"_s << true << range;
     QTest::newRow("0") << u"0"_s << true << range;
+    QTest::newRow("emptied") << u"\b"_s << true << u"Enter an integer."_s;
     QTest::newRow("other keys go nowhere") << u"-1a2"_s << true << QString();
 }
 
@@ -56,6 +57,7 @@ void PromptsTest::memberIDsAreChecked()
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
     auto& edit = Child<QLineEdit>(dialog, "memberIDEdit");
     QVERIFY(edit.hasFocus());
+    QCOMPARE(edit.selectedText(), u"0"_s); // which typing replaces
     QTest::keyClicks(&edit, text);
     QTest::keyClick(&edit, Qt::Key_Return); // OK is the default button
     QCOMPARE(dialog.result() == QDialog::Accepted, message.isEmpty());

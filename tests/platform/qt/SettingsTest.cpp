@@ -20,6 +20,7 @@ private Q_SLOTS:
     void readsWholeNumbersOnly_data();
     void readsWholeNumbersOnly();
     void keepsWhatIsWritten();
+    void putsADamagedFileRight();
     void reportsAnUnwritableFile();
 
 private:
@@ -75,6 +76,16 @@ void SettingsTest::keepsWhatIsWritten()
     auto const lines = file.readAll().split('\n');
     QVERIFY(lines.contains("load_members=1"));
     QVERIFY(lines.contains("five=5")); // what others stored stays
+}
+
+void SettingsTest::putsADamagedFileRight()
+{
+    QFile file(m_config.filePath(u"Halvetta/Corvana.conf"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[settings\nload_members=1\n\0\xff[]=\nfive=5\n", 40);
+    file.close();
+    QVERIFY(WriteProfileInt("settings", "load_members", 3));
+    QCOMPARE(GetProfileInt("settings", "load_members", 0), 3);
 }
 
 void SettingsTest::reportsAnUnwritableFile()

@@ -1,0 +1,22 @@
+#!/bin/bash
+# Runs scripts/run in a tree whose programs only stand in, and fails unless a user without settings
+# gets some without the report server, and one with settings keeps them.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+mkdir -p "$folder"/{scripts,bin,build/release/{app,tools},own/Halvetta}
+cp "$root"/scripts/{run,lib.sh} "$folder/scripts"
+Program() { printf '#!/bin/sh\n%s\n' "$2" >"$folder/$1" && chmod +x "$folder/$1"; }
+for name in scripts/setup build/release/tools/corvana-db bin/cmake; do Program "$name" ''; done
+# shellcheck disable=SC2016 # for the program
+Program build/release/app/corvana 'cat "$XDG_CONFIG_HOME/Halvetta/Corvana.conf"'
+
+Run() {
+    QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME=$folder/$1 PATH=$folder/bin:$PATH \
+        "$folder/scripts/run" --data "$folder/data"
+}
+[[ $(Run new) == $'[settings]\nreport_server=0' ]]
+echo own >"$folder/own/Halvetta/Corvana.conf"
+[[ $(Run own) == own ]]

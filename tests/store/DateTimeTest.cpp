@@ -6,18 +6,11 @@
 namespace
 {
 
-class DateTimeTest : public testing::Test
-{
-protected:
-    void SetUp() override { CEFOleDateTime::SetClock(kEvening); }
-    void TearDown() override { CEFOleDateTime::SetClock(std::nullopt); }
-
-    CEFOleDateTime const kEvening{2026, 11, 16, 18, 5, 9};
-};
+CEFOleDateTime const kEvening(2026, 11, 16, 18, 5, 9);
 
 } // namespace
 
-TEST_F(DateTimeTest, ShowsItsTexts)
+TEST(DateTimeTest, ShowsItsTexts)
 {
     EXPECT_EQ(kEvening.DateStrLongYear(), "11/16/2026");
     EXPECT_EQ(kEvening.DateStrShortYear(), "11/16/26");
@@ -29,7 +22,7 @@ TEST_F(DateTimeTest, ShowsItsTexts)
     EXPECT_EQ(CEFOleDateTime::Invalid().DateTimeStrLongYear(), "Invalid DateTime");
 }
 
-TEST_F(DateTimeTest, KeepsEveryDayOfItsRangeAndNothingBeyond)
+TEST(DateTimeTest, KeepsEveryDayOfItsRangeAndNothingBeyond)
 {
     // A day in each month of every 50th year there and back through its text.
     for (int year = 100; year <= 9950; year += 50) {
@@ -57,7 +50,7 @@ TEST_F(DateTimeTest, KeepsEveryDayOfItsRangeAndNothingBeyond)
     }
 }
 
-TEST_F(DateTimeTest, RefusesTextsThatAreNoDate)
+TEST(DateTimeTest, RefusesTextsThatAreNoDate)
 {
     for (auto const* text : {"", "11/16", "11/16/26", "13/01/2026", "02/30/2026", "11/16/2026 ",
              "11/16/2026 24:00", "11/16/2026 18:60", "11/16/2026 18:05:60", "11/16/2026x",
@@ -67,7 +60,7 @@ TEST_F(DateTimeTest, RefusesTextsThatAreNoDate)
     EXPECT_EQ(CEFOleDateTime::Parse("1/2/2026 7:05"), CEFOleDateTime(2026, 1, 2, 7, 5));
 }
 
-TEST_F(DateTimeTest, DaySpanHoldsItsDayAlone)
+TEST(DateTimeTest, DaySpanHoldsItsDayAlone)
 {
     for (auto const& time : {kEvening, CEFOleDateTime(1890, 3, 1, 0, 0, 1)}) {
         auto from = time;
@@ -82,27 +75,23 @@ TEST_F(DateTimeTest, DaySpanHoldsItsDayAlone)
     }
 }
 
-TEST_F(DateTimeTest, ComparesWithTodayAndNow)
+TEST(DateTimeTest, ComparesWithNow)
 {
+    CEFOleDateTime::SetClock(kEvening);
     EXPECT_FALSE(CEFOleDateTime(2026, 11, 16, 23, 59, 59).IsAfterToday());
     EXPECT_TRUE(CEFOleDateTime(2026, 11, 17).IsAfterToday());
     EXPECT_TRUE(CEFOleDateTime(2026, 11, 16, 18, 5, 8).IsPast());
-    EXPECT_FALSE(kEvening.IsPast());
-    EXPECT_FALSE(CEFOleDateTime::Invalid().IsPast());
+    EXPECT_FALSE(kEvening.IsPast() || CEFOleDateTime::Invalid().IsPast());
     EXPECT_EQ(CEFOleDateTime(2026, 11, 16, 17, 0, 10).ElapsedMin(), 64);
     EXPECT_EQ(CEFOleDateTime(2026, 11, 16, 17, 0, 9).ElapsedMin(), 65);
     EXPECT_EQ(CEFOleDateTime(2026, 11, 16, 19, 0).ElapsedMin(), 0);
-    EXPECT_EQ(MinutesBetween(CEFOleDateTime::Invalid(), kEvening), 0);
-}
-
-TEST_F(DateTimeTest, CountsBirthdays)
-{
-    for (auto const& [born, today, years] : {std::tuple(CEFOleDateTime(1996, 11, 16), kEvening, 30),
-             {CEFOleDateTime(1996, 11, 17), kEvening, 29},
-             {CEFOleDateTime(1996, 12, 1), kEvening, 29},
-             {CEFOleDateTime(2004, 2, 29), CEFOleDateTime(2025, 2, 28), 20},
-             {CEFOleDateTime(2004, 2, 29), CEFOleDateTime(2025, 3, 1), 21}}) {
-        CEFOleDateTime::SetClock(today);
-        EXPECT_EQ(born.ElapsedYrs(), years);
-    }
+    EXPECT_EQ(CEFOleDateTime::Invalid().ElapsedMin(), 0);
+    EXPECT_EQ(CEFOleDateTime(1996, 11, 16).ElapsedYrs(), 30);
+    EXPECT_EQ(CEFOleDateTime(1996, 11, 17).ElapsedYrs(), 29);
+    EXPECT_EQ(CEFOleDateTime(1996, 12, 1).ElapsedYrs(), 29);
+    CEFOleDateTime::SetClock(CEFOleDateTime(2025, 2, 28));
+    EXPECT_EQ(CEFOleDateTime(2004, 2, 29).ElapsedYrs(), 20);
+    CEFOleDateTime::SetClock(CEFOleDateTime(2025, 3, 1));
+    EXPECT_EQ(CEFOleDateTime(2004, 2, 29).ElapsedYrs(), 21);
+    CEFOleDateTime::SetClock(std::nullopt);
 }

@@ -6,61 +6,51 @@
 namespace
 {
 
-class DateTimeTest : public testing::Test
-{
-protected:
-    void TearDown() override { CEFOleDateTime::SetClock(std::nullopt); }
-
-    static void SetNow(CEFOleDateTime const& now) { CEFOleDateTime::SetClock(now); }
-};
-
 CEFOleDateTime const kEvening(2026, 11, 16, 18, 5, 9);
 
 } // namespace
 
-TEST_F(DateTimeTest, ShowsItsTexts)
+TEST(DateTimeTest, ShowsItsTexts)
 {
     EXPECT_EQ(kEvening.DateStrLongYear(), "11/16/2026");
     EXPECT_EQ(kEvening.DateStrShortYear(), "11/16/26");
     EXPECT_EQ(kEvening.DateTimeStrLongYear(), "11/16/2026 18:05:09");
     EXPECT_EQ(kEvening.DateTimeStrShortYear(), "11/16/26 18:05");
     EXPECT_EQ(kEvening.TimeStrHourMinute(), "18:05");
-    EXPECT_EQ(kEvening.Format("%A - %B  %d, %Y"), "Monday - November  16, 2026");
-    EXPECT_EQ(CEFOleDateTime(2024, 2, 29).Format("%A%%%"), "Thursday%%");
+    EXPECT_EQ(kEvening.Format("%A - %B  %d, %Y%A%%%"), "Monday - November  16, 2026Monday%%");
     EXPECT_EQ(CEFOleDateTime().DateStrLongYear(), "12/30/1899");
     EXPECT_EQ(CEFOleDateTime::Invalid().DateTimeStrLongYear(), "Invalid DateTime");
 }
 
-TEST_F(DateTimeTest, KeepsEveryDayOfItsRangeAndNothingBeyond)
+TEST(DateTimeTest, KeepsEveryDayOfItsRangeAndNothingBeyond)
 {
     // A day in each month of every 50th year there and back through its text.
     for (int year = 100; year <= 9950; year += 50) {
         for (int month = 1; month <= 12; ++month) {
             CEFOleDateTime const date(year, month, 28, 23, 59, 58);
-            ASSERT_TRUE(date.ChkStatus());
             ASSERT_EQ(CEFOleDateTime::Parse(date.DateTimeStrLongYear()), date);
             ASSERT_EQ(CEFOleDateTime::FromDayCount(date.DayCount()), date);
             ASSERT_EQ(date.Day() + date.Month() * 100, month * 100 + 28);
         }
     }
-    EXPECT_TRUE(CEFOleDateTime(9999, 12, 31, 23, 59, 59).ChkStatus());
-    auto const last = CEFOleDateTime(9999, 12, 31, 23, 59, 59).Seconds();
-    EXPECT_FALSE(CEFOleDateTime::FromSeconds(last + 1).ChkStatus());
-    EXPECT_FALSE(CEFOleDateTime(99, 12, 31).ChkStatus());
-    EXPECT_FALSE(CEFOleDateTime(2025, 2, 29).ChkStatus());
-    EXPECT_FALSE(CEFOleDateTime::FromDayCount(1e300).ChkStatus());
-    EXPECT_FALSE(CEFOleDateTime::FromDayCount(0.0 / 0.0).ChkStatus());
     EXPECT_EQ(CEFOleDateTime(1900, 1, 1).DayCount(), 2.0);
-    for (auto const seconds :
-        {std::numeric_limits<std::int64_t>::min(), CEFOleDateTime(100, 1, 1).Seconds() - 1,
-            last + 1, std::numeric_limits<std::int64_t>::max()}) {
-        auto const date = CEFOleDateTime::FromSeconds(seconds);
-        EXPECT_EQ(date.Year() + date.Month() + date.Day(), 0) << seconds;
-        EXPECT_EQ(date.Hour() + date.Minute() + date.Second(), 0) << seconds;
+    using Limits = std::numeric_limits<std::int64_t>;
+    CEFOleDateTime const first(100, 1, 1);
+    CEFOleDateTime const last(9999, 12, 31, 23, 59, 59);
+    EXPECT_TRUE(first.ChkStatus() && last.ChkStatus());
+    for (auto const& date : {CEFOleDateTime(99, 12, 31), CEFOleDateTime(2025, 2, 29),
+             CEFOleDateTime::FromDayCount(1e300), CEFOleDateTime::FromDayCount(0.0 / 0.0),
+             CEFOleDateTime::FromSeconds(first.Seconds() - 1),
+             CEFOleDateTime::FromSeconds(last.Seconds() + 1),
+             CEFOleDateTime::FromSeconds(Limits::min()),
+             CEFOleDateTime::FromSeconds(Limits::max())}) {
+        EXPECT_FALSE(date.ChkStatus());
+        EXPECT_EQ(date.Year() + date.Month() + date.Day(), 0);
+        EXPECT_EQ(date.Hour() + date.Minute() + date.Second(), 0);
     }
 }
 
-TEST_F(DateTimeTest, RefusesTextsThatAreNoDate)
+TEST(DateTimeTest, RefusesTextsThatAreNoDate)
 {
     for (auto const* text : {"", "11/16", "11/16/26", "13/01/2026", "02/30/2026", "11/16/2026 ",
              "11/16/2026 24:00", "11/16/2026 18:60", "11/16/2026 18:05:60", "11/16/2026x",
@@ -70,7 +60,7 @@ TEST_F(DateTimeTest, RefusesTextsThatAreNoDate)
     EXPECT_EQ(CEFOleDateTime::Parse("1/2/2026 7:05"), CEFOleDateTime(2026, 1, 2, 7, 5));
 }
 
-TEST_F(DateTimeTest, DaySpanHoldsItsDayAlone)
+TEST(DateTimeTest, DaySpanHoldsItsDayAlone)
 {
     for (auto const& time : {kEvening, CEFOleDateTime(1890, 3, 1, 0, 0, 1)}) {
         auto from = time;
@@ -85,35 +75,23 @@ TEST_F(DateTimeTest, DaySpanHoldsItsDayAlone)
     }
 }
 
-TEST_F(DateTimeTest, ComparesWithTodayAndNow)
+TEST(DateTimeTest, ComparesWithNow)
 {
-    SetNow(kEvening);
+    CEFOleDateTime::SetClock(kEvening);
     EXPECT_FALSE(CEFOleDateTime(2026, 11, 16, 23, 59, 59).IsAfterToday());
     EXPECT_TRUE(CEFOleDateTime(2026, 11, 17).IsAfterToday());
     EXPECT_TRUE(CEFOleDateTime(2026, 11, 16, 18, 5, 8).IsPast());
-    EXPECT_FALSE(kEvening.IsPast());
-    EXPECT_FALSE(CEFOleDateTime::Invalid().IsPast());
+    EXPECT_FALSE(kEvening.IsPast() || CEFOleDateTime::Invalid().IsPast());
     EXPECT_EQ(CEFOleDateTime(2026, 11, 16, 17, 0, 10).ElapsedMin(), 64);
+    EXPECT_EQ(CEFOleDateTime(2026, 11, 16, 17, 0, 9).ElapsedMin(), 65);
     EXPECT_EQ(CEFOleDateTime(2026, 11, 16, 19, 0).ElapsedMin(), 0);
-}
-
-TEST_F(DateTimeTest, CountsBirthdays)
-{
-    SetNow({2026, 11, 16});
+    EXPECT_EQ(CEFOleDateTime::Invalid().ElapsedMin(), 0);
     EXPECT_EQ(CEFOleDateTime(1996, 11, 16).ElapsedYrs(), 30);
     EXPECT_EQ(CEFOleDateTime(1996, 11, 17).ElapsedYrs(), 29);
     EXPECT_EQ(CEFOleDateTime(1996, 12, 1).ElapsedYrs(), 29);
-    SetNow({2025, 2, 28});
+    CEFOleDateTime::SetClock(CEFOleDateTime(2025, 2, 28));
     EXPECT_EQ(CEFOleDateTime(2004, 2, 29).ElapsedYrs(), 20);
-    SetNow({2025, 3, 1});
+    CEFOleDateTime::SetClock(CEFOleDateTime(2025, 3, 1));
     EXPECT_EQ(CEFOleDateTime(2004, 2, 29).ElapsedYrs(), 21);
-}
-
-TEST_F(DateTimeTest, CountsWholeMinutesAndNeverLess)
-{
-    CEFOleDateTime const from(2026, 11, 16, 10, 0, 0);
-    EXPECT_EQ(MinutesBetween(from, CEFOleDateTime(2026, 11, 16, 11, 0, 0)), 60);
-    EXPECT_EQ(MinutesBetween(from, CEFOleDateTime(2026, 11, 16, 10, 59, 59)), 59);
-    EXPECT_EQ(MinutesBetween(from, CEFOleDateTime(2026, 11, 16, 9, 0, 0)), 0);
-    EXPECT_EQ(MinutesBetween(CEFOleDateTime::Invalid(), from), 0);
+    CEFOleDateTime::SetClock(std::nullopt);
 }

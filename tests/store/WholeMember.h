@@ -13,53 +13,13 @@ namespace WholeMember
 
 constexpr int kClasses = 3;
 
-/// Begins to add or to change the row that a find has found or not.
-template <typename Set>
-bool Begin(Set& set, bool found)
+/// Adds or changes the row that a find has found or not.
+template <typename Set, typename Fill>
+bool SaveRow(Set& set, bool found, Fill const& fill)
 {
-    return (found || (set.LastStatus() && set.OpenSet(false) == 0))
+    bool const begun = (found || (set.LastStatus() && set.OpenSet(false) == 0))
         && set.Op(found ? CDAOEFSet::opEdit : CDAOEFSet::opAddNew);
-}
-
-inline bool SaveSummary(
-    std::int32_t from, std::int32_t to, std::int32_t workoutNumber, std::string const& save)
-{
-    CDAOSmMem set;
-    bool const begun = Begin(set, set.FindMember(CDAOSmMem::idMember, from) != 0);
-    set.m_MemberID = to;
-    set.m_WorkoutNum = workoutNumber;
-    set.m_FirstName = save;
-    set.m_LastName = "Featherstonehaugh";
-    set.m_Status = 1;
-    return begun && set.Op(CDAOEFSet::opUpdate);
-}
-
-inline bool SaveProfile(std::int32_t from, std::int32_t to, std::string const& save)
-{
-    CDAOProf set;
-    bool const begun = Begin(set, set.FindProfile(from) != 0);
-    set.m_MemberID = to;
-    set.m_Address = save;
-    set.m_Goals = static_cast<std::uint32_t>(std::stoul(save));
-    set.m_MedHist = set.m_Goals;
-    return begun && set.Op(CDAOEFSet::opUpdate);
-}
-
-inline bool SaveEnrollment(std::int32_t from, std::int32_t to, std::string const& save)
-{
-    CDAOEnr set;
-    bool const begun = Begin(set, set.FindEnrollment(from) != 0);
-    set.m_MemberID = to;
-    set.m_EnrollDate = CEFOleDateTime::FromSeconds(std::stoll(save));
-    return begun && set.Op(CDAOEFSet::opUpdate);
-}
-
-inline bool SaveMessage(std::int32_t from, std::int32_t to, std::string const& save)
-{
-    CDAOMsg set;
-    bool const begun = Begin(set, set.FindMessages(from) != 0);
-    set.m_MemberID = to;
-    set.m_Message = save;
+    fill();
     return begun && set.Op(CDAOEFSet::opUpdate);
 }
 
@@ -69,12 +29,29 @@ inline bool SaveMessage(std::int32_t from, std::int32_t to, std::string const& s
 inline bool SaveRows(
     std::int32_t from, std::int32_t to, std::int64_t save, std::int32_t workoutNumber)
 {
-    auto const text = std::to_string(save);
+    CDAOSmMem member;
+    CDAOProf profile;
+    CDAOEnr enrollment;
+    CDAOMsg message;
     CClassSlot slot;
-    slot.category = text;
-    return SaveSummary(from, to, workoutNumber, text) && SaveProfile(to, to, text)
-        && SaveEnrollment(to, to, text) && SaveMessage(to, to, text)
-        && UpdateClasses(to, slot, slot, slot);
+    slot.category = std::to_string(save);
+    return SaveRow(member, member.FindMember(CDAOSmMem::idMember, from) != 0, [&] {
+        member.m_MemberID = to;
+        member.m_WorkoutNum = workoutNumber;
+        member.m_FirstName = slot.category;
+        member.m_LastName = "Featherstonehaugh";
+        member.m_Status = 1;
+    }) && SaveRow(profile, profile.FindProfile(to) != 0, [&] {
+        profile.m_MemberID = to;
+        profile.m_Address = slot.category;
+        profile.m_Goals = profile.m_MedHist = static_cast<std::uint32_t>(save);
+    }) && SaveRow(enrollment, enrollment.FindEnrollment(to) != 0, [&] {
+        enrollment.m_MemberID = to;
+        enrollment.m_EnrollDate = CEFOleDateTime::FromSeconds(save);
+    }) && SaveRow(message, message.FindMessages(to) != 0, [&] {
+        message.m_MemberID = to;
+        message.m_Message = slot.category;
+    }) && UpdateClasses(to, slot, slot, slot);
 }
 inline bool SaveRows(std::int32_t memberID, std::int64_t save)
 {

@@ -2,104 +2,116 @@
 
 #include "store/sets/DatabaseSession.h"
 #include "tests/TempFolder.h"
-#include "tests/tools/Command.h"
 
+#include <array>
+#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <sys/stat.h>
-
-inline constexpr char const* kPassword = "correct horse battery";
-inline constexpr char const* kPasswordLine = "correct horse battery\n"; ///< as in its file
-
-inline constexpr char const* kSettings = R"([center]
-name = "Łódź Gym"
-address1 = "1 Main Street"
-city = "Albany"
-state = "NY"
-zip = "12207"
-min_minutes = 1440
-min_circuits = 5
-[touch]
-panel = "#010203"
-frame = "#fFeE00"
-[defaults]
-grade_status = "Withdrawn"
-re_eval_bonuses = 255
-orient_bonus = true
-[[bonus]]
-name = "Late"
-points = -5
-[[station]]
-name = "Circuits"
-abbreviation = "Circ"
-[[station]]
-name = "Rower"
-abbreviation = "Row"
-[[lift_station]]
-name = "Press"
-least = 2.5
-greatest = 400
-[[category]]
-name = "Day"
-[[category]]
-name = "Evening"
-[[category.course]]
-name = "Spin"
-sections = ["A", "B"]
-[[category.course]]
-name = "Walk"
-)";
-
-/// Makes a file that its owner alone may read.
-inline void Write(std::filesystem::path const& path, std::string_view text)
-{
-    std::ofstream(path, std::ios::binary) << text;
-    ::chmod(path.c_str(), 0600);
-}
+#include <sys/wait.h>
 
 /// Runs corvana-db over a data folder that is not there yet.
 class CCorvanaDbTest : public testing::Test
 {
 protected:
+    using Words = std::vector<std::string>;
+    static constexpr char const* kPassword = "correct horse battery";
+    static constexpr char const* kAllFiles = "center.mdb\ncheckin.mdb\nmember.mdb\nreport.mdb\n";
+
     void SetUp() override
     {
-        Write(m_password, kPasswordLine);
-        Write(m_settings, kSettings);
+        Write(m_password, std::string(kPassword) + "\n");
+        std::filesystem::copy_file(CORVANA_SETTINGS, m_settings);
     }
     void TearDown() override { CDatabaseSession::Get().ShutDown(); }
 
-    CCommandResult Run(std::vector<std::string> arguments, std::vector<std::string> before = {})
+    /// Makes a file that its owner alone may read.
+    static void Write(std::filesystem::path const& path, std::string_view text)
     {
-        before.emplace_back(CORVANA_DB);
-        before.insert(before.end(), arguments.begin(), arguments.end());
-        before.insert(before.end(), {"--data", m_data.string()});
-        return RunCommand(before);
+        std::ofstream(path, std::ios::binary) << text;
+        ::chmod(path.c_str(), 0600);
     }
-    CCommandResult Create(std::vector<std::string> const& before = {})
+    static std::string TextOf(std::filesystem::path const& path)
     {
-        return Run({"create", m_settings.string(), "--password-file", m_password.string()}, before);
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
     }
+
+    /// What a command that has ended left behind.
+    struct Result
+    {
+        int exitCode;
+        std::string output;
+        std::string errors;
+    };
+    /// For a shell: the command with these arguments over the data folder, behind other words.
+    std::string CommandLine(Words const& arguments, Words words = {}) const
+    {
+        words.insert(words.end(), {CORVANA_DB, "--data", m_data.string()});
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        std::string line;
+        for (auto const& word : words) {
+            EXPECT_EQ(word.find('\''), std::string::npos);
+            line += " '" + word + "'";
+        }
+        return line;
+    }
+    /// Runs it without a terminal.
+    Result Run(Words const& arguments, Words const& before = {}) const
+    {
+        auto const file = (m_temporary.Path() / "said").string();
+        auto const line = "setsid -w" + CommandLine(arguments, before) + " </dev/null >" + file
+            + " 2>" + file + "2";
+        int const status = std::system(line.c_str()); // NOLINT(cert-env33-c)
+        return {WEXITSTATUS(status), TextOf(file), TextOf(file + "2")};
+    }
+    /// Runs it, and looks into all it says.
+    void Expect(int exitCode, std::string const& said, Words const& arguments,
+        Words const& before = {}) const
+    {
+        auto const [code, output, errors] = Run(arguments, before);
+        EXPECT_EQ(code, exitCode) << said;
+        EXPECT_NE((output + errors).find(said), std::string::npos) << said << ":\n"
+                                                                   << output << errors;
+    }
+    /// Runs it at a terminal and types a line whenever a question ends what it shows, which is the
+    /// output: nothing on a system that gives out no terminals, such as a bare chroot.
+    Result Type(Words const& arguments, Words const& lines) const
+    {
+        Result result = {};
+        int terminal = -1;
+        pid_t const process = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (process == 0) {
+            ::execl("/bin/sh", "sh", "-c", CommandLine(arguments).c_str(), nullptr);
+        }
+        std::array<char, 4096> bytes = {};
+        auto line = lines.begin();
+        ssize_t count = 0;
+        while (process > 0 && (count = ::read(terminal, bytes.data(), bytes.size())) > 0) {
+            result.output.append(bytes.data(), static_cast<std::size_t>(count));
+            if (result.output.ends_with(": ") && line != lines.end()) {
+                EXPECT_GT(::write(terminal, line->data(), line->size()), 0);
+                ++line;
+            }
+        }
+        ::close(terminal);
+        ::waitpid(process, &result.exitCode, 0);
+        result.exitCode = WEXITSTATUS(result.exitCode);
+        return result;
+    }
+
     void MakeCenter()
     {
-        auto const made = Create();
-        ASSERT_EQ(made.exitCode, 0) << made.errors;
+        Expect(0, "Made the centre", m_create);
         CDatabaseSession::Get().SetDataFolder(m_data);
     }
     /// The names in the data folder, "none" when there is no folder.
     std::string Names() const
     {
-        if (!std::filesystem::exists(m_data)) {
-            return "none";
-        }
-        std::string names;
-        for (auto const file : kDataFiles) {
-            names += std::filesystem::exists(m_data / DataFileName(file)) ? "+" : "-";
-        }
-        for (auto const& entry : std::filesystem::directory_iterator(m_data)) {
-            auto const name = entry.path().filename().string();
-            names += name.ends_with(".mdb") ? "" : " " + name;
-        }
-        return names;
+        auto const list = m_temporary.Path() / "names";
+        auto const line = "ls -A " + m_data.string() + " >" + list.string() + " 2>/dev/null";
+        return std::system(line.c_str()) == 0 ? TextOf(list) : "none"; // NOLINT(cert-env33-c)
     }
     static CDatabase& Database(DataFile file)
     {
@@ -108,9 +120,18 @@ protected:
         EXPECT_NE(database, nullptr) << status.Text();
         return *database;
     }
+    /// The text that a SELECT finds.
+    static std::string Select(DataFile file, std::string const& what)
+    {
+        CRowBlock rows;
+        auto const status = Database(file).Query("SELECT " + what, {}, rows);
+        EXPECT_TRUE(status && rows.Rows() == 1) << what << ": " << status.Text();
+        return status ? std::string(rows.Row(0).Text(rows.Row(0).Cell(0))) : "";
+    }
 
     CTempFolder m_temporary;
     std::filesystem::path const m_data = m_temporary.Path() / "far" / "data";
     std::filesystem::path const m_password = m_temporary.Path() / "password";
     std::filesystem::path const m_settings = m_temporary.Path() / "settings.toml";
+    Words const m_create = {"create", m_settings.string(), "--password-file", m_password.string()};
 };

@@ -1,205 +1,132 @@
-#include "platform/db/Files.h"
-#include "store/text/TextReader.h"
+#include "tests/platform/db/Faults.h"
 #include "tests/store/text/DataFileFixture.h"
 
+#include <cerrno>
 #include <csignal>
-#include <fcntl.h>
-#include <fstream>
-#include <set>
-#include <sys/ioctl.h>
-#include <sys/stat.h>
+#include <functional>
+#include <sys/resource.h>
 #include <sys/wait.h>
-#include <thread>
 
 namespace
 {
 
-/// Restores members in a second process, which is killed on the way. Some of the members are there
-/// already, otherwise than in the file.
+namespace fs = std::filesystem;
+
+/// Stops a restore wherever that can be: all of it has happened then or nothing.
 class DataFileCrashTest : public CDataFileTest
 {
 protected:
-    using Lines = std::set<std::string>;
-    using Task = void (*)(std::istream& stream);
-    static constexpr int kMembers = 300;
-
-    static Lines LinesOf(std::string const& file)
-    {
-        std::istringstream stream(file);
-        Lines lines;
-        for (std::string line; std::getline(stream, line);) {
-            lines.insert(line);
-        }
-        return lines;
-    }
-    Lines Members() { return LinesOf(BackupMembers()); }
-
-    void SetUp() override
-    {
-        CDataFileTest::SetUp();
-        for (int id = 1; id <= kMembers; ++id) {
-            AddMember(id);
-        }
-        m_strFile = BackupMembers();
-        m_file = LinesOf(m_strFile);
-        Run(DataFile::member, "DELETE FROM members WHERE member_id % 2 = 0");
-        Run(DataFile::member, "DELETE FROM classes");
-        Run(DataFile::member, "UPDATE members SET last_name = 'Changed'");
-        m_before = Members();
-    }
-
-    /// Starts the task; no connection may live in two processes.
-    template <typename Open>
-    static pid_t Start(Task task, Open const& open)
+    /// Opens the records as they were before. They keep little in memory, so that much of a restore
+    /// is written long before its end.
+    void StartAnew()
     {
         CDatabaseSession::Get().ShutDown();
-        auto const child = ::fork();
-        if (child == 0) {
-            auto stream = open();
-            task(stream);
-            ::_exit(0);
-        }
-        return child;
+        fs::copy_file(m_model, m_strPath, fs::copy_options::overwrite_existing);
+        Run(DataFile::member, "PRAGMA cache_size = 20");
     }
 
-    /// True when it was killed before it ended.
-    static bool Kill(pid_t child)
+    /// Does something in a second process; true when that was killed.
+    static bool IsKilledIn(std::function<void()> const& task)
     {
-        EXPECT_EQ(::kill(child, SIGKILL), 0);
+        CDatabaseSession::Get().ShutDown(); // no connection may live in two processes
+        auto const child = ::fork();
+        if (child == 0) {
+            Run(DataFile::member, "PRAGMA cache_size = 20");
+            task();
+            CDatabaseSession::Get().ShutDown();
+            ::_exit(0);
+        }
         int status = 0;
         EXPECT_EQ(::waitpid(child, &status, 0), child);
         return WIFSIGNALED(status);
     }
 
-    /// Gives the task so much of the file through a pipe, and kills it when it waits for more.
-    void KillInTheMiddle(Task task, std::size_t size)
+    /// The limit ends a process in the write that passes it.
+    void KillInWrites(CDAOFileSet& set)
     {
-        auto const pipePath = (m_folder / "pipe").string();
-        std::filesystem::remove(pipePath);
-        ASSERT_EQ(::mkfifo(pipePath.c_str(), 0600), 0);
-        auto const child = Start(task, [&] { return std::ifstream(pipePath); });
-        ASSERT_GT(child, 0);
-        CFileHandle const pipe(::open(pipePath.c_str(), O_WRONLY));
-        for (std::size_t sent = 0; sent < size;) {
-            auto const count = ::write(pipe.Get(), m_strFile.data() + sent, size - sent);
-            ASSERT_GT(count, 0);
-            sent += static_cast<std::size_t>(count);
+        int unchanged = 0;
+        rlimit limit = {1, RLIM_INFINITY};
+        auto const restore = [&] {
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            Restore(set, m_strFile, 0, false);
+        };
+        for (; IsKilledIn(restore); limit.rlim_cur += limit.rlim_cur / 4 + 4096) {
+            auto const now = DumpAll();
+            ASSERT_TRUE(now == m_before || now == m_after) << limit.rlim_cur;
+            unchanged += now == m_before ? 1 : 0;
         }
-        WaitUntilAsleep(child, pipe.Get());
-        EXPECT_TRUE(Kill(child)) << "it ended before it was killed";
+        EXPECT_GT(unchanged, 5);
+        EXPECT_TRUE(DumpAll() == m_after);
     }
 
-    /// Gives the task the whole file and kills it after a time.
-    bool KillAfter(Task task, std::chrono::microseconds time)
+    /// Lets one call after the other fail by which a restore writes: a sector that fails once, and
+    /// a disk that is full from some moment on.
+    void FailInWrites(CDAOFileSet& set)
     {
-        auto const child = Start(task, [&] { return std::istringstream(m_strFile); });
-        EXPECT_GT(child, 0);
-        std::this_thread::sleep_for(time);
-        return Kill(child);
-    }
-
-    /// Waits until a process has read what there is in the pipe and sleeps in the next read.
-    static void WaitUntilAsleep(pid_t process, int pipe)
-    {
-        auto const path = "/proc/" + std::to_string(process) + "/stat";
-        int unread = 1;
-        std::string state;
-        for (int tries = 0; tries < 20'000 && (unread > 0 || state != "S"); ++tries) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            ASSERT_EQ(::ioctl(pipe, FIONREAD, &unread), 0);
-            std::ifstream(path) >> state >> state >> state;
-        }
-        EXPECT_EQ(state, "S");
-    }
-
-    static void RestoreAll(std::istream& stream)
-    {
-        CDAOMem set;
-        set.Restore(stream, '|', 0, false);
-    }
-
-    static void RestoreWorkouts(std::istream& stream)
-    {
-        CDAOWk set;
-        set.Restore(stream, '|', 0, false);
-    }
-
-    /// What must never happen: a commit for each table.
-    static void RestoreTableByTable(std::istream& stream)
-    {
-        CDAOMem set;
-        CTextReader reader(stream, '|');
-        CRowBlock block;
-        while (reader.Next() && set.GetLine().Read(reader, block)) {
-            auto const row = block.Row(0);
-            Run(DataFile::member, "DELETE FROM members WHERE member_id = ?",
-                {std::int64_t(set.GetLine().MemberOf(row))});
-            AddParts(set.GetLine(), row);
+        for (int const error : {EIO, ENOSPC}) {
+            int failed = 0;
+            bool hit = true;
+            // It can write thousands of times: not each of them is a case of its own.
+            for (int nth = 1; hit; nth += nth / 4 + 1) {
+                StartAnew();
+                Faults::Begin(nth, error, error == ENOSPC);
+                bool const done = Restore(set, m_strFile, 0, false) > 0;
+                hit = Faults::End();
+                failed += done ? 0 : 1;
+                ASSERT_EQ(done, set.LastStatus().IsOK()) << nth;
+                ASSERT_TRUE(DumpAll() == (done ? m_after : m_before)) << nth << " of " << error;
+            }
+            EXPECT_GT(failed, 10) << "the faults do not reach the restore";
         }
     }
 
+    void StopEverywhere(CDAOFileSet& set)
+    {
+        CDatabaseSession::Get().ShutDown();
+        fs::copy_file(m_strPath, m_model);
+        m_before = DumpAll();
+        EXPECT_GT(Restore(set, m_strFile, 0, false), 0);
+        m_after = DumpAll();
+        StartAnew();
+        KillInWrites(set);
+        FailInWrites(set);
+    }
+
+    std::string const m_strPath = m_folder / DataFileName(DataFile::member);
+    fs::path const m_model = m_folder / "model.mdb";
     std::string m_strFile;
-    Lines m_file; // its lines
-    Lines m_before; // those of the members before the restore
+    std::map<std::string, Rows> m_before;
+    std::map<std::string, Rows> m_after;
 };
 
 } // namespace
 
-TEST_F(DataFileCrashTest, ARestoreThatIsKilledLeavesNothing)
+TEST_F(DataFileCrashTest, MembersAreRestoredAllOrNone)
 {
-    for (std::size_t tenths = 1; tenths < 10; ++tenths) {
-        KillInTheMiddle(RestoreAll, m_strFile.size() * tenths / 10);
-        ASSERT_TRUE(Members() == m_before) << tenths;
+    for (int id = 1; id <= 16; ++id) {
+        AddMember(id);
     }
-    // Shows that what is committed before the kill would be noticed.
-    KillInTheMiddle(RestoreTableByTable, m_strFile.size() / 2);
-    auto const after = Members();
-    EXPECT_FALSE(after == m_before || after == m_file);
-    EXPECT_EQ(Restore(m_setMem, m_strFile, 0, false), kMembers);
-    EXPECT_TRUE(Members() == m_file);
+    Run(DataFile::member, "UPDATE messages SET message = hex(zeroblob(20000))");
+    AddWorkout(1, 1);
+    m_strFile = Backup(m_setMem);
+    Run(DataFile::member, "DELETE FROM members WHERE member_id % 2 = 0");
+    Run(DataFile::member, "DELETE FROM classes");
+    // Some have one another's numbers.
+    Run(DataFile::member, "UPDATE members SET workout_number = workout_number + 1000");
+    Run(DataFile::member, "UPDATE members SET workout_number = 500 + (member_id + 2) % 16");
+    StopEverywhere(m_setMem);
 }
 
-TEST_F(DataFileCrashTest, ARestoreOfWorkoutsThatIsKilledLeavesNothing)
+TEST_F(DataFileCrashTest, EvaluationsAreRestoredAllOrNone)
 {
-    constexpr int kWorkouts = 3000; // some buffers full
-    for (int i = 0; i < kWorkouts; ++i) {
-        AddWorkout(1 + i % 2 * 2, i);
+    AddMember(1);
+    for (int i = 1; i <= 400; ++i) {
+        Add(m_setEval, {{"member_id", 1}, {"eval_date", i}, {"eval_id", i}});
     }
-    auto const whole = BackupWorkouts();
-    Run(DataFile::member, "DELETE FROM workouts WHERE id % 3 = 0");
-    auto const before = BackupWorkouts();
-    m_strFile = whole;
-    for (std::size_t const tenths : {3U, 6U, 9U}) {
-        KillInTheMiddle(RestoreWorkouts, m_strFile.size() * tenths / 10);
-        ASSERT_EQ(BackupWorkouts(), before) << tenths;
-    }
-    EXPECT_EQ(Restore(m_setWk, whole), kWorkouts / 3);
-    EXPECT_EQ(LinesOf(BackupWorkouts()), LinesOf(whole));
-}
-
-TEST_F(DataFileCrashTest, AKillAtAnyMomentLeavesNoPartOfAMember)
-{
-    int killed = 0;
-    auto time = std::chrono::milliseconds(1);
-    while (KillAfter(RestoreAll, time)) {
-        auto const after = Members();
-        ASSERT_TRUE(after == m_before || after == m_file) << time.count();
-        ++killed;
-        time += time / 8 + std::chrono::milliseconds(1);
-    }
-    EXPECT_GT(killed, 5);
-    EXPECT_TRUE(Members() == m_file);
-}
-
-/// Shows that the test above would notice: a commit for each table leaves parts of members.
-TEST_F(DataFileCrashTest, ARestoreTableByTableWouldLeavePartsOfMembers)
-{
-    int parts = 0;
-    for (int time = 20; time < 200 && parts == 0; ++time) {
-        EXPECT_TRUE(KillAfter(RestoreTableByTable, std::chrono::milliseconds(time)));
-        for (auto const& line : Members()) {
-            parts += m_before.contains(line) || m_file.contains(line) ? 0 : 1;
-        }
-    }
-    EXPECT_GT(parts, 0);
+    m_strFile = Backup(m_setEval);
+    // Others have the numbers of those that are gone.
+    Run(DataFile::member, "DELETE FROM evaluations WHERE eval_date % 2 = 0");
+    Run(DataFile::member, "UPDATE evaluations SET eval_id = -eval_id");
+    Run(DataFile::member, "UPDATE evaluations SET eval_id = eval_date + 1");
+    StopEverywhere(m_setEval);
 }

@@ -4,42 +4,83 @@
 #include "store/sets/DAOEval.h"
 #include "store/sets/DAOMem.h"
 #include "store/sets/DAOWk.h"
-#include "tests/store/text/DataFileRows.h"
+#include "store/text/Text.h"
 #include "tests/store/StoreFixture.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <random>
 #include <sstream>
 
-/// A centre whose records are copied to data files and back.
+/// A centre whose records, with the most unlikely fields, are copied to data files and back.
 class CDataFileTest : public CStoreTest
 {
 protected:
-    using Fixed = CRandomRows::Fixed;
+    using Fixed = std::map<std::string, std::int64_t, std::less<>>; ///< values by column
     using Rows = std::vector<std::string>;
+    using Limits = std::numeric_limits<std::int64_t>;
     static constexpr std::int64_t kTime = 3'900'000'000; ///< in the year 2023
-
-    /// Adds a record as another program would, with the fields given and all others at random.
-    void Add(CDAOFileSet const& set, Fixed const& fixed)
+    /// What other programs can store, by the alternatives of a value.
+    static inline std::array<std::vector<DbValue>, 4> const kValues = {{
+        {DbValue()},
+        {std::int64_t(0), std::int64_t(1), std::int64_t(7), std::int64_t(100), std::int64_t(255),
+            std::int64_t(256), std::int64_t(1000), std::int64_t(32'767), std::int64_t(32'768),
+            std::int64_t(2'147'483'647), std::int64_t(4'294'967'295), std::int64_t(4'294'967'296),
+            kTime, -kTime, std::int64_t(-1), Limits::min(), Limits::max()},
+        {-0.0, 7.5, 0.1, 5e-324, 1e15, 1.7976931348623157e308, HUGE_VAL, -HUGE_VAL},
+        {"", "text", "12", "\\N", std::string("|\\\n\r\t\0\x7F\xFF", 8), "2026-11-16T18:05:09",
+            "Wei\xC3\x9F \xE2\x82 \xF0\x9F\x8F\x8B"},
+    }};
+    static std::size_t KindOf(ColumnType type)
     {
-        CRowBlock block;
-        m_rows.Make(set.GetLine(), fixed, block);
-        AddParts(set.GetLine(), block.Row(0));
+        return type == ColumnType::text ? 3 : type == ColumnType::real ? 2 : 1;
     }
-    /// Adds the rows of a line one by one.
-    static void AddParts(CRecordLine const& line, CRowView const& row)
+
+    std::int64_t Random(std::int64_t least, std::int64_t most)
     {
-        auto const link = row.Cell(0).integerValue; // of the first part: the member or evaluation
-        for (std::size_t part = 0; part < line.Parts().size(); ++part) {
-            if (line.Has(row, part)) {
-                std::vector<DbValue> values;
-                if (part > 0) {
-                    values.emplace_back(link);
-                }
-                for (auto const& cell : line.Cells(row, part)) {
-                    values.push_back(ValueOf(cell, row));
-                }
-                Run(DataFile::member, line.Parts()[part].insert, values);
+        return std::uniform_int_distribution(least, most)(m_random);
+    }
+    /// The cells of a line, those not given at random. Rows of further tables are missing here and
+    /// there: all null.
+    std::vector<DbValue> MakeCells(CRecordLine const& line, Fixed const& fixed)
+    {
+        std::vector<DbValue> cells;
+        bool present = true;
+        for (auto const& part : line.Parts()) {
+            present = part.link.empty() || ((present || !part.next) && Random(1, 4) > 1);
+            for (auto const& column : part.columns) {
+                auto const found = fixed.find(column.name);
+                cells.push_back(!present       ? DbValue()
+                        : found == fixed.end() ? RandomValue(column.type)
+                                               : found->second);
             }
         }
+        return cells;
+    }
+    /// Adds the rows of a line's cells that begin with a value, or all; false when a table refuses.
+    static bool AddCells(
+        CRecordLine const& line, std::vector<DbValue> const& cells, bool all = false)
+    {
+        bool taken = true;
+        auto first = cells.begin();
+        for (auto const& part : line.Parts()) {
+            std::vector<DbValue> row(part.link.empty() ? 0 : 1, cells.front()); // the link
+            row.insert(row.end(), first, first + std::ssize(part.columns));
+            std::int64_t changed = 0;
+            if (all || *first != DbValue()) {
+                taken
+                    = taken && Database(DataFile::member).Execute(part.insert, row, changed).IsOK();
+            }
+            first += std::ssize(part.columns);
+        }
+        return taken;
+    }
+    /// Adds a record as another program would.
+    void Add(CDAOFileSet const& set, Fixed const& fixed)
+    {
+        EXPECT_TRUE(AddCells(set.GetLine(), MakeCells(set.GetLine(), fixed)));
     }
     void AddMember(std::int32_t id)
     {
@@ -50,60 +91,32 @@ protected:
         Add(m_setWk, {{"member_id", member}, {"check_in", time}});
     }
 
-    /// What the program does for a backup.
-    static std::string Backup(CDAOFileSet& set)
+    /// The line of the current row; empty when it is refused.
+    static std::string Line(CDAOFileSet& set)
     {
         std::ostringstream stream;
         CText text(&stream, '|');
-        for (int count = set.CountSet(); count > 0; --count) {
-            EXPECT_TRUE(set.Save(text)) << set.LastStatus().Text();
+        bool const saved = set.Save(text);
+        EXPECT_NE(saved, stream.str().empty());
+        return stream.str();
+    }
+    /// The file of all records of a set.
+    static std::string Backup(CDAOFileSet& set)
+    {
+        std::string file;
+        for (int count = set.OpenSet(true); count > 0; --count) {
+            file += Line(set);
+            EXPECT_TRUE(set.LastStatus()) << set.LastStatus().Text();
             set.Op(CDAOEFSet::opMoveNext);
         }
         set.Op(CDAOEFSet::opClose);
-        return stream.str();
+        return file;
     }
-    std::string BackupMembers()
-    {
-        m_setMem.FindAllMembers(true);
-        return Backup(m_setMem);
-    }
-    std::string BackupWorkouts()
-    {
-        m_setWk.FindWks(0);
-        return Backup(m_setWk);
-    }
-    std::string BackupEvaluations()
-    {
-        m_setEval.FindEvals(CDAOSmEval::idMember, 0);
-        return Backup(m_setEval);
-    }
-    std::string BackupBodyComps()
-    {
-        m_setBodyComp.FindBodyComps(0);
-        return Backup(m_setBodyComp);
-    }
-
     static int Restore(CDAOFileSet& set, std::string const& file, std::int32_t memberID = 0,
         bool keepExisting = true)
     {
         std::istringstream stream(file);
         return set.Restore(stream, '|', memberID, keepExisting);
-    }
-    static bool Test(CDAOFileSet const& set, std::string const& file)
-    {
-        std::istringstream stream(file);
-        return set.Test(stream, '|');
-    }
-
-    /// A line of a file, from 1 on.
-    static std::string Line(std::string const& file, int number)
-    {
-        std::istringstream stream(file);
-        std::string line;
-        for (; number > 0; --number) {
-            std::getline(stream, line);
-        }
-        return line + '\n';
     }
 
     /// All rows of a table without their keys: each with the bytes and types of its cells.
@@ -131,18 +144,35 @@ protected:
         }
         return rows;
     }
-    static std::size_t Count(std::string const& table) { return Dump(table).size(); }
-
-    static DbValue ValueOf(CCell const& cell, CRowView const& row)
+    /// All that a restore could change.
+    static std::map<std::string, Rows> DumpAll()
     {
-        return cell.type == CCell::text ? DbValue(std::string(row.Text(cell)))
-            : cell.type == CCell::real  ? DbValue(cell.realValue)
-                                        : DbValue(cell.integerValue);
+        std::map<std::string, Rows> tables;
+        for (auto const* const table : {"members", "profiles", "enrollments", "classes", "messages",
+                 "workouts", "evaluations", "skinfolds", "lifts", "body_compositions"}) {
+            tables[table] = Dump(table);
+        }
+        return tables;
+    }
+    static std::int64_t Count(std::string const& table)
+    {
+        return Number(DataFile::member, "SELECT count(*) FROM " + table);
     }
 
-    CRandomRows m_rows;
+    std::mt19937_64 m_random{20261124};
     CDAOMem m_setMem;
     CDAOWk m_setWk;
     CDAOEval m_setEval;
     CDAOBodyComp m_setBodyComp;
+    std::array<CDAOFileSet*, 4> const m_sets = {&m_setMem, &m_setWk, &m_setEval, &m_setBodyComp};
+
+private:
+    DbValue RandomValue(ColumnType type)
+    {
+        if (type == ColumnType::memberNumber) {
+            return Random(1, 999'999'999);
+        }
+        auto const& values = kValues[KindOf(type)];
+        return values[static_cast<std::size_t>(Random(0, std::ssize(values) - 1))];
+    }
 };

@@ -176,7 +176,8 @@ void FormFieldsTest::everyKindIsShownTakenAndCommitted()
 void FormFieldsTest::whatAFieldCannotShowStays()
 {
     CForm form;
-    form.m_strName = "longer than five";
+    form.m_strName = "longer than five, with \xff";
+    form.m_strNote = std::string("a\nb\0 and more", 14);
     form.m_nSites = 6;
     form.m_nLevel = 9;
     form.m_dtDay = CEFOleDateTime::Invalid();

@@ -57,7 +57,6 @@ class MessagesTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void showsWhatItIsTold();
-    void returnsTheAnswer_data();
     void returnsTheAnswer();
     void putsTheWaitCursorAway();
     void refusesWithFocusAndSelection();
@@ -82,42 +81,33 @@ void MessagesTest::showsWhatItIsTold()
     Tell(nullptr, u"Sorry"_s);
 }
 
-void MessagesTest::returnsTheAnswer_data()
-{
-    QTest::addColumn<int>("question");
-    QTest::addColumn<int>("button");
-    QTest::addColumn<bool>("answer");
-    auto const yesNo = static_cast<int>(CQuestion::yesNo);
-    auto const okCancel = static_cast<int>(CQuestion::okCancel);
-    auto const retryCancel = static_cast<int>(CQuestion::retryCancel);
-    auto const destroying = static_cast<int>(CQuestion::destroying);
-    QTest::newRow("yes") << yesNo << int(QMessageBox::Yes) << true;
-    QTest::newRow("no") << yesNo << int(QMessageBox::No) << false;
-    QTest::newRow("escape from yes and no") << yesNo << -1 << false;
-    QTest::newRow("return at yes and no") << yesNo << 0 << true;
-    QTest::newRow("ok") << okCancel << int(QMessageBox::Ok) << true;
-    QTest::newRow("cancel") << okCancel << int(QMessageBox::Cancel) << false;
-    QTest::newRow("retry") << retryCancel << int(QMessageBox::Retry) << true;
-    QTest::newRow("yes, destroy") << destroying << int(QMessageBox::Yes) << true;
-    QTest::newRow("return where it destroys") << destroying << 0 << false;
-    QTest::newRow("escape where it destroys") << destroying << -1 << false;
-    QTest::newRow("no retry") << retryCancel << int(QMessageBox::Cancel) << false;
-}
-
 void MessagesTest::returnsTheAnswer()
 {
-    QFETCH(int const, question);
-    QFETCH(int const, button);
-    QFETCH(bool const, answer);
-    CBoxAnswerer const answerer([&](QMessageBox& box) {
-        QCOMPARE(box.buttons().size(), 2);
-        if (button <= 0) {
-            QTest::keyClick(&box, button == 0 ? Qt::Key_Return : Qt::Key_Escape);
-        } else {
-            box.button(static_cast<QMessageBox::StandardButton>(button))->click();
-        }
-    });
-    QCOMPARE(Ask(nullptr, u"Are you sure?"_s, static_cast<CQuestion>(question)), answer);
+    struct Case
+    {
+        CQuestion question;
+        QMessageBox::StandardButton yes, no;
+        bool isReturnYes = true; ///< which of them is the default
+    };
+    for (auto const& [question, yes, no, isReturnYes] :
+        {Case{CQuestion::yesNo, QMessageBox::Yes, QMessageBox::No},
+            Case{CQuestion::destroying, QMessageBox::Yes, QMessageBox::No, false},
+            Case{CQuestion::okCancel, QMessageBox::Ok, QMessageBox::Cancel},
+            Case{CQuestion::retryCancel, QMessageBox::Retry, QMessageBox::Cancel}}) {
+        auto const answer = [](CQuestion asked, std::function<void(QMessageBox&)> const& action) {
+            CBoxAnswerer const answerer([&](QMessageBox& box) {
+                QCOMPARE(box.buttons().size(), 2);
+                action(box);
+            });
+            return Ask(nullptr, u"Are you sure?"_s, asked);
+        };
+        QVERIFY(answer(question, [yes](QMessageBox& box) { box.button(yes)->click(); }));
+        QVERIFY(!answer(question, [no](QMessageBox& box) { box.button(no)->click(); }));
+        auto const press
+            = [](Qt::Key key) { return [key](QMessageBox& box) { QTest::keyClick(&box, key); }; };
+        QVERIFY(!answer(question, press(Qt::Key_Escape)));
+        QCOMPARE(answer(question, press(Qt::Key_Return)), isReturnYes);
+    }
 }
 
 void MessagesTest::putsTheWaitCursorAway()

@@ -96,7 +96,6 @@ private Q_SLOTS:
     void storedClassesAreShown();
     void memberClassesAreListed_data();
     void memberClassesAreListed();
-    void classesAreDeletedAfterBothQuestions_data();
     void classesAreDeletedAfterBothQuestions();
     void tellsWhenAClassIsNotDeleted();
 };
@@ -254,48 +253,33 @@ void ClassPickersTest::memberClassesAreListed()
     QVERIFY(doc.m_setCls.IsEOF() != 0);
 }
 
-void ClassPickersTest::classesAreDeletedAfterBothQuestions_data()
-{
-    QTest::addColumn<QList<bool>>("answers");
-    QTest::addColumn<QString>("section");
-    QTest::addColumn<int>("questions");
-    QTest::addColumn<QString>("left"); // classes, records of the class, records without one
-    auto const row = [](char const* name, QList<bool> const& answers, QString const& section,
-                         int questions, QString const& left) {
-        QTest::newRow(name) << answers << section << questions << left;
-    };
-    row("no such class", {true, true}, u"Noon"_s, 0, u"2 1 0"_s);
-    row("not wanted", {false}, u"Morning"_s, 1, u"2 1 0"_s);
-    row("without its records", {true, false}, u"Morning"_s, 2, u"1 0 1"_s);
-    row("with its records", {true, true}, u"Morning"_s, 2, u"1 0 0"_s);
-}
-
 void ClassPickersTest::classesAreDeletedAfterBothQuestions()
 {
-    QFETCH(QList<bool> const, answers);
-    QFETCH(QString const, section);
-    QFETCH(int const, questions);
-    QFETCH(QString const, left);
-    CTestCentre const centre;
-    AddMemberOfTwoClasses();
-    CMessageRecorder messages;
-    messages.AnswerNext(answers);
-    CTestApp app;
-    CCorvanaDoc doc(app);
-    // The index of the found class counts, whatever the caller takes it for.
-    QCOMPARE(
-        doc.DeleteMemberClass(12, 4, "Staff", "Wellness", section.toStdString()), questions == 2);
-    QStringList const texts
+    QStringList const questions
         = {u"Are you sure you want to delete\nthe class: Staff Wellness Morning?"_s,
             u"Do you want to permanently delete the member's\nworkout, evaluation, and body "
             "composition data\nthat have been recorded for the class?"_s};
-    QCOMPARE(messages.Texts(), texts.mid(0, questions));
-    for (auto const& message : messages.Messages()) {
-        QVERIFY(message.m_question == CQuestion::destroying);
+    for (auto const& [section, answers, asked, left] :
+        std::initializer_list<std::tuple<char const*, QList<bool>, int, QString>>{
+            {"Noon", {true, true}, 0, u"2 1 0"_s}, // no such class
+            {"Morning", {false}, 1, u"2 1 0"_s}, {"Morning", {true, false}, 2, u"1 0 1"_s},
+            {"Morning", {true, true}, 2, u"1 0 0"_s}}) {
+        CTestCentre const centre;
+        AddMemberOfTwoClasses();
+        CMessageRecorder messages;
+        messages.AnswerNext(answers);
+        CTestApp app;
+        CCorvanaDoc doc(app);
+        // The index of the found class counts, whatever the caller takes it for.
+        QCOMPARE(doc.DeleteMemberClass(12, 4, "Staff", "Wellness", section), asked == 2);
+        QCOMPARE(messages.Texts(), questions.mid(0, asked));
+        for (auto const& message : messages.Messages()) {
+            QVERIFY(message.m_question == CQuestion::destroying);
+        }
+        QCOMPARE(WhatIsLeft(), left);
+        QVERIFY(doc.m_setCls.IsEOF() != 0);
+        QVERIFY(QGuiApplication::overrideCursor() == nullptr);
     }
-    QCOMPARE(WhatIsLeft(), left);
-    QVERIFY(doc.m_setCls.IsEOF() != 0);
-    QVERIFY(QGuiApplication::overrideCursor() == nullptr);
 }
 
 void ClassPickersTest::tellsWhenAClassIsNotDeleted()

@@ -21,7 +21,6 @@ private Q_SLOTS:
     void memberIDsAreChecked();
     void tellsWhenMembersCannotBeRead();
     void datesAreTakenUpToToday();
-    void cancelChecksNothing();
     void formsAreFitForEveryone();
 };
 
@@ -120,23 +119,6 @@ void PromptsTest::datesAreTakenUpToToday()
         QVERIFY(dialog.m_dtDate == (accepted && days != 0 ? FromQt(day.startOfDay()) : now));
     }
     CEFOleDateTime::SetClock(std::nullopt);
-}
-
-void PromptsTest::cancelChecksNothing()
-{
-    CMessageRecorder const messages;
-    CDialogUser const user({[](QDialog& dialog) {
-                                Type(Child<QLineEdit>(dialog, "memberIDEdit"), u"0"_s);
-                                ClickCancel(dialog);
-                            },
-        [](QDialog& dialog) {
-            Type(Child<CDateField>(dialog, "dateEdit"), u"x"_s);
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        }});
-    QCOMPARE(CMemberIDDlg().exec(), int(QDialog::Rejected));
-    QCOMPARE(CDateDlg().exec(), int(QDialog::Rejected));
-    QCOMPARE(user.Faults(), QStringList());
-    QCOMPARE(messages.Texts(), QStringList());
 }
 
 void PromptsTest::formsAreFitForEveryone()

@@ -85,16 +85,16 @@ void MemberTreeActionsTest::keysAndDoubleClickActOnTheirNodes()
     };
     for (auto const open : {true, false}) {
         if (open) {
-            m_tree->Expand(node);
+            m_tree->expand(node);
         } else {
-            m_tree->Collapse(node);
+            m_tree->collapse(node);
         }
-        auto const parentWasOpen = m_tree->IsExpanded(node.parent());
+        auto const parentWasOpen = m_tree->isExpanded(node.parent());
         m_lstAsked.clear();
         DoubleClick(node);
         QCOMPARE(m_lstAsked, expected(u"Edit "_s, edited));
-        QCOMPARE(m_tree->IsExpanded(node), open && Model().hasChildren(node));
-        QCOMPARE(m_tree->IsExpanded(node.parent()), parentWasOpen);
+        QCOMPARE(m_tree->isExpanded(node), open && Model().hasChildren(node));
+        QCOMPARE(m_tree->isExpanded(node.parent()), parentWasOpen);
     }
     m_lstAsked.clear();
     m_tree->setCurrentIndex(node);
@@ -111,7 +111,7 @@ void MemberTreeActionsTest::nothingActsBeforeMembersAreLoaded()
     Open({u"Members"_s}); // finds them,
     m_tree->ResetTree();
     QVERIFY(m_tree->AddMemberNode(5)); // but now only this one is told of
-    m_tree->Expand(Node({u"Members"_s}));
+    m_tree->expand(Node({u"Members"_s}));
     RunOnMembers("DELETE FROM members");
     m_tree->ResetTree();
     Open({u"Members"_s});
@@ -124,7 +124,7 @@ void MemberTreeActionsTest::nothingActsBeforeMembersAreLoaded()
     QCOMPARE(m_lstAsked, QStringList());
     QVERIFY(!QToolTip::isVisible());
 
-    m_tree->Collapse(Node({u"Members"_s}));
+    m_tree->collapse(Node({u"Members"_s}));
     Open({u"Members"_s, kAnn, u"Profile"_s});
     Press(Qt::Key_Delete);
     QCOMPARE(m_lstAsked, QStringList{u"Delete -10 5"_s});
@@ -236,18 +236,18 @@ void MemberTreeActionsTest::otherButtonsOpenNothing()
         DoubleClick(workout, button);
         auto const arrow = QPoint(m_tree->visualRect(workouts).left() * 5 / 6, Place(workouts).y());
         QTest::mouseClick(m_tree->viewport(), button, {}, arrow);
-        QVERIFY(m_tree->IsExpanded(workouts));
+        QVERIFY(m_tree->isExpanded(workouts));
     }
     QCOMPARE(m_lstAsked, QStringList());
     // The key that opens everything below would load every record of the centre.
-    m_tree->Collapse(Node({u"Members"_s}));
+    m_tree->collapse(Node({u"Members"_s}));
     m_tree->ResetTree();
     m_tree->setCurrentIndex(Node({u"Members"_s}));
     m_progress->m_lstSentences.clear();
     Press(Qt::Key_Asterisk);
     QCOMPARE(Children({u"Members"_s}), QStringList{kAnn});
     QCOMPARE(m_progress->m_lstSentences.size(), 1);
-    QVERIFY(!m_tree->IsExpanded(Node({u"Members"_s, kAnn})));
+    QVERIFY(!m_tree->isExpanded(Node({u"Members"_s, kAnn})));
 }
 
 CORVANA_TEST(MemberTreeActionsTest);

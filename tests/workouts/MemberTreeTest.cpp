@@ -31,7 +31,7 @@ private Q_SLOTS:
 void MemberTreeTest::loadsOnlyWhatIsOpened()
 {
     QCOMPARE(Children({u"Members"_s}), QStringList());
-    QVERIFY(!m_tree->IsExpanded(Node({u"Members"_s})));
+    QVERIFY(!m_tree->isExpanded(Node({u"Members"_s})));
     StoreAnn(); // what is there before a node is opened is seen, what comes later is not
 
     auto const root = Node({u"Members"_s});
@@ -57,7 +57,7 @@ void MemberTreeTest::loadsOnlyWhatIsOpened()
 
     RunOnMembers("DELETE FROM members");
     for (auto const& texts : {QStringList{u"Members"_s, kAnn, u"Workouts"_s}, {u"Members"_s}}) {
-        m_tree->Collapse(Node(texts));
+        m_tree->collapse(Node(texts));
         Open(texts);
     }
     QCOMPARE(Children({u"Members"_s, kAnn, u"Workouts"_s}).size(), 3);
@@ -74,7 +74,7 @@ void MemberTreeTest::loadsAtStartOnceItIsPainted()
     QCOMPARE(Children({u"Members"_s}), QStringList());
     m_window->show();
     QTRY_COMPARE(Children({u"Members"_s}), QStringList{kAnn});
-    QVERIFY(m_tree->IsExpanded(Node({u"Members"_s})));
+    QVERIFY(m_tree->isExpanded(Node({u"Members"_s})));
     QCOMPARE(m_progress->m_lstSentences.size(), 1);
 }
 
@@ -141,7 +141,7 @@ void MemberTreeTest::showsWhereNothingIsFound()
     QCOMPARE(Children({u"Members"_s}), none);
     QCOMPARE(Node({u"Members"_s, u"None Found"_s}).data(CMemberTreeModel::kCodeRole).toInt(), -5);
     QVERIFY(m_progress->m_lstSentences.isEmpty());
-    m_tree->Collapse(root);
+    m_tree->collapse(root);
     Open({u"Members"_s});
     QCOMPARE(Children({u"Members"_s}), none);
 
@@ -149,7 +149,7 @@ void MemberTreeTest::showsWhereNothingIsFound()
     QVERIFY(m_tree->AddMemberNode(5)); // takes the place of "None Found"
     QCOMPARE(Children({u"Members"_s}), QStringList{kAnn});
     StoreMember(6, "Baker", "Cy");
-    m_tree->Collapse(root);
+    m_tree->collapse(root);
     Open({u"Members"_s}); // only now the members are loaded
     QCOMPARE(Children({u"Members"_s}), (QStringList{kAnn, u"Baker, Cy "_s}));
 
@@ -157,11 +157,11 @@ void MemberTreeTest::showsWhereNothingIsFound()
     Open(branch);
     QCOMPARE(Children(branch), none);
     StoreBodyComp(5, kNewer, 0.0, 0.0);
-    m_tree->Collapse(Node(branch));
+    m_tree->collapse(Node(branch));
     Open(branch);
     QCOMPARE(Children(branch), none); // loaded, until it is told
     QVERIFY(m_tree->RefreshMemberNode(5, kBodyCompsNode, 0));
-    QVERIFY(!m_tree->IsExpanded(Node(branch)));
+    QVERIFY(!m_tree->isExpanded(Node(branch)));
     Open(branch);
     QCOMPARE(Children(branch), QStringList{kNewerText});
 }
@@ -186,8 +186,8 @@ void MemberTreeTest::refreshReloadsTheBranchOfItsKind()
         auto const before = Children(workouts) + Children(evaluations);
         bool const known = m_tree->RefreshMemberNode(5, kind, 0);
         QString open;
-        open += m_tree->IsExpanded(Node(workouts)) ? u"W"_s : QString();
-        open += m_tree->IsExpanded(Node(evaluations)) ? u"E"_s : QString();
+        open += m_tree->isExpanded(Node(workouts)) ? u"W"_s : QString();
+        open += m_tree->isExpanded(Node(evaluations)) ? u"E"_s : QString();
         return u"%1 %2 %3 %4"_s.arg(known ? 1 : 0)
             .arg(open)
             .arg(Children(workouts).size())
@@ -197,7 +197,7 @@ void MemberTreeTest::refreshReloadsTheBranchOfItsKind()
     QCOMPARE(reloads(kEvaluationsNode), u"1 W 2 0"_s);
     QCOMPARE(reloads(kNoneFoundNode), u"1 WE 2 3"_s);
     QCOMPARE(reloads(kMembersNode), u"1  0 0"_s);
-    QVERIFY(m_tree->IsExpanded(Node({u"Members"_s, kAnn})));
+    QVERIFY(m_tree->isExpanded(Node({u"Members"_s, kAnn})));
     QVERIFY(!m_tree->RefreshMemberNode(6, kMembersNode, 0));
     QVERIFY(!m_tree->RefreshMemberNode(5, kMembersNode, 6));
 }
@@ -214,7 +214,7 @@ void MemberTreeTest::changedMembersKeepTheirPlace()
     QCOMPARE(Children({u"Members"_s}),
         (QStringList{u"Young, Ann B"_s, u"Baker, Cy "_s, u"Cole, Di "_s}));
     QCOMPARE(m_tree->currentIndex().data().toString(), u"Young, Ann B"_s);
-    QVERIFY(m_tree->IsExpanded(m_tree->currentIndex()));
+    QVERIFY(m_tree->isExpanded(m_tree->currentIndex()));
     QVERIFY(!m_tree->RemoveMemberNode(5));
     Open({u"Members"_s, u"Young, Ann B"_s, u"Workouts"_s}); // by the new number
     QCOMPARE(Children({u"Members"_s, u"Young, Ann B"_s, u"Workouts"_s}),
@@ -238,7 +238,7 @@ void MemberTreeTest::changedMembersKeepTheirPlace()
 
 void MemberTreeTest::longNamesScroll()
 {
-    auto const width = [this] { return m_tree->visualRect(m_tree->NodeAt(0)).right() + 1; };
+    auto const width = [this] { return m_tree->visualRect(Node({u"Members"_s})).right() + 1; };
     QCOMPARE(width(), m_tree->viewport()->width());
     StoreAnn();
     Open({u"Members"_s});
@@ -285,7 +285,7 @@ void MemberTreeTest::tellsWhatCannotBeRead()
     QCOMPARE(m_messages->Texts(), QStringList{u"Error: the members could not be loaded."_s});
     QVERIFY(!m_messages->Messages().constFirst().m_strDetail.isEmpty());
     QCOMPARE(Children({u"Members"_s}), QStringList());
-    QVERIFY(!m_tree->IsExpanded(root));
+    QVERIFY(!m_tree->isExpanded(root));
     RunOnMembers("ALTER TABLE hidden RENAME TO members");
     Open({u"Members"_s, kAnn});
 
@@ -293,7 +293,7 @@ void MemberTreeTest::tellsWhatCannotBeRead()
     QStringList const branch{u"Members"_s, kAnn, u"Workouts"_s};
     Open(branch);
     QCOMPARE(m_messages->Texts().size(), 2);
-    QVERIFY(!m_tree->IsExpanded(Node(branch)));
+    QVERIFY(!m_tree->isExpanded(Node(branch)));
     RunOnMembers("ALTER TABLE hidden RENAME TO workouts");
     Open(branch);
     QCOMPARE(Children(branch).size(), 2);

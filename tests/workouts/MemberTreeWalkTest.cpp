@@ -179,17 +179,17 @@ void MemberTreeWalkTest::OpenWorkouts(int id)
     if (m_expected.Shows(id)) {
         auto const member = Model().index(m_expected.RowOf(id), 0, Node({u"Members"_s}));
         auto const workouts = Model().index(3, 0, member);
-        m_tree->Expand(member);
-        m_tree->Collapse(workouts);
-        m_tree->Expand(workouts);
+        m_tree->expand(member);
+        m_tree->collapse(workouts);
+        m_tree->expand(workouts);
         m_expected.Load(id, m_stored[id].m_lstWorkouts);
     }
 }
 
 void MemberTreeWalkTest::ReopenRoot()
 {
-    m_tree->Collapse(Node({u"Members"_s}));
-    m_tree->Expand(Node({u"Members"_s}));
+    m_tree->collapse(Node({u"Members"_s}));
+    m_tree->expand(Node({u"Members"_s}));
     if (!m_bLoaded) {
         std::map<int, int> rows;
         for (auto const& [id, stored] : m_stored) {

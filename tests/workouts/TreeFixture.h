@@ -184,7 +184,7 @@ protected:
         for (qsizetype depth = 1; depth <= texts.size(); ++depth) {
             auto const node = Node(texts.first(depth));
             m_tree->setCurrentIndex(node);
-            if (!m_tree->IsExpanded(node)) {
+            if (!m_tree->isExpanded(node)) {
                 Press(Qt::Key_Right);
             }
         }

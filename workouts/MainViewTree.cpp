@@ -9,12 +9,18 @@
 #include "workouts/MemberTreeModel.h"
 #include "workouts/NodeTarget.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStatusTipEvent>
 #include <QStyledItemDelegate>
 #include <QToolTip>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -82,16 +88,25 @@ bool ReadDates(QWidget* owner, QString const& sentence, Set& set, int count,
 } // namespace
 
 CMainViewTree::CMainViewTree(CCorvanaDoc& doc, QWidget* parent)
-    : CTreeView(parent)
+    : QTreeView(parent)
     , m_doc(doc)
     , m_pModel(new CMemberTreeModel(this))
 {
     setObjectName(u"memberTree"_s);
     setAccessibleName(tr("Members"));
+    setHeaderHidden(true);
+    setUniformRowHeights(true); // else every row is measured
+    setExpandsOnDoubleClick(false); // a double click edits
+    setEditTriggers(NoEditTriggers);
+    setAnimated(false); // opening shows the wait window
     setItemDelegate(new CRowDelegate(this));
     setModel(m_pModel);
-    connect(this, &CTreeView::Expanded, this, &CMainViewTree::LoadNode);
-    connect(this, &CTreeView::doubleClicked, this, &CMainViewTree::EditNode);
+    header()->setStretchLastSection(false); // long names scroll instead of being cut
+    header()->setResizeContentsPrecision(0); // by what is in sight
+    setIndentation(fontMetrics().height());
+    connect(this, &QTreeView::expanded, this, &CMainViewTree::LoadNode);
+    connect(this, &QTreeView::collapsed, this, &CMainViewTree::TakeCurrentOut);
+    connect(this, &QTreeView::doubleClicked, this, &CMainViewTree::EditNode);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &CMainViewTree::HideTip);
 }
 
@@ -102,6 +117,7 @@ void CMainViewTree::ResetTree()
     HideTip();
     m_pModel->Reset();
     m_bMembersLoaded = false;
+    m_nTextWidth = 0;
 }
 
 bool CMainViewTree::AddMemberNode(std::int32_t memberID)
@@ -131,8 +147,8 @@ bool CMainViewTree::RefreshMemberNode(
     for (auto const branchKind : {kWorkoutsNode, kEvaluationsNode, kBodyCompsNode}) {
         if (kind == branchKind || kind == kMembersNode) {
             auto const branch = m_pModel->Branch(shownID, branchKind);
-            Collapse(branch);
-            m_pModel->Unload(branch);
+            m_pModel->Unload(branch); // first, or the rows behind it move twice
+            collapse(branch);
         }
     }
     if (kind == kMembersNode) {
@@ -142,6 +158,9 @@ bool CMainViewTree::RefreshMemberNode(
         bool const found = set.FindMember(CDAOSmMem::idMember, memberID) != 0;
         auto const name = found ? NameOf(set) : before;
         m_pModel->ChangeMember(shownID, {memberID, name});
+        if (name != before) {
+            FitColumn(); // the new one may be wider
+        }
     }
     return true;
 }
@@ -164,7 +183,7 @@ void CMainViewTree::LoadNode(QModelIndex const& node)
             loaded = isMembers ? LoadMembers() : LoadBranch(node);
         }
         if (!loaded) {
-            Collapse(node); // opening it again tries again
+            collapse(node); // opening it again tries again
         }
     }
 }
@@ -311,24 +330,40 @@ void CMainViewTree::TellTip(QString const& text)
 
 void CMainViewTree::keyPressEvent(QKeyEvent* event)
 {
-    switch (event->key()) {
-    case Qt::Key_Delete:
+    auto const key = event->key();
+    bool const opens = key == Qt::Key_Plus || key == Qt::Key_Asterisk;
+    bool const isText = opens || key == Qt::Key_Minus || key == Qt::Key_Space;
+    if (isText && IsTyping()) { // a part of the name
+        keyboardSearch(event->text());
+    } else if (opens) { // the toolkit's asterisk would load every record of the centre
+        expand(currentIndex());
+    } else if (key == Qt::Key_Minus) {
+        collapse(currentIndex());
+    } else if (key == Qt::Key_Delete) {
         DeleteNode(SelectedNode());
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
+    } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
         EditNode(SelectedNode());
-        break;
-    default:
-        CTreeView::keyPressEvent(event);
-        break;
+    } else {
+        QTreeView::keyPressEvent(event);
     }
+}
+
+bool CMainViewTree::IsTyping() const
+{
+    return m_sinceTyped.isValid()
+        && !m_sinceTyped.hasExpired(QApplication::keyboardInputInterval());
+}
+
+void CMainViewTree::keyboardSearch(QString const& typed)
+{
+    m_sinceTyped.start();
+    QTreeView::keyboardSearch(typed);
 }
 
 void CMainViewTree::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton) {
-        CTreeView::mousePressEvent(event);
+        QTreeView::mousePressEvent(event);
     } else if (event->button() == Qt::RightButton) { // selects, but opens nothing
         HideTip();
         setCurrentIndex(indexAt(event->position().toPoint()));
@@ -338,7 +373,7 @@ void CMainViewTree::mousePressEvent(QMouseEvent* event)
 void CMainViewTree::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton) {
-        CTreeView::mouseReleaseEvent(event);
+        QTreeView::mouseReleaseEvent(event);
     } else if (event->button() == Qt::RightButton) { // the press would take the tip away again
         ShowTip(indexAt(event->position().toPoint()));
     }
@@ -347,7 +382,7 @@ void CMainViewTree::mouseReleaseEvent(QMouseEvent* event)
 void CMainViewTree::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton) {
-        CTreeView::mouseDoubleClickEvent(event);
+        QTreeView::mouseDoubleClickEvent(event);
     } else {
         mousePressEvent(event);
     }
@@ -362,10 +397,85 @@ void CMainViewTree::contextMenuEvent(QContextMenuEvent* event)
 
 void CMainViewTree::paintEvent(QPaintEvent* event)
 {
-    CTreeView::paintEvent(event);
+    QTreeView::paintEvent(event);
     if (m_bLoadWhenShown) {
         m_bLoadWhenShown = false;
         QMetaObject::invokeMethod(
-            this, [this] { Expand(m_pModel->Root()); }, Qt::QueuedConnection);
+            this, [this] { expand(m_pModel->Root()); }, Qt::QueuedConnection);
     }
+}
+
+// ---- what is where
+
+/// A node that was closed becomes the current one if that was in it. It is a copy, since the view
+/// lays out anew meanwhile.
+void CMainViewTree::TakeCurrentOut(QModelIndex closed)
+{
+    for (auto above = currentIndex().parent(); above.isValid(); above = above.parent()) {
+        if (above == closed) {
+            setCurrentIndex(closed);
+            return;
+        }
+    }
+}
+
+void CMainViewTree::changeEvent(QEvent* event)
+{
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        m_nTextWidth = 0;
+        setIndentation(fontMetrics().height()); // little: names are long and panes are narrow
+    }
+}
+
+/// As wide as the pane and as all that has been in sight so far.
+void CMainViewTree::FitColumn()
+{
+    m_nTextWidth = std::max(m_nTextWidth, sizeHintForColumn(0));
+    setColumnWidth(0, std::max(m_nTextWidth, viewport()->width()));
+}
+
+/// What is in sight stays there.
+void CMainViewTree::updateGeometries()
+{
+    QPersistentModelIndex const first = m_firstInSight; // what follows may scroll
+    FitColumn();
+    QTreeView::updateGeometries();
+    auto* const bar = verticalScrollBar();
+    auto const place = visualRect(first);
+    if (place.isValid()) {
+        bar->setValue(bar->value() + place.top() / place.height());
+    }
+    m_firstInSight = indexAt({});
+}
+
+void CMainViewTree::scrollContentsBy(int dx, int dy)
+{
+    QTreeView::scrollContentsBy(dx, dy);
+    FitColumn(); // what comes into sight may be wider
+    m_firstInSight = indexAt({});
+}
+
+/// Lines between the nodes, which the style may not draw.
+void CMainViewTree::drawBranches(
+    QPainter* painter, QRect const& rect, QModelIndex const& index) const
+{
+    painter->save();
+    painter->setPen(QPen(palette().color(QPalette::Mid), 1, Qt::DotLine));
+    auto const line = [&](int left, int top, int right, int bottom) {
+        auto const at = [&](int x) { return isRightToLeft() ? rect.left() + rect.right() - x : x; };
+        painter->drawLine(at(left), top, at(right), bottom);
+    };
+    int const middle = rect.center().y();
+    int x = rect.right() - indentation() / 2;
+    line(x, middle, rect.right(), middle);
+    for (auto node = index; node.parent().isValid(); node = node.parent()) {
+        bool const isLast = node.row() + 1 == m_pModel->rowCount(node.parent());
+        if (node == index || !isLast) {
+            line(x, rect.top(), x, isLast ? middle : rect.bottom());
+        }
+        x -= indentation();
+    }
+    painter->restore();
+    QTreeView::drawBranches(painter, rect, index);
 }

@@ -1,7 +1,10 @@
 #pragma once
 
-#include "platform/qt/TreeView.h"
 #include "workouts/NodeTarget.h"
+
+#include <QElapsedTimer>
+#include <QPersistentModelIndex>
+#include <QTreeView>
 
 #include <cstdint>
 #include <optional>
@@ -15,7 +18,11 @@ class CMemberTreeModel;
 ///
 /// A double click or Enter edits, Delete deletes, a right click or the menu key shows a summary;
 /// all of them once the members are loaded.
-class CMainViewTree : public CTreeView
+///
+/// What is in sight stays there when nodes come or go above it. The toolkit lays all open rows out
+/// again then, once for all changes up to the next painting: some milliseconds with 100,000
+/// members.
+class CMainViewTree : public QTreeView
 {
     Q_OBJECT
 public:
@@ -31,6 +38,8 @@ public:
     bool RemoveMemberNode(std::int32_t memberID);
     bool RefreshMemberNode(std::int32_t memberID, CTreeNode kind, std::int32_t previousID);
 
+    void keyboardSearch(QString const& typed) override;
+
 Q_SIGNALS:
     // The user wants to change or delete something.
     void EditAsked(CNodeTarget const& target);
@@ -42,7 +51,12 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void drawBranches(
+        QPainter* painter, QRect const& rect, QModelIndex const& index) const override;
+    void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
 
 private:
     void LoadNode(QModelIndex const& node);
@@ -56,6 +70,9 @@ private:
     void ShowTip(QModelIndex const& node);
     void HideTip();
     void TellTip(QString const& text);
+    bool IsTyping() const;
+    void TakeCurrentOut(QModelIndex closed);
+    void FitColumn();
 
     CCorvanaDoc& m_doc;
     CMemberTreeModel* const m_pModel;
@@ -63,4 +80,7 @@ private:
     bool m_bLoading = false;
     bool m_bLoadWhenShown = false;
     bool m_bTipShown = false;
+    int m_nTextWidth = 0; ///< of the widest node that has been in sight
+    QPersistentModelIndex m_firstInSight;
+    QElapsedTimer m_sinceTyped;
 };

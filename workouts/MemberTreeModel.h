@@ -16,7 +16,8 @@
 ///
 /// Siblings stand in the order of their text, ignoring case. A member whose name changes keeps its
 /// place. Adding, removing and changing one member costs one binary search, and for a new or a gone
-/// one the move of the pointers behind it (8 bytes for each).
+/// one the move of the pointers behind it (8 bytes for each). A view asks for every open row again
+/// after that, so index, flags and hasChildren are quick.
 class CMemberTreeModel : public QAbstractItemModel
 {
     Q_OBJECT

@@ -1,7 +1,6 @@
 #include "app/MainFrame.h"
 
 #include "doc/CorvanaDoc.h"
-#include "platform/qt/TreeView.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestCentre.h"
@@ -18,6 +17,7 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTest>
+#include <QTreeView>
 
 #include <array>
 
@@ -373,14 +373,14 @@ void MainWindowTest::treeAsksTheDocument()
                      " last_name, status) VALUES (5, 5, 'Ann', 'B', 'Archer', 1)",
         DataFile::member);
     Show();
-    auto& tree = *m_frame->findChild<CTreeView*>(u"memberTree"_s);
+    auto& tree = *m_frame->findChild<QTreeView*>(u"memberTree"_s);
     CDocViews& views = *m_frame;
     auto const root = tree.model()->index(0, 0);
-    QVERIFY(!tree.IsExpanded(root));
-    tree.Expand(root);
+    QVERIFY(!tree.isExpanded(root));
+    tree.expand(root);
     QCOMPARE(tree.model()->rowCount(root), 1);
     auto const member = tree.model()->index(0, 0, root);
-    tree.Expand(member);
+    tree.expand(member);
     tree.setCurrentIndex(tree.model()->index(2, 0, member));
     CCanceller const canceller(2);
     QTest::keyClick(&tree, Qt::Key_Return);
@@ -392,16 +392,16 @@ void MainWindowTest::treeAsksTheDocument()
     QVERIFY(views.AddMemberNode(5) && !views.AddMemberNode(6));
     QVERIFY(views.RemoveMemberNode(5));
     views.ResetTree();
-    QVERIFY(!tree.IsExpanded(root));
+    QVERIFY(!tree.isExpanded(root));
 }
 
 void MainWindowTest::treeLoadsAtStartIfWanted()
 {
     m_app->m_options = {CAppOption::loadMembers};
     m_frame = std::make_unique<CMainFrame>(*m_doc, *m_app);
-    auto& tree = *m_frame->findChild<CTreeView*>(u"memberTree"_s);
+    auto& tree = *m_frame->findChild<QTreeView*>(u"memberTree"_s);
     Show();
-    QTRY_VERIFY(tree.IsExpanded(tree.model()->index(0, 0)));
+    QTRY_VERIFY(tree.isExpanded(tree.model()->index(0, 0)));
 }
 
 void MainWindowTest::nothingIsOutOfReach()

@@ -5,7 +5,6 @@
 
 #include "app/MainFrame.h"
 #include "doc/CorvanaDoc.h"
-#include "platform/qt/TreeView.h"
 #include "store/sets/DatabaseSession.h"
 #include "tests/doc/TestApp.h"
 #include "tests/ui/DialogUser.h"
@@ -17,6 +16,7 @@
 #include <QPalette>
 #include <QStyleFactory>
 #include <QTabWidget>
+#include <QTreeView>
 
 #include <cstdio>
 #include <memory>
@@ -99,13 +99,13 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
         ClickCancel(dialog);
     }},
         [&] { doc.DeleteMember(member, {}); });
-    auto& tree = Child<CTreeView>(frame, "memberTree");
+    auto& tree = Child<QTreeView>(frame, "memberTree");
     auto const root = tree.model()->index(0, 0);
-    tree.Expand(root);
+    tree.expand(root);
     auto const first = tree.model()->index(0, 0, root);
-    tree.Expand(first);
+    tree.expand(first);
     for (int branch = 0; branch < tree.model()->rowCount(first); ++branch) {
-        tree.Expand(tree.model()->index(branch, 0, first));
+        tree.expand(tree.model()->index(branch, 0, first));
     }
     Save(frame, u"main-window"_s);
 }

@@ -1,343 +1,387 @@
 #include "tests/workouts/TreeFixture.h"
 
 #include "tests/QtTests.h"
+#include "workouts/MemberTreeModel.h"
 
-#include <algorithm>
+#include <QContextMenuEvent>
+#include <QScrollBar>
+#include <QToolTip>
+
+#include <array>
 #include <map>
+#include <random>
 
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// What is kept of a member: the index of a branch, and what it must lead to.
+struct CShown
+{
+    QPersistentModelIndex m_workouts;
+    QString m_strPlace;
+    QString m_strName;
+    int m_nRecords = 0;
+};
+
+void ChangeSomething(CMemberTreeModel& model, std::map<int, CShown>& members, std::mt19937& random)
+{
+    auto const pick = [&random](unsigned count) { return static_cast<int>(random() % count); };
+    int const id = 1 + pick(16);
+    int const other = 1 + pick(16);
+    int const what = pick(6);
+    auto const name = u"%1%2"_s.arg(QChar(u"aBbA"[pick(4)])).arg(pick(3));
+    if (what == 0) {
+        QCOMPARE(model.RemoveMember(id), members.erase(id) == 1);
+    } else if (what < 3) {
+        model.AddMembers({{id, name}});
+        members.try_emplace(id, CShown{model.Branch(id, kWorkoutsNode), name, name});
+    } else if (members.contains(id) && what == 3) {
+        model.ChangeMember(id, {other, name});
+        auto member = members.extract(id);
+        members.erase(other);
+        member.key() = other;
+        member.mapped().m_strName = name;
+        members.insert(std::move(member));
+    } else if (members.contains(id)) {
+        auto& member = members[id];
+        member.m_nRecords = 1 + pick(3);
+        model.SetRecords(member.m_workouts, std::vector(std::size_t(member.m_nRecords), name));
+    }
+}
+
+} // namespace
 
 class MemberTreeTest : public CTreeTest
 {
     Q_OBJECT
 private Q_SLOTS:
-    void init() { MakeWindow(); }
-    void cleanup() { CloseWindow(); }
-    void loadsOnlyWhatIsOpened();
-    void loadsAtStartOnceItIsPainted();
-    void ordersByText();
-    void composesNames_data();
-    void composesNames();
-    void showsWhereNothingIsFound();
+    void init() { m_window = std::make_unique<CTreeWindow>(); }
+    void cleanup() { m_window.reset(); }
+    void loadsWhatIsOpenedAndCanBeRead();
+    void ordersByTextAndBearsHostileRows();
+    void actsOnceMembersAreLoaded();
     void refreshReloadsTheBranchOfItsKind();
     void changedMembersKeepTheirPlace();
-    void longNamesScroll();
-    void addedMembersStandWhereTheyBelong();
-    void tellsWhatCannotBeRead();
-    void bearsHostileRows();
+    void whatIsInSightStaysThere();
+    void editsDeletesAndSumsUp();
+    void keysGoOpenAndFind();
+    void indexesFollowTheirNodes();
     void knowsTheKindsOfRecordSets();
+
+private:
+    void UseNode(QString const& path, QString const& edited, QString const& deleted);
+    void LookAtTip(QString const& path, QString const& tip);
 };
 
-void MemberTreeTest::loadsOnlyWhatIsOpened()
+void MemberTreeTest::loadsWhatIsOpenedAndCanBeRead()
 {
-    QCOMPARE(Children({u"Members"_s}), QStringList());
-    QVERIFY(!m_tree->IsExpanded(Node({u"Members"_s})));
+    auto const& messages = m_window->m_messages;
+    auto const openWithout = [this](std::string const& table, QString const& path) {
+        RunOnMembers("ALTER TABLE " + table + " RENAME TO hidden");
+        Open(path);
+        RunOnMembers("ALTER TABLE hidden RENAME TO " + table);
+        QVERIFY(Children(path).isEmpty() && !IsOpen(path));
+    };
+    openWithout("members", {});
+    QCOMPARE(messages.Texts(), QStringList{u"Error: the members could not be loaded."_s});
+    QVERIFY(!messages.Messages().constFirst().m_strDetail.isEmpty());
     StoreAnn(); // what is there before a node is opened is seen, what comes later is not
-
-    auto const root = Node({u"Members"_s});
-    auto const arrow = QPoint(m_tree->visualRect(root).left() / 2, Place(root).y());
-    QTest::mouseClick(m_tree->viewport(), Qt::LeftButton, {}, arrow);
-    QCOMPARE(Children({u"Members"_s}), QStringList{kAnn});
-    QCOMPARE(m_progress->m_lstSentences, QStringList{u"Loading members, please wait... 1"_s});
-
-    QStringList const branches{
-        u"Body Compositions"_s, u"Evaluations"_s, u"Profile"_s, u"Workouts"_s};
-    Open({u"Members"_s, kAnn});
-    QCOMPARE(Children({u"Members"_s, kAnn}), branches);
-    StoreWorkout(5, CEFOleDateTime(2026, 2, 3));
-    for (auto const& branch : branches) {
-        QCOMPARE(Children({u"Members"_s, kAnn, branch}), QStringList());
-        Open({u"Members"_s, kAnn, branch});
+    ClickButton(Node());
+    QCOMPARE(Children(), QStringList{kAnn});
+    StoreRecords(5, CEFOleDateTime(2026, 2, 3));
+    openWithout("workouts", kWorkouts);
+    for (auto const& branch : Children(kAnn)) {
+        Open(kAnn + u'|' + branch);
     }
-    QCOMPARE(Children({u"Members"_s, kAnn, u"Workouts"_s}),
-        (QStringList{kNewerText, u"02/03/2026 00:00:00"_s, kOlderText}));
-    QCOMPARE(m_progress->m_lstSentences.mid(1),
-        (QStringList{
-            u"Loading evaluations, please wait... 1"_s, u"Loading workouts, please wait... 3"_s}));
-
     RunOnMembers("DELETE FROM members");
-    for (auto const& texts : {QStringList{u"Members"_s, kAnn, u"Workouts"_s}, {u"Members"_s}}) {
-        m_tree->Collapse(Node(texts));
-        Open(texts);
+    for (auto const& path : {kWorkouts, QString()}) {
+        Tree().collapse(Node(path));
+        Open(path);
     }
-    QCOMPARE(Children({u"Members"_s, kAnn, u"Workouts"_s}).size(), 3);
-    QCOMPARE(m_progress->m_lstSentences.size(), 3);
-    QVERIFY(m_messages->Texts().isEmpty());
+    QCOMPARE(Children(kWorkouts), (QStringList{kNewerText, u"02/03/2026 00:00:00"_s, kOlderText}));
+    QCOMPARE(m_window->m_lstProgress,
+        (QStringList{u"Loading members, please wait...1"_s,
+            u"Loading body compositions, please wait...3"_s,
+            u"Loading evaluations, please wait...3"_s, u"Loading workouts, please wait...3"_s}));
+    QCOMPARE(messages.Texts().size(), 2);
 }
 
-void MemberTreeTest::loadsAtStartOnceItIsPainted()
+void MemberTreeTest::ordersByTextAndBearsHostileRows()
 {
-    StoreAnn();
-    m_window->hide();
-    m_tree->LoadWhenShown();
-    QCoreApplication::processEvents();
-    QCOMPARE(Children({u"Members"_s}), QStringList());
-    m_window->show();
-    QTRY_COMPARE(Children({u"Members"_s}), QStringList{kAnn});
-    QVERIFY(m_tree->IsExpanded(Node({u"Members"_s})));
-    QCOMPARE(m_progress->m_lstSentences.size(), 1);
-}
-
-void MemberTreeTest::ordersByText()
-{
+    using namespace std::string_literals;
+    auto const width = [this] { return Tree().visualRect(Node()).right() + 1; };
+    auto const withNul = u"a\0b, c\nd "_s;
     // In the order of last names "Lee" stands before "Lee Ann"; by text "," comes after " ".
     StoreMember(3, "zeta", "Al");
-    StoreMember(4, "Lee", "Zoe", {}, 0); // past members are shown too
+    StoreMember(5, "Lee", "Zoe", {}, 0); // past members are shown too
     StoreMember(6, "Lee Ann", "Bo");
     StoreMember(9, "LEE", "abe");
-    StoreMember(8, "Lee", "Abe");
-    StoreMember(7, "", "Yan");
-    StoreAnn();
-    Open({u"Members"_s});
-    QCOMPARE(Children({u"Members"_s}),
-        (QStringList{kAnn, u"Lee Ann, Bo "_s, u"LEE, abe "_s, u"Lee, Abe "_s, u"Lee, Zoe "_s,
-            u"Yan "_s, u"zeta, Al "_s}));
-    // By time the older one would come first.
-    Open({u"Members"_s, kAnn, u"Workouts"_s});
-    QCOMPARE(Children({u"Members"_s, kAnn, u"Workouts"_s}), (QStringList{kNewerText, kOlderText}));
-
-    std::map<QString, int> const codes{{u"Body Compositions"_s, -7}, {u"Evaluations"_s, -8},
-        {u"Profile"_s, -6}, {u"Workouts"_s, -9}};
-    QCOMPARE(Node({u"Members"_s}).data(CMemberTreeModel::kCodeRole).toInt(), -10);
-    QCOMPARE(Node({u"Members"_s, kAnn}).data(CMemberTreeModel::kCodeRole).toInt(), 5);
-    QVERIFY(Node({u"Members"_s, kAnn}).data(Qt::FontRole).value<QFont>().bold());
-    for (auto const& [text, code] : codes) {
-        auto const node = Node({u"Members"_s, kAnn, text});
-        QCOMPARE(node.data(CMemberTreeModel::kCodeRole).toInt(), code);
-        QVERIFY(!node.data(Qt::FontRole).isValid());
-        QCOMPARE(Model().hasChildren(node), code != -6);
+    StoreMember(7, "", "Yan", "Q");
+    StoreMember(10, "Archer", "", "B");
+    StoreMember(12, "Äßel", "Éva", "Ő");
+    StoreMember(2, "a\0b"s, "c\nd");
+    // NOLINTNEXTLINE(misc-misleading-bidirectional): it is to mislead
+    StoreMember(1, "\xD7\x9B\xD7\x94\xD7\x9F\xE2\x80\xAE", "\xD7\x93"); // right to left
+    StoreMember(4, "<b>x</b>", "\xFF\xFE");
+    StoreMember(999'999'999, "");
+    for (auto const& when : {kNewer, kNewer, CEFOleDateTime(), CEFOleDateTime::Invalid()}) {
+        StoreRecords(2, when); // two of one second: both are shown
     }
+    Open(withNul + u"|Workouts"_s);
+    QCOMPARE(Children().first(10),
+        (QStringList{{}, u"<b>x</b>, \uFFFD\uFFFD "_s, withNul, u"Archer, B"_s, u"Lee Ann, Bo "_s,
+            u"LEE, abe "_s, u"Lee, Zoe "_s, u"Yan Q"_s, u"zeta, Al "_s, u"Äßel, Éva Ő"_s}));
+    QCOMPARE(Children(withNul),
+        (QStringList{u"Body Compositions"_s, u"Evaluations"_s, u"Profile"_s, u"Workouts"_s}));
+    QCOMPARE(Children(withNul + u"|Workouts"_s),
+        (QStringList{kNewerText, kNewerText, u"12/30/1899 00:00:00"_s, u"Invalid DateTime"_s}));
+    QVERIFY(Node(withNul).data(Qt::FontRole).value<QFont>().bold());
+    QCOMPARE(Tree().visualRect(Node(withNul)).height(), Tree().visualRect(Node()).height());
+    QCOMPARE(width(), Tree().viewport()->width());
+    RunOnMembers("UPDATE members SET last_name = printf('%.20000c', 'W') WHERE member_id = 3");
+    QVERIFY(Tree().RefreshMemberNode(3, kMembersNode, 0));
+    QVERIFY(width() > 20'000 && !Tree().grab().isNull());
+    Tree().ResetTree();
+    QCOMPARE(width(), Tree().viewport()->width());
 }
 
-void MemberTreeTest::composesNames_data()
+void MemberTreeTest::actsOnceMembersAreLoaded()
 {
-    QTest::addColumn<QString>("last");
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("middle");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("whole") << u"Archer"_s << u"Ann"_s << u"B"_s << u"Archer, Ann B"_s;
-    QTest::newRow("no first") << u"Archer"_s << QString() << u"B"_s << u"Archer, B"_s;
-    QTest::newRow("no last") << QString() << u"Ann"_s << u"B"_s << u"Ann B"_s;
-    QTest::newRow("no initial") << u"Archer"_s << u"Ann"_s << QString() << u"Archer, Ann "_s;
-    QTest::newRow("none") << QString() << QString() << QString() << QString();
-    QTest::newRow("accents") << u"Äßel"_s << u"Éva"_s << u"Ő"_s << u"Äßel, Éva Ő"_s;
-}
-
-void MemberTreeTest::composesNames()
-{
-    QFETCH(QString const, last);
-    QFETCH(QString const, first);
-    QFETCH(QString const, middle);
-    QFETCH(QString const, text);
-    StoreMember(5, FromQt(last), FromQt(first), FromQt(middle));
-    Open({u"Members"_s});
-    QCOMPARE(Children({u"Members"_s}), QStringList{text});
-}
-
-void MemberTreeTest::showsWhereNothingIsFound()
-{
-    QStringList const none{u"None Found"_s};
-    auto const root = Open({u"Members"_s});
-    QCOMPARE(Children({u"Members"_s}), none);
-    QCOMPARE(Node({u"Members"_s, u"None Found"_s}).data(CMemberTreeModel::kCodeRole).toInt(), -5);
-    QVERIFY(m_progress->m_lstSentences.isEmpty());
-    m_tree->Collapse(root);
-    Open({u"Members"_s});
-    QCOMPARE(Children({u"Members"_s}), none);
-
+    Open();
+    QCOMPARE(Children(), QStringList{u"None Found"_s});
     StoreAnn();
-    QVERIFY(m_tree->AddMemberNode(5)); // takes the place of "None Found"
-    QCOMPARE(Children({u"Members"_s}), QStringList{kAnn});
-    StoreMember(6, "Baker", "Cy");
-    m_tree->Collapse(root);
-    Open({u"Members"_s}); // only now the members are loaded
-    QCOMPARE(Children({u"Members"_s}), (QStringList{kAnn, u"Baker, Cy "_s}));
-
-    QStringList const branch{u"Members"_s, kAnn, u"Body Compositions"_s};
-    Open(branch);
-    QCOMPARE(Children(branch), none);
-    StoreBodyComp(5, kNewer, 0.0, 0.0);
-    m_tree->Collapse(Node(branch));
-    Open(branch);
-    QCOMPARE(Children(branch), none); // loaded, until it is told
-    QVERIFY(m_tree->RefreshMemberNode(5, kBodyCompsNode, 0));
-    QVERIFY(!m_tree->IsExpanded(Node(branch)));
-    Open(branch);
-    QCOMPARE(Children(branch), QStringList{kNewerText});
+    QVERIFY(Tree().AddMemberNode(5)); // takes the place of "None Found"
+    Open(kAnn);
+    UseNode(kProfile, {}, {});
+    LookAtTip(kProfile, {});
+    Tree().collapse(Node());
+    Open(kAnn);
+    QCOMPARE(Children(), QStringList{kAnn});
+    UseNode(kProfile, u"-10 5"_s, u"-10 5"_s);
 }
 
 void MemberTreeTest::refreshReloadsTheBranchOfItsKind()
 {
     StoreAnn();
-    QVERIFY(!m_tree->RefreshMemberNode(5, kWorkoutsNode, 0)); // not loaded, so not shown
-    QStringList const workouts{u"Members"_s, kAnn, u"Workouts"_s};
-    QStringList const evaluations{u"Members"_s, kAnn, u"Evaluations"_s};
-    Open({u"Members"_s});
-    auto const reloads = [&](CTreeNode kind) {
-        Open(workouts);
-        Open(evaluations);
-        RunOnMembers("DELETE FROM workouts");
-        StoreWorkout(5, kNewer);
-        StoreWorkout(5, CEFOleDateTime(2026, 11, 5));
-        RunOnMembers("DELETE FROM evaluations");
-        StoreEvaluation(5, kOlder);
-        StoreEvaluation(5, kNewer);
-        StoreEvaluation(5, CEFOleDateTime(2026, 11, 5));
-        auto const before = Children(workouts) + Children(evaluations);
-        bool const known = m_tree->RefreshMemberNode(5, kind, 0);
-        QString open;
-        open += m_tree->IsExpanded(Node(workouts)) ? u"W"_s : QString();
-        open += m_tree->IsExpanded(Node(evaluations)) ? u"E"_s : QString();
-        return u"%1 %2 %3 %4"_s.arg(known ? 1 : 0)
-            .arg(open)
-            .arg(Children(workouts).size())
-            .arg(Children(evaluations).size());
+    QVERIFY(!Tree().RefreshMemberNode(5, kWorkoutsNode, 0)); // not loaded, so not shown
+    auto const shownAfter = [&](CTreeNode kind) {
+        for (auto const& branch : kBranches) {
+            Open(branch);
+        }
+        StoreRecords(5, CEFOleDateTime(2026, 11, -kind));
+        auto shown = Tree().RefreshMemberNode(5, kind, 0) ? QString() : u"unknown"_s;
+        for (auto const& branch : kBranches) {
+            shown += (IsOpen(branch) ? u'+' : u'-') + QString::number(Children(branch).size());
+        }
+        return shown;
     };
-    QCOMPARE(reloads(kWorkoutsNode), u"1 E 0 1"_s);
-    QCOMPARE(reloads(kEvaluationsNode), u"1 W 2 0"_s);
-    QCOMPARE(reloads(kNoneFoundNode), u"1 WE 2 3"_s);
-    QCOMPARE(reloads(kMembersNode), u"1  0 0"_s);
-    QVERIFY(m_tree->IsExpanded(Node({u"Members"_s, kAnn})));
-    QVERIFY(!m_tree->RefreshMemberNode(6, kMembersNode, 0));
-    QVERIFY(!m_tree->RefreshMemberNode(5, kMembersNode, 6));
+    QCOMPARE(shownAfter(kWorkoutsNode), u"-0+2+2"_s);
+    QCOMPARE(shownAfter(kEvaluationsNode), u"+3-0+2"_s);
+    QCOMPARE(shownAfter(kBodyCompsNode), u"+3+4-0"_s);
+    QCOMPARE(shownAfter(kNoneFoundNode), u"+3+4+5"_s);
+    QCOMPARE(shownAfter(kMembersNode), u"-0-0-0"_s);
+    QVERIFY(IsOpen(kAnn));
+    QVERIFY(!Tree().RefreshMemberNode(5, kMembersNode, 6));
 }
 
 void MemberTreeTest::changedMembersKeepTheirPlace()
 {
+    auto const young = u"Young, Ann B"_s;
     StoreAnn();
-    StoreMember(6, "Baker", "Cy");
-    StoreMember(7, "Cole", "Di");
-    Open({u"Members"_s, kAnn, u"Workouts"_s});
-    m_tree->setCurrentIndex(Node({u"Members"_s, kAnn}));
+    StoreMember(6, "Baker");
+    Open(kWorkouts);
+    Tree().setCurrentIndex(Node(kAnn));
     RunOnMembers("UPDATE members SET member_id = 50, last_name = 'Young' WHERE member_id = 5");
-    QVERIFY(m_tree->RefreshMemberNode(50, kMembersNode, 5));
-    QCOMPARE(Children({u"Members"_s}),
-        (QStringList{u"Young, Ann B"_s, u"Baker, Cy "_s, u"Cole, Di "_s}));
-    QCOMPARE(m_tree->currentIndex().data().toString(), u"Young, Ann B"_s);
-    QVERIFY(m_tree->IsExpanded(m_tree->currentIndex()));
-    QVERIFY(!m_tree->RemoveMemberNode(5));
-    Open({u"Members"_s, u"Young, Ann B"_s, u"Workouts"_s}); // by the new number
-    QCOMPARE(Children({u"Members"_s, u"Young, Ann B"_s, u"Workouts"_s}),
-        (QStringList{kNewerText, kOlderText}));
-    m_tree->setCurrentIndex(Node({u"Members"_s, u"Young, Ann B"_s, u"Workouts"_s, kNewerText}));
+    QVERIFY(Tree().RefreshMemberNode(50, kMembersNode, 5));
+    QCOMPARE(Children(), (QStringList{young, u"Baker, "_s}));
+    QVERIFY(Current() == young && IsOpen(young));
+    Open(young + u"|Workouts|"_s + kNewerText); // by the new number
     Press(Qt::Key_Return);
-    QCOMPARE(m_lstAsked, QStringList{u"Edit -9 50 "_s + kNewerText});
-
-    // Another program deleted a member, and its number went to the next one.
-    RunOnMembers("DELETE FROM members WHERE member_id = 6");
-    RunOnMembers("UPDATE members SET member_id = 6 WHERE member_id = 7");
-    QVERIFY(m_tree->RefreshMemberNode(6, kMembersNode, 7));
-    QCOMPARE(Children({u"Members"_s}), (QStringList{u"Young, Ann B"_s, u"Cole, Di "_s}));
-    // One that is gone keeps its name until it is removed.
-    RunOnMembers("DELETE FROM members");
-    QVERIFY(m_tree->RefreshMemberNode(6, kMembersNode, 0));
-    QVERIFY(m_tree->RemoveMemberNode(6));
-    QVERIFY(m_tree->RemoveMemberNode(50));
-    QCOMPARE(Children({u"Members"_s}), QStringList());
+    QCOMPARE(m_window->m_lstAsked, QStringList{u"Edit -9 50 "_s + kNewerText});
+    RunOnMembers("DELETE FROM members"); // one that is gone keeps its name until it is removed
+    QVERIFY(Tree().RefreshMemberNode(50, kMembersNode, 0));
+    Tree().setCurrentIndex(Node(young));
+    QVERIFY(Tree().RemoveMemberNode(50));
+    QCOMPARE(Current(), u"Baker, "_s);
 }
 
-void MemberTreeTest::longNamesScroll()
+void MemberTreeTest::whatIsInSightStaysThere()
 {
-    auto const width = [this] { return m_tree->visualRect(m_tree->NodeAt(0)).right() + 1; };
-    QCOMPARE(width(), m_tree->viewport()->width());
-    StoreAnn();
-    Open({u"Members"_s});
-    QCOMPARE(width(), m_tree->viewport()->width());
-    std::string const wide(60, 'W');
-    StoreMember(6, wide, "");
-    QVERIFY(m_tree->AddMemberNode(6));
-    auto const added = width();
-    QVERIFY(added > m_tree->fontMetrics().horizontalAdvance(ToQt(wide)));
-    RunOnMembers("UPDATE members SET last_name = last_name || last_name WHERE member_id = 6");
-    QVERIFY(m_tree->RefreshMemberNode(6, kMembersNode, 0));
-    QVERIFY(width() > added);
-    m_tree->ResetTree();
-    QCOMPARE(width(), m_tree->viewport()->width());
-}
-
-void MemberTreeTest::addedMembersStandWhereTheyBelong()
-{
-    for (int i = 1; i <= 5; ++i) {
-        StoreMember(i, "M" + std::to_string(i * 2), "A");
+    for (int i = 100; i < 190; ++i) {
+        StoreMember(i, "M" + std::to_string(i));
     }
-    QVERIFY(!m_tree->AddMemberNode(99));
-    QVERIFY(m_tree->AddMemberNode(4)); // before the others are loaded around it
-    QVERIFY(m_tree->AddMemberNode(2));
-    QVERIFY(m_tree->AddMemberNode(2));
-    QCOMPARE(Children({u"Members"_s}), (QStringList{u"M4, A "_s, u"M8, A "_s}));
-    Open({u"Members"_s});
-    QCOMPARE(m_progress->m_lstSentences, QStringList{u"Loading members, please wait... 5"_s});
-    StoreMember(7, "m5", "A");
-    StoreMember(8, "M4", "A"); // behind the one of the same name
-    QVERIFY(m_tree->AddMemberNode(7) && m_tree->AddMemberNode(8));
-    QCOMPARE(Children({u"Members"_s}),
-        (QStringList{u"M10, A "_s, u"M2, A "_s, u"M4, A "_s, u"M4, A "_s, u"m5, A "_s, u"M6, A "_s,
-            u"M8, A "_s}));
-    auto const second = Model().index(3, 0, Node({u"Members"_s}));
-    QCOMPARE(second.data(CMemberTreeModel::kCodeRole).toInt(), 8);
+    StoreMember(190, std::string(60, 'W')); // out of sight
+    StoreRecords(110, kNewer);
+    auto const first = [this] { return Tree().indexAt({}).data().toString(); };
+    QVERIFY(!Tree().AddMemberNode(99) && Tree().AddMemberNode(185)); // before the others load
+    Open(u"M110, |Workouts"_s);
+    QCOMPARE(Children().size(), 91);
+    Tree().setCurrentIndex(Node(u"M140, "_s));
+    Tree().scrollTo(Node(u"M130, "_s), QAbstractItemView::PositionAtTop);
+    StoreMember(2, "m109b");
+    QVERIFY(Tree().AddMemberNode(2));
+    QVERIFY(Tree().RemoveMemberNode(105) && Tree().RemoveMemberNode(106));
+    QVERIFY(Tree().RefreshMemberNode(110, kWorkoutsNode, 0));
+    QCOMPARE(first(), u"M130, "_s);
+    QVERIFY(Tree().RemoveMemberNode(130));
+    QCOMPARE(first(), u"M131, "_s);
+    QCOMPARE(Tree().selectionModel()->selectedIndexes(), QModelIndexList{Node(u"M140, "_s)});
+    QCOMPARE(Current(), u"M140, "_s);
+
+    Open(u"M110, |Workouts"_s);
+    QCOMPARE(Tree().columnWidth(0), Tree().viewport()->width());
+    Tree().scrollToBottom();
+    QVERIFY(Tree().columnWidth(0) > Tree().viewport()->width());
+    Tree().verticalScrollBar()->setValue(Tree().verticalScrollBar()->value() - 1);
+    auto const before = first();
+    QVERIFY(Tree().RemoveMemberNode(107) && Tree().RefreshMemberNode(110, kWorkoutsNode, 0));
+    QCOMPARE(first(), before);
 }
 
-void MemberTreeTest::tellsWhatCannotBeRead()
+void MemberTreeTest::editsDeletesAndSumsUp()
 {
     StoreAnn();
-    RunOnMembers("ALTER TABLE members RENAME TO hidden");
-    auto const root = Open({u"Members"_s});
-    QCOMPARE(m_messages->Texts(), QStringList{u"Error: the members could not be loaded."_s});
-    QVERIFY(!m_messages->Messages().constFirst().m_strDetail.isEmpty());
-    QCOMPARE(Children({u"Members"_s}), QStringList());
-    QVERIFY(!m_tree->IsExpanded(root));
-    RunOnMembers("ALTER TABLE hidden RENAME TO members");
-    Open({u"Members"_s, kAnn});
-
-    RunOnMembers("ALTER TABLE workouts RENAME TO hidden");
-    QStringList const branch{u"Members"_s, kAnn, u"Workouts"_s};
-    Open(branch);
-    QCOMPARE(m_messages->Texts().size(), 2);
-    QVERIFY(!m_tree->IsExpanded(Node(branch)));
-    RunOnMembers("ALTER TABLE hidden RENAME TO workouts");
-    Open(branch);
-    QCOMPARE(Children(branch).size(), 2);
-    QCOMPARE(m_messages->Texts().size(), 2);
+    StoreMember(6, "Baker", {}, {}, 0);
+    RunOnMembers("INSERT INTO enrollments (member_id, enroll_date, expire_date, period, incentive)"
+                 " SELECT 5, 0, check_in, 0, 0 FROM workouts WHERE check_out > check_in + 1000");
+    StoreRecords(5, CEFOleDateTime::FromSeconds(std::int64_t(1) << 60)); // no date
+    for (auto const& branch : kBranches + QStringList{u"Baker, |Workouts"_s}) {
+        Open(branch);
+    }
+    auto const ann = u"ID: 5, Status: Current, Expiration: 12/31/2025"_s;
+    // What double click and Enter on a node ask for, what Delete does, and its summary.
+    std::vector<std::array<QString, 4>> nodes{{}, {kAnn, {}, u"-10 5"_s, ann},
+        {kProfile, u"-10 5"_s, u"-10 5"_s, ann}, {kWorkouts},
+        {u"Baker, "_s, {}, u"-10 6"_s, u"ID: 6, Status: Past, Expiration: 12/30/1899"_s},
+        {u"Baker, |Workouts|None Found"_s}};
+    auto const add = [&](QString const& branch, int code, QString const& date, QString const& tip) {
+        auto const target = u"%1 5 %2"_s.arg(code).arg(date);
+        nodes.push_back({branch + u'|' + date, target, target, tip});
+    };
+    add(kWorkouts, -9, kOlderText, u"Total Minutes: 45, Status: OK"_s);
+    add(kWorkouts, -9, kNewerText, u"Total Minutes: 9, Status: Not OK"_s);
+    add(kWorkouts, -9, u"Invalid DateTime"_s, {});
+    add(kEvaluations, -8, kOlderText, u"Resting HR: 62, BP: 121/79, Wt: 180"_s);
+    add(kEvaluations, -8, kNewerText, u"Resting HR: 62, BP: 121/79, Wt: 0"_s);
+    add(kBodyComps, -7, kOlderText, u"Body Fat%: 21.46, Wt: 180"_s);
+    add(kBodyComps, -7, kNewerText, u"Body Fat%: -4.00, Wt: 0"_s);
+    for (auto const& [path, edited, deleted, tip] : nodes) {
+        UseNode(path, edited, deleted);
+        LookAtTip(path, tip);
+    }
+    RunOnMembers("DELETE FROM members");
+    LookAtTip(kProfile, {});
+    LookAtTip(kWorkouts + u'|' + kOlderText, {});
 }
 
-void MemberTreeTest::bearsHostileRows()
+void MemberTreeTest::UseNode(QString const& path, QString const& edited, QString const& deleted)
 {
-    using namespace std::string_literals;
-    StoreMember(1, std::string(20'000, 'W'), "");
-    StoreMember(2, "a\0b"s, "c\nd");
-    // NOLINTNEXTLINE(misc-misleading-bidirectional): it is to mislead
-    StoreMember(3, "\xD7\x9B\xD7\x94\xD7\x9F\xE2\x80\xAE", "\xD7\x93"); // right to left
-    StoreMember(4, "<b>x</b>", "\xFF\xFE");
-    StoreMember(999'999'999, "", "");
-    StoreWorkout(2, kNewer); // two of one second: both are shown
-    StoreWorkout(2, kNewer);
-    StoreWorkout(2, CEFOleDateTime());
-    StoreWorkout(2, CEFOleDateTime::Invalid());
-    Open({u"Members"_s});
-    auto const names = Children({u"Members"_s});
-    QCOMPARE(names.size(), 5);
-    auto const withNul = u"a\0b, c\nd "_s;
-    QVERIFY(names.contains(withNul) && names.contains(QString()));
-    QVERIFY(names.contains(u"<b>x</b>, \uFFFD\uFFFD "_s));
-    QVERIFY(std::ranges::is_sorted(names, [](auto const& left, auto const& right) {
-        return left.compare(right, Qt::CaseInsensitive) < 0;
-    }));
-    int const height = m_tree->visualRect(Node({u"Members"_s})).height();
-    QCOMPARE(m_tree->visualRect(Node({u"Members"_s, withNul})).height(), height);
-    Open({u"Members"_s, withNul, u"Workouts"_s});
-    QCOMPARE(Children({u"Members"_s, withNul, u"Workouts"_s}),
-        (QStringList{kNewerText, kNewerText, u"12/30/1899 00:00:00"_s, u"Invalid DateTime"_s}));
-    QVERIFY(!m_tree->grab().isNull());
+    auto const node = Node(path);
+    m_window->m_lstAsked = {path};
+    for (bool const open : {false, true}) {
+        Tree().setExpanded(node, open);
+        for (auto const button : {Qt::MiddleButton, Qt::RightButton, Qt::LeftButton}) {
+            Click(node, button, true);
+        }
+        QCOMPARE(Tree().isExpanded(node), open && Tree().model()->hasChildren(node));
+        QVERIFY(!node.parent().isValid() || Tree().isExpanded(node.parent()));
+    }
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Delete);
+    QCOMPARE(m_window->m_lstAsked,
+        QStringList{path} + QStringList(edited.isEmpty() ? 0 : 3, u"Edit "_s + edited)
+            + QStringList(deleted.isEmpty() ? 0 : 1, u"Delete "_s + deleted));
+}
+
+void MemberTreeTest::LookAtTip(QString const& path, QString const& tip)
+{
+    auto const node = Node(path);
+    auto const isShown = [this](QString const& text) {
+        return QToolTip::isVisible() == !text.isEmpty() && QToolTip::text() == text
+            && m_window->statusBar()->currentMessage() == text
+            && Tree().accessibleDescription() == text;
+    };
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {}, {});
+    Tree().setCurrentIndex(node);
+    QCoreApplication::sendEvent(Tree().viewport(), &menuKey);
+    QVERIFY2(isShown(tip), qPrintable(path));
+    Tree().setCurrentIndex(node.siblingAtRow(node.row() == 0 ? 1 : 0)); // takes it away
+    QTRY_VERIFY(isShown({}));
+    Click(node, Qt::RightButton);
+    QVERIFY2(isShown(tip), qPrintable(path));
+    QCOMPARE(Tree().currentIndex(), node);
+    QVERIFY(Tree().RefreshMemberNode(5, kNoneFoundNode, 0)); // too
+    QTRY_VERIFY(isShown({}));
+}
+
+void MemberTreeTest::keysGoOpenAndFind()
+{
+    auto const al = u"Baker, Al "_s;
+    auto const cy = u"Baker-Cy, Di "_s;
+    StoreAnn();
+    StoreMember(6, "Baker", "Al");
+    StoreMember(7, "Baker-Cy", "Di");
+    Tree().setCurrentIndex(Node());
+    Press(Qt::Key_Asterisk); // for everything below it would load every record of the centre
+    QVERIFY(IsOpen() && !IsOpen(kAnn));
+    std::vector<std::pair<Qt::Key, QString>> const keys{{Qt::Key_Down, kAnn}, {Qt::Key_Plus, kAnn},
+        {Qt::Key_Right, u"Body Compositions"_s}, {Qt::Key_Left, kAnn}, {Qt::Key_End, cy},
+        {Qt::Key_Up, al}, {Qt::Key_Up, u"Workouts"_s}, {Qt::Key_Left, kAnn}, {Qt::Key_Left, kAnn},
+        {Qt::Key_Down, al}, {Qt::Key_Home, u"Members"_s}, {Qt::Key_PageDown, cy},
+        {Qt::Key_PageUp, u"Members"_s}, {Qt::Key_Minus, u"Members"_s}, {Qt::Key_Down, u"Members"_s},
+        {Qt::Key_Plus, u"Members"_s}, {Qt::Key_Down, kAnn}};
+    for (auto const& [key, current] : keys) {
+        Press(key);
+        QCOMPARE(Current(), current);
+        QVERIFY(Tree().selectionModel()->isSelected(Tree().currentIndex()));
+    }
+    Tree().expand(Node(cy));
+    auto const interval = QApplication::keyboardInputInterval();
+    QApplication::setKeyboardInputInterval(60'000);
+    QTest::keyClicks(Tree().viewport(), u"b"_s);
+    QCOMPARE(Current(), al);
+    QTest::keyClicks(Tree().viewport(), u"aker-CY, d"_s);
+    QApplication::setKeyboardInputInterval(interval);
+    QVERIFY(Current() == cy && IsOpen(cy)); // not closed by the minus
+    ClickButton(Node(), Qt::RightButton);
+    QVERIFY(IsOpen());
+    Tree().setCurrentIndex(First(Node(cy)));
+    ClickButton(Node());
+    QCOMPARE(Current(), u"Members"_s); // closed with the current one in it
+}
+
+/// Random changes of a model by itself.
+void MemberTreeTest::indexesFollowTheirNodes()
+{
+    CMemberTreeModel model;
+    QAbstractItemModelTester const tester(
+        &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    std::map<int, CShown> members;
+    std::mt19937 random(20261124);
+    for (int step = 0; step < 2000; ++step) {
+        ChangeSomething(model, members, random);
+        QString before;
+        for (int row = 0; row < model.rowCount(model.Root()); ++row) {
+            auto const node = model.index(row, 0, model.Root());
+            auto const& member = members.at(model.MemberIDOf(node));
+            QCOMPARE(member.m_workouts.parent(), node);
+            QCOMPARE(node.data().toString(), member.m_strName);
+            QCOMPARE(model.rowCount(member.m_workouts), member.m_nRecords);
+            QVERIFY(before.compare(member.m_strPlace, Qt::CaseInsensitive) <= 0);
+            before = member.m_strPlace;
+        }
+        QCOMPARE(model.rowCount(model.Root()), static_cast<int>(members.size()));
+    }
 }
 
 void MemberTreeTest::knowsTheKindsOfRecordSets()
 {
-    QCOMPARE(TreeNodeOf(CDAOMem()), kMembersNode);
-    QCOMPARE(TreeNodeOf(CDAOWk()), kWorkoutsNode);
-    QCOMPARE(TreeNodeOf(CDAOSmEval()), kEvaluationsNode);
-    QCOMPARE(TreeNodeOf(CDAOEval()), kEvaluationsNode);
-    QCOMPARE(TreeNodeOf(CDAOBodyComp()), kBodyCompsNode);
-    QCOMPARE(TreeNodeOf(CDAOSmMem()), kNoneFoundNode);
+    QCOMPARE((QList{TreeNodeOf(CDAOMem()), TreeNodeOf(CDAOWk()), TreeNodeOf(CDAOSmEval()),
+                 TreeNodeOf(CDAOEval()), TreeNodeOf(CDAOBodyComp()), TreeNodeOf(CDAOSmMem())}),
+        (QList{kMembersNode, kWorkoutsNode, kEvaluationsNode, kEvaluationsNode, kBodyCompsNode,
+            kNoneFoundNode}));
 }
 
 CORVANA_TEST(MemberTreeTest);

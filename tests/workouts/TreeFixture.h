@@ -7,9 +7,7 @@
 #include "tests/doc/TestApp.h"
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/MessageRecorder.h"
-#include "ui/Convert.h"
 #include "ui/ProgressDlg.h"
-#include "workouts/MemberTreeModel.h"
 
 #include <QAbstractItemModelTester>
 #include <QLabel>
@@ -19,37 +17,15 @@
 #include <QTest>
 
 #include <memory>
-#include <string>
-
-/// Notes the sentences of the progress windows, with the number of their steps.
-class CProgressSpy : public QObject
-{
-public:
-    QStringList m_lstSentences;
-
-    CProgressSpy() { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject* object, QEvent* event) override
-    {
-        auto const* const window = qobject_cast<CProgressDlg*>(object);
-        if (window != nullptr && event->type() == QEvent::Show) {
-            m_lstSentences += window->findChild<QLabel*>(QStringLiteral("waitText"))->text()
-                + QStringLiteral(" %1").arg(window->findChild<QProgressBar*>()->maximum());
-        }
-        return false;
-    }
-};
 
 template <typename Set, typename Fill>
 void Store(Fill const& fill)
 {
-    if (auto const status = AddRow<Set>(fill); !status) {
-        qFatal("%s", status.Text().c_str());
-    }
+    QVERIFY(AddRow<Set>(fill).IsOK());
 }
 
-inline void StoreMember(std::int32_t memberID, std::string const& last, std::string const& first,
-    std::string const& middle = {}, std::uint8_t status = 1)
+inline void StoreMember(std::int32_t memberID, std::string const& last,
+    std::string const& first = {}, std::string const& middle = {}, std::uint8_t status = 1)
 {
     Store<CDAOSmMem>([&](CDAOSmMem& set) {
         set.m_MemberID = set.m_WorkoutNum = memberID;
@@ -60,36 +36,28 @@ inline void StoreMember(std::int32_t memberID, std::string const& last, std::str
     });
 }
 
-inline void StoreWorkout(std::int32_t memberID, CEFOleDateTime const& checkIn,
-    std::int64_t minutes = 0, bool isOK = false)
+/// A member's workout, evaluation and body composition of one moment.
+inline void StoreRecords(std::int32_t memberID, CEFOleDateTime const& when, int minutes = 0,
+    double weight = 0.0, double fat = 0.0)
 {
     Store<CDAOWk>([&](CDAOWk& set) {
         set.m_lMemberID = memberID;
-        set.m_dtCheckIn = checkIn;
-        set.m_dtCheckOut = CEFOleDateTime::FromSeconds(checkIn.Seconds() + minutes * 60);
-        set.m_bWorkoutOK = isOK;
+        set.m_dtCheckIn = when;
+        set.m_dtCheckOut = CEFOleDateTime::FromSeconds(when.Seconds() + minutes * 60);
+        set.m_bWorkoutOK = minutes > 20;
     });
-}
-
-inline void StoreEvaluation(std::int32_t memberID, CEFOleDateTime const& date, double weight = 0.0)
-{
     Store<CDAOSmEval>([&](CDAOSmEval& set) {
         set.m_lEvalID = set.GenerateIDNum();
         set.m_lMemberID = memberID;
-        set.m_dtEvalDate = date;
+        set.m_dtEvalDate = when;
         set.m_nRestingHR = 62;
         set.m_nSystolic = 121;
         set.m_nDiastolic = 79;
         set.m_dWeight = weight;
     });
-}
-
-inline void StoreBodyComp(
-    std::int32_t memberID, CEFOleDateTime const& date, double fat, double weight)
-{
     Store<CDAOBodyComp>([&](CDAOBodyComp& set) {
         set.m_lMemberID = memberID;
-        set.m_dtBodyCompDate = date;
+        set.m_dtBodyCompDate = when;
         set.m_dPercentFat = fat;
         set.m_dWeight = weight;
     });
@@ -99,120 +67,117 @@ inline CEFOleDateTime const kOlder(2025, 12, 31, 8, 0, 0);
 inline CEFOleDateTime const kNewer(2026, 1, 2, 7, 30, 5);
 inline auto const kOlderText = QStringLiteral("12/31/2025 08:00:00");
 inline auto const kNewerText = QStringLiteral("01/02/2026 07:30:05");
+// Paths of nodes, below the root.
 inline auto const kAnn = QStringLiteral("Archer, Ann B");
+inline QString const kWorkouts = kAnn + QStringLiteral("|Workouts");
+inline QString const kEvaluations = kAnn + QStringLiteral("|Evaluations");
+inline QString const kBodyComps = kAnn + QStringLiteral("|Body Compositions");
+inline QStringList const kBranches{kWorkouts, kEvaluations, kBodyComps};
+inline QString const kProfile = kAnn + QStringLiteral("|Profile");
 
-/// A window with a member tree over a fresh centre for each case, and the means to use it as the
-/// user does. Every change of its model is checked for consistency.
+/// A member with two records of each kind.
+inline void StoreAnn()
+{
+    StoreMember(5, "Archer", "Ann", "B");
+    StoreRecords(5, kOlder, 45, 180.9, 21.456);
+    StoreRecords(5, kNewer, 9, 1e300, -3.999);
+}
+
+/// A window with a member tree over a fresh centre. Every change of its model is checked.
+class CTreeWindow : public QMainWindow
+{
+public:
+    CTreeWindow()
+    {
+        auto const note = [this](QString const& what) {
+            return [this, what](CNodeTarget const& target) {
+                auto const text = what.arg(target.m_kind).arg(target.m_lMemberID);
+                m_lstAsked += (text + target.m_strDate).trimmed();
+            };
+        };
+        connect(&m_tree, &CMainViewTree::EditAsked, this, note(QStringLiteral("Edit %1 %2 ")));
+        connect(&m_tree, &CMainViewTree::DeleteAsked, this, note(QStringLiteral("Delete %1 %2 ")));
+        qApp->installEventFilter(this);
+        setCentralWidget(&m_tree);
+        resize(300, 500);
+        show();
+        QVERIFY(QTest::qWaitForWindowExposed(this));
+    }
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        auto const* const window = qobject_cast<CProgressDlg*>(object);
+        if (window != nullptr && event->type() == QEvent::Show) {
+            auto const steps = window->findChild<QProgressBar*>()->maximum();
+            m_lstProgress += window->findChild<QLabel*>()->text() + QString::number(steps);
+        }
+        return false;
+    }
+
+    CTestCentre m_centre;
+    CMessageRecorder m_messages;
+    CTestApp m_app;
+    CCorvanaDoc m_doc{m_app};
+    CMainViewTree m_tree{m_doc};
+    QAbstractItemModelTester m_tester{
+        m_tree.model(), QAbstractItemModelTester::FailureReportingMode::QtTest};
+    QStringList m_lstAsked; ///< "Edit -9 5 01/02/2026 07:30:05"
+    QStringList m_lstProgress; ///< the sentences of the progress windows, with their steps
+};
+
+/// The means to use a member tree as the user does.
 class CTreeTest : public QObject
 {
 protected:
-    void MakeWindow()
+    CMainViewTree& Tree() const { return m_window->m_tree; }
+    QModelIndex First(QModelIndex const& node) const { return Tree().model()->index(0, 0, node); }
+    /// The node of that path; the root without one.
+    QModelIndex Node(QString const& path = {}) const
     {
-        m_centre = std::make_unique<CTestCentre>();
-        m_messages = std::make_unique<CMessageRecorder>();
-        m_app = std::make_unique<CTestApp>();
-        m_doc = std::make_unique<CCorvanaDoc>(*m_app);
-        m_window = std::make_unique<QMainWindow>();
-        m_progress = std::make_unique<CProgressSpy>();
-        m_tree = new CMainViewTree(*m_doc);
-        new QAbstractItemModelTester(
-            &Model(), QAbstractItemModelTester::FailureReportingMode::QtTest, m_tree);
-        m_lstAsked.clear();
-        auto const note = [this](char const* what) {
-            return [this, what](CNodeTarget const& target) {
-                m_lstAsked += QStringLiteral("%1 %2 %3 %4")
-                                  .arg(QLatin1StringView(what))
-                                  .arg(target.m_kind)
-                                  .arg(target.m_lMemberID)
-                                  .arg(target.m_strDate)
-                                  .trimmed();
-            };
-        };
-        connect(m_tree, &CMainViewTree::EditAsked, this, note("Edit"));
-        connect(m_tree, &CMainViewTree::DeleteAsked, this, note("Delete"));
-        m_window->setCentralWidget(m_tree);
-        m_window->statusBar();
-        m_window->resize(300, 500);
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-        m_tree->setFocus();
-    }
-
-    void CloseWindow()
-    {
-        m_window.reset();
-        m_progress.reset();
-        m_doc.reset();
-        m_app.reset();
-        m_messages.reset();
-        m_centre.reset();
-    }
-
-    QAbstractItemModel& Model() const { return *m_tree->model(); }
-
-    /// The node reached from the top by these texts; invalid when there is none.
-    QModelIndex Node(QStringList const& texts) const
-    {
-        QModelIndex node;
-        for (auto const& text : texts) {
-            QModelIndex next;
-            for (int row = 0; row < Model().rowCount(node) && !next.isValid(); ++row) {
-                auto const child = Model().index(row, 0, node);
-                next = child.data().toString() == text ? child : QModelIndex();
-            }
-            if (!next.isValid()) {
-                return {};
-            }
-            node = next;
+        auto node = First({});
+        for (auto const& text : path.split(u'|', Qt::SkipEmptyParts)) {
+            node = Tree().model()->match(First(node), Qt::DisplayRole, text, 1, {}).value(0);
         }
         return node;
     }
-
-    QStringList Children(QStringList const& texts) const
+    QStringList Children(QString const& path = {}) const
     {
-        auto const node = Node(texts);
-        QStringList children;
-        for (int row = 0; node.isValid() && row < Model().rowCount(node); ++row) {
-            children += Model().index(row, 0, node).data().toString();
+        QStringList texts;
+        for (auto i = First(Node(path)); i.isValid(); i = i.siblingAtRow(i.row() + 1)) {
+            texts += i.data().toString();
         }
-        return children;
+        return texts;
     }
+    bool IsOpen(QString const& path = {}) const { return Tree().isExpanded(Node(path)); }
+    QString Current() const { return Tree().currentIndex().data().toString(); }
 
+    void Press(Qt::Key key) { QTest::keyClick(Tree().viewport(), key); }
     /// Opens every node on the way with the key for it.
-    QModelIndex Open(QStringList const& texts)
+    void Open(QString const& path = {})
     {
-        for (qsizetype depth = 1; depth <= texts.size(); ++depth) {
-            auto const node = Node(texts.first(depth));
-            m_tree->setCurrentIndex(node);
-            if (!m_tree->IsExpanded(node)) {
-                Press(Qt::Key_Right);
-            }
+        if (!path.isEmpty()) {
+            Open(path.section(u'|', 0, -2));
         }
-        return Node(texts);
+        Tree().setCurrentIndex(Node(path));
+        if (!IsOpen(path)) {
+            Press(Qt::Key_Right);
+        }
     }
-
-    QPoint Place(QModelIndex const& node) const { return m_tree->visualRect(node).center(); }
-    void Press(Qt::Key key) { QTest::keyClick(m_tree->viewport(), key); }
-
-    /// One member with two workouts, an evaluation and no body composition.
-    void StoreAnn()
+    void Click(QModelIndex const& node, Qt::MouseButton button, bool twice = false)
     {
-        StoreMember(5, "Archer", "Ann", "B");
-        RunOnMembers(
-            "INSERT INTO enrollments (member_id, enroll_date, expire_date, period, incentive)"
-            " VALUES (5, 0, "
-            + std::to_string(CEFOleDateTime(2027, 3, 9).Seconds()) + ", 0, 0)");
-        StoreWorkout(5, kOlder, 45, true);
-        StoreWorkout(5, kNewer, 9, false);
-        StoreEvaluation(5, kNewer, 180.9);
+        auto const place = Tree().visualRect(node).center();
+        QTest::mouseClick(Tree().viewport(), button, {}, place);
+        if (twice) {
+            QTest::mouseDClick(Tree().viewport(), button, {}, place); // the second press alone
+            QTest::mouseRelease(Tree().viewport(), button, {}, place);
+        }
+    }
+    /// Clicks what opens a node, left of its text.
+    void ClickButton(QModelIndex const& node, Qt::MouseButton button = Qt::LeftButton)
+    {
+        auto const place = Tree().visualRect(node).bottomLeft() - QPoint(8, 8);
+        QTest::mouseClick(Tree().viewport(), button, {}, place);
     }
 
-    std::unique_ptr<CTestCentre> m_centre;
-    std::unique_ptr<CMessageRecorder> m_messages;
-    std::unique_ptr<CTestApp> m_app;
-    std::unique_ptr<CCorvanaDoc> m_doc;
-    std::unique_ptr<QMainWindow> m_window;
-    std::unique_ptr<CProgressSpy> m_progress;
-    CMainViewTree* m_tree = nullptr;
-    QStringList m_lstAsked; ///< "Edit -9 5 01/02/2026 07:30:05"
+    std::unique_ptr<CTreeWindow> m_window;
 };

@@ -445,6 +445,9 @@ void FieldExchangeTest::theWheelChangesNothingInPassing()
     spin->setFocus();
     turn(*spin);
     QCOMPARE(spin->text(), u"4"_s);
+    date->setFocus();
+    turn(*date);
+    QCOMPARE(date->Date(), QDate(2025, 11, 24));
 }
 
 void FieldExchangeTest::filesAreAskedForInOnePlace()

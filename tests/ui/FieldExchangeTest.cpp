@@ -142,6 +142,10 @@ void FieldExchangeTest::textsAtTheirLimitCanBeEdited()
         QTRY_COMPARE(text(), u"xy23456789"_s);
         QTest::keyClicks(&field, u"c"_s);
         QCOMPARE(text(), u"xy23456789"_s);
+        QTest::keyClick(&field, Qt::Key_Backspace);
+        QCOMPARE(text(), u"x23456789"_s);
+        field.undo();
+        QCOMPARE(text(), u"xy23456789"_s);
         field.undo();
         QCOMPARE(text(), u"0123456789"_s);
         field.redo();
@@ -208,6 +212,11 @@ void FieldExchangeTest::datesAndTimesAreTakenOrRefused()
     QVERIFY(TakeOptionalDate(optional, choice) && !choice);
     Child<QCheckBox>(optional, "check").click();
     QVERIFY(!TakeOptionalDate(optional, choice) && !choice);
+    Type(optional.Field(), u"1/2/2026"_s);
+    QVERIFY(TakeOptionalDate(optional, choice));
+    QCOMPARE(choice.value(), CEFOleDateTime(2026, 1, 2));
+    Child<QCheckBox>(optional, "check").click();
+    QVERIFY(TakeOptionalDate(optional, choice) && !choice);
 }
 
 void FieldExchangeTest::wrongDatesAreRefusedWhenLeft()
@@ -365,6 +374,9 @@ void FieldExchangeTest::theWheelChangesNothingInPassing()
     spin->setFocus();
     turn(*spin);
     QCOMPARE(spin->text(), u"4"_s);
+    date->setFocus();
+    turn(*date);
+    QCOMPARE(date->Date(), QDate(2025, 11, 24));
 }
 
 void FieldExchangeTest::filesAreAskedForInOnePlace()

@@ -1,88 +1,72 @@
 #include "platform/qt/Companions.h"
-#include "platform/qt/Descriptor.h"
+#include "platform/qt/RuntimeFolder.h"
 #include "platform/qt/SingleInstance.h"
 #include "tests/QtTests.h"
+#include "tests/platform/qt/LocalSocket.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <algorithm>
 #include <csignal>
 #include <memory>
 
-#include <sys/socket.h>
-#include <sys/un.h>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
-/// Companions as processes of their own, in a runtime folder of the test's own.
+/// Names, and companions as processes of their own, in a runtime folder of the test's own.
 class CompanionsTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
     void init();
-    void cleanup();
-    void findsACompanionWhileItRuns();
-    void tellsTheCompanionsApart();
-    void doesNotFindAnotherName();
-    void doesNotFindAnotherUsersProcess();
-    void findsASilentCompanionInTime();
-    void reportsARequestThatWasNotHeard();
-    void startsFromTheFolderBeforeThePath();
-    void reportsAFailedStart_data();
-    void reportsAFailedStart();
-    void aSecondCopyEndsByItself();
-    void aNewCopyWaitsForTheOneThatQuits();
+    void cleanup() { QuitCompanion(kReportServer); } // what a failed case left
+    void aNameIsTakenAsLongAsItsHolderLives();
+    void namesAreNoPaths();
+    void onlyAFolderOfTheUserAloneIsUsed();
+    void aCompanionIsFoundAsLongAsItListens();
+    void aCompanionIsJudgedByItsAnswers();
+    void anotherUsersProcessIsNoCompanion();
+    void aCompanionIsStartedFromTheFolderBeforeThePath();
 
 private:
     std::unique_ptr<QProcess> Run(CCompanion const& companion, char const* misbehaviour = "");
-    QString SocketPath() const { return m_runtime->filePath(u"corvana/Report Server.sock"_s); }
-    QString MakeProgram(QString const& folder, QByteArray const& content) const;
+    std::string Path(std::string const& name) const { return m_strFolder + '/' + name; }
 
     std::unique_ptr<QTemporaryDir> m_runtime;
+    std::string m_strFolder;
+    std::string const m_strSocket = "corvana/Report Server.sock";
 };
 
 namespace
 {
 
-/// Whether its process, finished or not with listening, has not ended.
-bool IsAlive(CCompanion const& companion)
+bool Exists(std::string const& path)
 {
-    return IsCORVAppRunning(std::string(companion.name).c_str(), false);
+    return access(path.c_str(), F_OK) == 0;
 }
 
-/// Whether the process ends within so many milliseconds.
-bool HasEnded(QProcess& process, int wait = 5000)
+/// What any program does to take a name; false when another has it.
+bool Lock(CDescriptor const& file)
 {
-    return QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, wait);
+    struct flock whole = {};
+    whole.l_type = F_WRLCK;
+    return fcntl(file.Get(), F_OFD_SETLK, &whole) == 0;
 }
 
-void Kill(QProcess& process)
+CDescriptor Open(std::string const& file)
 {
-    process.kill();
-    QVERIFY(HasEnded(process));
+    return CDescriptor(open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR));
 }
 
-/// Calls bind or connect for the socket file. Returns whether that worked.
-bool AtSocket(decltype(&connect) function, int endpoint, QString const& path)
+bool HasEnded(QProcess& process)
 {
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    auto const bytes = QFile::encodeName(path);
-    std::copy(bytes.begin(), bytes.end(), address.sun_path);
-    void const* const generic = &address;
-    return function(endpoint, static_cast<sockaddr const*>(generic), sizeof address) == 0;
-}
-
-bool IsListening(QString const& path)
-{
-    CDescriptor const probe(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-    return AtSocket(&connect, probe.Get(), path);
+    return process.state() == QProcess::NotRunning || process.waitForFinished(5000);
 }
 
 } // namespace
@@ -90,194 +74,145 @@ bool IsListening(QString const& path)
 void CompanionsTest::init()
 {
     m_runtime = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_runtime->isValid());
-    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_runtime->path()));
+    m_strFolder = m_runtime->path().toStdString();
+    qputenv("XDG_RUNTIME_DIR", m_strFolder.c_str());
     qputenv("PATH", COMPANIONS_FOLDER ":/usr/bin:/bin");
-    qunsetenv("CORVANA_STANDIN");
 }
 
-void CompanionsTest::cleanup()
-{
-    // What a failed case may have left behind.
-    QuitCompanion(kReportServer);
-}
-
-/// Starts a stand-in as a child of the test and waits until it listens.
+/// Starts a stand-in as a child of the test and waits until one listens.
 std::unique_ptr<QProcess> CompanionsTest::Run(CCompanion const& companion, char const* misbehaviour)
 {
+    qputenv("CORVANA_STANDIN", misbehaviour);
     auto process = std::make_unique<QProcess>();
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"CORVANA_STANDIN"_s, QString::fromLatin1(misbehaviour));
-    process->setProcessEnvironment(environment);
-    process->start(QStringLiteral(COMPANIONS_FOLDER "/")
-        + QString::fromStdString(std::string(companion.file)));
-    auto const socket = m_runtime->filePath(
-        u"corvana/%1.sock"_s.arg(QString::fromStdString(std::string(companion.name))));
-    if (!process->waitForStarted() || !QTest::qWaitFor([&] { return IsListening(socket); })) {
-        qWarning("the stand-in does not listen");
+    process->start(QString::fromStdString(std::string(companion.file)), QStringList());
+    auto const socket = Path("corvana/" + std::string(companion.name) + ".sock");
+    return QTest::qWaitFor([&] { return IsListening(socket); }) ? std::move(process) : nullptr;
+}
+
+void CompanionsTest::aNameIsTakenAsLongAsItsHolderLives()
+{
+    auto const file = Path("corvana/Corvana.lock");
+    QVERIFY(!IsCORVAppRunning("Corvana", false) && !Exists(file));
+    {
+        auto const other = Open(file);
+        QVERIFY(Lock(other));
+        QVERIFY(IsCORVAppRunning("Corvana", false) && IsCORVAppRunning("Corvana", true));
+        QVERIFY(!IsCORVAppRunning("Another", false));
     }
-    return process;
+    QVERIFY(Exists(file) && !IsCORVAppRunning("Corvana", false));
+    QVERIFY(Lock(Open(file))); // a look does not take the name
+    QVERIFY(!IsCORVAppRunning("Corvana", true) && !IsCORVAppRunning("Corvana", true));
+    QVERIFY(!Lock(Open(file)));
 }
 
-QString CompanionsTest::MakeProgram(QString const& folder, QByteArray const& content) const
+void CompanionsTest::namesAreNoPaths()
 {
-    QDir(m_runtime->path()).mkdir(folder);
-    QFile program(m_runtime->filePath(folder + u"/corvrpt"_s));
-    if (!program.open(QIODevice::WriteOnly) || program.write(content) != content.size()
-        || !program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)) {
-        qWarning("cannot write %s", qPrintable(program.fileName()));
+    QVERIFY(RuntimeFile(std::string(64, 'a'), ".lock"));
+    for (auto const& name : {std::string(65, 'a'), std::string(), std::string(".."),
+             std::string("../Other"), std::string("Caf\xc3\xa9")}) {
+        QVERIFY2(!RuntimeFile(name, ".lock"), name.c_str());
+        QVERIFY(!IsCORVAppRunning(name.c_str(), true));
     }
-    return m_runtime->filePath(folder);
+    QVERIFY(!Exists(Path("Other.lock")));
 }
 
-void CompanionsTest::findsACompanionWhileItRuns()
+void CompanionsTest::onlyAFolderOfTheUserAloneIsUsed()
 {
-    QVERIFY(!FindCompanion(kReportServer));
-    QVERIFY(!QuitCompanion(kReportServer));
-
-    auto const server = Run(kReportServer);
-    QVERIFY(FindCompanion(kReportServer));
-    QVERIFY(QuitCompanion(kReportServer));
-    QVERIFY(HasEnded(*server));
-    QCOMPARE(server->exitStatus(), QProcess::NormalExit);
-    QVERIFY(!FindCompanion(kReportServer));
-
-    auto const killed = Run(kReportServer);
-    Kill(*killed);
-    QVERIFY(QFile::exists(SocketPath()));
-    QVERIFY(!FindCompanion(kReportServer));
-
-    auto const successor = Run(kReportServer);
-    QVERIFY(FindCompanion(kReportServer));
-    QVERIFY(QuitCompanion(kReportServer));
-    QVERIFY(HasEnded(*successor));
+    for (mode_t const mode : {0755U, 0710U, 0U}) { // 0: a link to a folder of the user
+        init();
+        auto const folder = Path(mode == 0 ? "target" : "corvana");
+        QVERIFY(mkdir(folder.c_str(), 0700) == 0 && chmod(folder.c_str(), mode | 0700U) == 0);
+        QVERIFY(mode != 0 || symlink(folder.c_str(), Path("corvana").c_str()) == 0);
+        std::string reason;
+        QVERIFY(!RuntimeFolder(&reason) && reason.starts_with(Path("corvana: ")));
+        QVERIFY(!IsCORVAppRunning("Other", true) && !Exists(folder + "/Other.lock"));
+    }
+    // Nor is it looked for in a folder into which others can put one.
+    auto const open = Path("open");
+    QVERIFY(mkdir(open.c_str(), 0700) == 0 && chmod(open.c_str(), 01777) == 0);
+    QVERIFY(Open(Path("file")));
+    for (auto const& path : {Path("missing"), std::string("."), open, Path("file")}) {
+        qputenv("XDG_RUNTIME_DIR", path.c_str());
+        auto const found = RuntimeFolder().value_or("");
+        QCOMPARE(found, "/tmp/corvana-" + std::to_string(geteuid()));
+        struct stat status = {};
+        QVERIFY(stat(found.c_str(), &status) == 0 && (status.st_mode & 07777U) == 0700U);
+    }
 }
 
-void CompanionsTest::tellsTheCompanionsApart()
+void CompanionsTest::aCompanionIsFoundAsLongAsItListens()
 {
+    auto const isAlive = [] { return IsCORVAppRunning("Report Server", false); };
+    QVERIFY(!FindCompanion(kReportServer) && !QuitCompanion(kReportServer));
     auto const utility = Run(kBackupUtility);
-    QVERIFY(FindCompanion(kBackupUtility));
-    QVERIFY(!FindCompanion(kReportServer));
+    QVERIFY(FindCompanion(kBackupUtility) && !FindCompanion(kReportServer));
     QVERIFY(!QuitCompanion(kReportServer));
-    QVERIFY(QuitCompanion(kBackupUtility));
-    QVERIFY(HasEnded(*utility));
+    auto const killed = Run(kReportServer);
+    killed->kill();
+    QVERIFY(HasEnded(*killed) && Exists(Path(m_strSocket)) && !FindCompanion(kReportServer));
+
+    auto const busy = Run(kReportServer, "busy");
+    QVERIFY(HasEnded(*Run(kReportServer))); // there is one copy
+    QVERIFY(FindCompanion(kReportServer) && QuitCompanion(kReportServer));
+    QVERIFY(!FindCompanion(kReportServer) && isAlive());
+    QVERIFY(StartCompanion(kReportServer)); // waits for the one that quits
+    QTRY_VERIFY(FindCompanion(kReportServer));
+    QVERIFY(HasEnded(*busy) && busy->exitStatus() == QProcess::NormalExit);
+    QVERIFY(QuitCompanion(kReportServer));
+    QTRY_VERIFY(!isAlive());
+    QVERIFY(QuitCompanion(kBackupUtility) && HasEnded(*utility));
 }
 
-void CompanionsTest::doesNotFindAnotherName()
+void CompanionsTest::aCompanionIsJudgedByItsAnswers()
 {
-    auto const server = Run(kReportServer, "name=Report Server 2");
-    QVERIFY(!FindCompanion(kReportServer));
-    QVERIFY(!QuitCompanion(kReportServer));
-    QVERIFY(!HasEnded(*server, 100));
-
-    Kill(*server);
-    auto const longWinded = Run(kReportServer,
-        "name=Report Server                              "
-        "                                         .");
-    QVERIFY(!FindCompanion(kReportServer));
-    Kill(*longWinded);
+    for (std::string const how : {"other", "deaf", "stopped"}) {
+        auto const server = Run(kReportServer, how.c_str());
+        bool const isStopped = how == "stopped";
+        auto const process = static_cast<pid_t>(server->processId());
+        QVERIFY(!isStopped || kill(process, SIGSTOP) == 0);
+        QVERIFY2(FindCompanion(kReportServer) == (how != "other"), how.c_str());
+        QVERIFY2(!QuitCompanion(kReportServer), how.c_str());
+        QCOMPARE(kill(process, isStopped ? SIGCONT : SIGKILL), 0);
+        QVERIFY(HasEnded(*server)); // the request waited for the one that was stopped
+    }
 }
 
-void CompanionsTest::doesNotFindAnotherUsersProcess()
+void CompanionsTest::anotherUsersProcessIsNoCompanion()
 {
     if (geteuid() != 0) {
         QSKIP("only root can run a process as another user");
     }
     QVERIFY(!FindCompanion(kReportServer)); // makes the folder
-    CDescriptor const listener(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-    QVERIFY(AtSocket(&bind, listener.Get(), SocketPath()));
+    auto const listener = MakeSocket();
+    QVERIFY(AtSocket(&bind, listener, Path(m_strSocket)));
     // The kernel keeps the user who began to listen.
-    QCOMPARE(seteuid(65534), 0);
-    int const listening = listen(listener.Get(), 1);
-    QCOMPARE(seteuid(0), 0);
-    QCOMPARE(listening, 0);
-    QVERIFY(!FindCompanion(kReportServer));
-    QVERIFY(!QuitCompanion(kReportServer));
+    int const listening = seteuid(65534) == 0 ? listen(listener.Get(), 1) : -1;
+    QVERIFY(seteuid(0) == 0 && listening == 0);
+    QVERIFY(!FindCompanion(kReportServer) && !QuitCompanion(kReportServer));
 }
 
-void CompanionsTest::findsASilentCompanionInTime()
+void CompanionsTest::aCompanionIsStartedFromTheFolderBeforeThePath()
 {
-    auto const server = Run(kReportServer, "hang");
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(FindCompanion(kReportServer));
-    QVERIFY(timer.elapsed() >= 1900 && timer.elapsed() < 2500);
-    Kill(*server);
-
-    auto const busy = Run(kReportServer);
-    QCOMPARE(kill(static_cast<pid_t>(busy->processId()), SIGSTOP), 0);
-    timer.start();
-    QVERIFY(!QuitCompanion(kReportServer));
-    QVERIFY(timer.elapsed() < 2500);
-    QCOMPARE(kill(static_cast<pid_t>(busy->processId()), SIGCONT), 0);
-    QVERIFY(HasEnded(*busy)); // the request waited for it
-}
-
-void CompanionsTest::reportsARequestThatWasNotHeard()
-{
-    auto const server = Run(kReportServer, "deaf");
-    QVERIFY(!QuitCompanion(kReportServer));
-    QVERIFY(FindCompanion(kReportServer));
-    Kill(*server);
-}
-
-void CompanionsTest::startsFromTheFolderBeforeThePath()
-{
-    QVERIFY(StartCompanion(kReportServer)); // beside this test is none: from the path
-    QTRY_VERIFY(FindCompanion(kReportServer));
-    QVERIFY(QuitCompanion(kReportServer));
-    QTRY_VERIFY(!IsAlive(kReportServer));
-
-    auto const script = "#!/bin/sh\necho \"$#,$MARK,$(pwd)\" >\"$XDG_RUNTIME_DIR/started\"\n"_ba;
-    auto const own = MakeProgram(u"own folder"_s, script);
+    auto const folder = Path("own folder");
+    auto const start = [&](char const* content) {
+        QFile program(QString::fromStdString(folder + "/corvrpt"));
+        if (program.open(QIODevice::WriteOnly)) {
+            program.write(content);
+            program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        }
+        program.close();
+        return StartCompanion(kReportServer, folder);
+    };
+    qputenv("PATH", "/usr/bin:/bin");
+    QVERIFY(!start("there is no folder yet") && mkdir(folder.c_str(), 0700) == 0);
+    QVERIFY(!start("neither a script nor a binary") && !start("#!/nonexistent/sh\n"));
+    qputenv("PATH", COMPANIONS_FOLDER ":/usr/bin:/bin");
     qputenv("MARK", "inherited");
-    QVERIFY(StartCompanion(kReportServer, own.toStdString()));
+    QVERIFY(start("#!/bin/sh\necho \"$#,$MARK,$(pwd)\" >\"$XDG_RUNTIME_DIR/started\"\n"));
     QFile started(m_runtime->filePath(u"started"_s));
     QTRY_VERIFY(started.size() > 0 && (started.isOpen() || started.open(QIODevice::ReadOnly)));
     QCOMPARE(started.readAll().trimmed(), "0,inherited," + QFile::encodeName(QDir::currentPath()));
     QVERIFY(!FindCompanion(kReportServer));
-}
-
-void CompanionsTest::reportsAFailedStart_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("no such program") << QByteArray();
-    QTest::newRow("a program that nothing can run") << "neither a script nor a binary"_ba;
-    QTest::newRow("a script whose interpreter is missing") << "#!/nonexistent/sh\n"_ba;
-}
-
-void CompanionsTest::reportsAFailedStart()
-{
-    QFETCH(QByteArray const, content);
-    auto folder = m_runtime->path();
-    if (!content.isEmpty()) {
-        folder = MakeProgram(u"own"_s, content);
-    }
-    qputenv("PATH", "/usr/bin:/bin");
-    QVERIFY(!StartCompanion(kReportServer, folder.toStdString()));
-}
-
-void CompanionsTest::aSecondCopyEndsByItself()
-{
-    auto const first = Run(kReportServer);
-    auto const second = Run(kReportServer);
-    QVERIFY(HasEnded(*second));
-    QVERIFY(FindCompanion(kReportServer));
-    QVERIFY(QuitCompanion(kReportServer));
-    QVERIFY(HasEnded(*first));
-}
-
-void CompanionsTest::aNewCopyWaitsForTheOneThatQuits()
-{
-    auto const first = Run(kReportServer, "busy=300");
-    QVERIFY(QuitCompanion(kReportServer));
-    QVERIFY(!FindCompanion(kReportServer));
-    QVERIFY(IsAlive(kReportServer));
-    QVERIFY(StartCompanion(kReportServer));
-    QTRY_VERIFY(FindCompanion(kReportServer));
-    QVERIFY(HasEnded(*first));
-    QVERIFY(QuitCompanion(kReportServer));
-    QTRY_VERIFY(!IsAlive(kReportServer));
 }
 
 CORVANA_TEST(CompanionsTest);

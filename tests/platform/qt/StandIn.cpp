@@ -1,28 +1,23 @@
 // Stands in for a companion program, and is the example of how one behaves towards the console:
 // docs/companions.md explains each step. It does no other work. The variable CORVANA_STANDIN makes
 // it misbehave for tests:
-//   name=TEXT  answers TEXT when it is asked who it is
-//   hang       accepts connections and never answers
-//   deaf       does not hear the request to quit
-//   busy=MS    has work to finish, for so many milliseconds, after it was asked to quit
+//   other  answers another name when it is asked who it is
+//   deaf   does not hear the request to quit
+//   busy   has work to finish after it was asked to quit
 
 #include "platform/qt/Companions.h"
-#include "platform/qt/Descriptor.h"
 #include "platform/qt/RuntimeFolder.h"
 #include "platform/qt/SingleInstance.h"
+#include "tests/platform/qt/LocalSocket.h"
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdlib>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
 
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 using namespace std::chrono_literals;
@@ -30,41 +25,18 @@ using namespace std::chrono_literals;
 namespace
 {
 
-auto constexpr kWaitForPredecessor = 10s;
 timeval constexpr kWaitForMessage = {2, 0};
 
-/// What follows the key in CORVANA_STANDIN; nothing when the variable says something else.
-std::optional<std::string> Misbehaviour(std::string_view key)
+bool Misbehaves(std::string_view how)
 {
     auto const* const variable = std::getenv("CORVANA_STANDIN");
-    std::string_view const text = variable == nullptr ? "" : variable;
-    return text.starts_with(key) ? std::optional<std::string>(text.substr(key.size()))
-                                 : std::nullopt;
-}
-
-/// Calls bind or connect, which take the same arguments.
-bool AtAddress(decltype(&connect) function, CDescriptor const& endpoint, std::string const& path)
-{
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) {
-        return false;
-    }
-    std::ranges::copy(path, address.sun_path);
-    void const* const generic = &address;
-    return function(endpoint.Get(), static_cast<sockaddr const*>(generic), sizeof address) == 0;
-}
-
-bool IsListening(std::string const& path)
-{
-    CDescriptor const probe(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    return AtAddress(&connect, probe, path);
+    return variable != nullptr && variable == how;
 }
 
 /// Takes the name, if need be once the copy before, which no longer listens, has finished.
 bool TakeName(char const* name, std::string const& path)
 {
-    auto const end = std::chrono::steady_clock::now() + kWaitForPredecessor;
+    auto const end = std::chrono::steady_clock::now() + 10s;
     while (IsCORVAppRunning(name, true)) {
         if (IsListening(path) || std::chrono::steady_clock::now() > end) {
             return false;
@@ -91,9 +63,7 @@ void Answer(CDescriptor const& client, std::string_view text)
 /// whether it asked to quit.
 bool Serve(CDescriptor const& client, std::string const& name)
 {
-    if (!Misbehaviour("hang")) { // one that hangs does not hang up either
-        setsockopt(client.Get(), SOL_SOCKET, SO_RCVTIMEO, &kWaitForMessage, sizeof kWaitForMessage);
-    }
+    setsockopt(client.Get(), SOL_SOCKET, SO_RCVTIMEO, &kWaitForMessage, sizeof kWaitForMessage);
     std::array<char, kMaxCompanionMessage> buffer = {};
     for (;;) {
         auto const count = recv(client.Get(), buffer.data(), buffer.size(), 0);
@@ -101,9 +71,9 @@ bool Serve(CDescriptor const& client, std::string const& name)
             return false;
         }
         std::string_view const message(buffer.data(), static_cast<std::size_t>(count));
-        if (message == kAskWho && !Misbehaviour("hang")) {
-            Answer(client, name);
-        } else if (message == kAskQuit && !Misbehaviour("deaf") && !Misbehaviour("hang")) {
+        if (message == kAskWho) {
+            Answer(client, Misbehaves("other") ? name + " 2" : name);
+        } else if (message == kAskQuit && !Misbehaves("deaf")) {
             Answer(client, kAnswerOk);
             return true;
         }
@@ -113,9 +83,9 @@ bool Serve(CDescriptor const& client, std::string const& name)
 /// Listens until it is asked to quit. False when it cannot listen.
 bool ListenUntilQuit(std::string const& name, std::string const& path)
 {
-    CDescriptor const listener(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    auto const listener = MakeSocket();
     unlink(path.c_str()); // nobody listens on it: this process has the name
-    if (!AtAddress(&bind, listener, path) || listen(listener.Get(), 8) != 0) {
+    if (!AtSocket(&bind, listener, path) || listen(listener.Get(), 8) != 0) {
         return false;
     }
     for (bool quit = false; !quit;) {
@@ -133,19 +103,14 @@ int main()
     umask(S_IRWXG | S_IRWXO);
     std::string const name(STAND_IN_FOR.name);
     auto const path = RuntimeFile(name, ".sock");
-    if (!path) {
-        return EXIT_FAILURE;
-    }
-    if (!TakeName(name.c_str(), *path)) {
+    if (path && !TakeName(name.c_str(), *path)) {
         return EXIT_SUCCESS;
     }
-    if (!ListenUntilQuit(Misbehaviour("name=").value_or(name), *path)) {
+    if (!path || !ListenUntilQuit(name, *path)) {
         return EXIT_FAILURE;
     }
     // The socket is closed by now, so that nobody takes a program that is about to end for a
     // running one; the name is kept until the work is done.
-    if (auto const busy = Misbehaviour("busy=")) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(*busy)));
-    }
+    std::this_thread::sleep_for(Misbehaves("busy") ? 300ms : 0ms);
     return EXIT_SUCCESS;
 }

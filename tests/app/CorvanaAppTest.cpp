@@ -27,25 +27,24 @@ class CorvanaAppTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase() { qputenv("QT_QPA_PLATFORM", "offscreen"); }
     void init();
     void cleanup();
     // First, while this process does not hold the name of the program itself.
     void aSecondCopyEndsSilently();
-    void storesDefaultsWhenThereAreNoSettings();
+    void startsWithoutSettings();
     void readsAndTogglesTheOptions();
     void startsAndStopsTheReportServer();
     void backsUpAtExitIfWanted();
     void runsNoExitStepsAfterAFailedStart();
-    void keepsNumbersFreeOfTheLocale();
-    void showsItsNameAndVersion();
     void savesAPictureOrSaysWhyNot();
     void answersItsArguments();
 
 private:
-    void HaveCompanions();
+    /// From here on stand-ins for the companions are found in the search path.
+    static void HaveCompanions() { qputenv("PATH", COMPANIONS_FOLDER ":/usr/bin:/bin"); }
     std::unique_ptr<QProcess> RunProgram(QStringList const& arguments) const;
-    std::unique_ptr<CCorvanaApp> MakeApp();
+    std::unique_ptr<CCorvanaApp> StartApp(CCorvanaApp::Start start = CCorvanaApp::Start::shown);
 
     std::unique_ptr<QTemporaryDir> m_home;
     std::unique_ptr<CTestCentre> m_centre;
@@ -84,11 +83,6 @@ bool Soon(std::function<bool()> const& isTrue)
 
 } // namespace
 
-void CorvanaAppTest::initTestCase()
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-}
-
 void CorvanaAppTest::init()
 {
     m_home = std::make_unique<QTemporaryDir>();
@@ -110,15 +104,11 @@ void CorvanaAppTest::cleanup()
     m_home.reset();
 }
 
-/// From here on stand-ins for the companions are found in the search path.
-void CorvanaAppTest::HaveCompanions()
+std::unique_ptr<CCorvanaApp> CorvanaAppTest::StartApp(CCorvanaApp::Start start)
 {
-    qputenv("PATH", COMPANIONS_FOLDER ":/usr/bin:/bin");
-}
-
-std::unique_ptr<CCorvanaApp> CorvanaAppTest::MakeApp()
-{
-    return std::make_unique<CCorvanaApp>(m_nArguments, m_arguments.data());
+    auto app = std::make_unique<CCorvanaApp>(m_nArguments, m_arguments.data());
+    [&] { QCOMPARE(app->InitInstance(), start); }();
+    return app;
 }
 
 std::unique_ptr<QProcess> CorvanaAppTest::RunProgram(QStringList const& arguments) const
@@ -129,17 +119,32 @@ std::unique_ptr<QProcess> CorvanaAppTest::RunProgram(QStringList const& argument
     return process;
 }
 
-void CorvanaAppTest::storesDefaultsWhenThereAreNoSettings()
+void CorvanaAppTest::startsWithoutSettings()
 {
-    {
-        auto const app = MakeApp();
-        QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
-        // There is no report server program: the user is told, and goes on.
-        QCOMPARE(m_messages->Texts(), QStringList{kServerFailed});
-        QCOMPARE(m_messages->Messages()[0].m_icon, CMessageIcon::exclamation);
-        QCOMPARE(Stored("report_server"), kAbsent); // nothing is written before the exit
-        QCOMPARE(app->ExitInstance(7), 7);
-    }
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    auto app = StartApp();
+    qputenv("LC_ALL", "C.UTF-8");
+    QCOMPARE(std::setlocale(LC_NUMERIC, nullptr), "C");
+    QCOMPARE(QLocale().toString(1234.5), u"1234.5"_s);
+    QCOMPARE(QLocale().dayName(1), u"Monday"_s);
+    // There is no report server program: the user is told, and goes on.
+    QCOMPARE(m_messages->Texts(), QStringList{kServerFailed});
+    QCOMPARE(m_messages->Messages()[0].m_icon, CMessageIcon::exclamation);
+
+    QStringList texts;
+    QTimer::singleShot(0, app.get(), [&] {
+        auto* const about = QApplication::activeModalWidget();
+        for (auto const* const label : about->findChildren<QLabel*>()) {
+            texts += label->text();
+        }
+        about->findChild<QPushButton*>()->click();
+    });
+    Command(57664)->trigger();
+    QVERIFY(texts.contains(u"Version 3.2.0.0"_s));
+    QCOMPARE(texts.constLast().count(u'\n'), 4); // the legal notice has five lines
+
+    QCOMPARE(Stored("report_server"), kAbsent); // nothing is written before the exit
+    QCOMPARE(app->ExitInstance(7), 7);
     QCOMPARE(Stored("report_server"), 1);
     QCOMPARE(Stored("load_members"), 0);
     QCOMPARE(Stored("auto_backup"), 0);
@@ -150,13 +155,11 @@ void CorvanaAppTest::readsAndTogglesTheOptions()
     WriteProfileInt("settings", "report_server", 0);
     WriteProfileInt("settings", "load_members", 5); // anything but 0 is on
     WriteProfileInt("settings", "auto_backup", -1); // the same as absent
-    auto const app = MakeApp();
-    QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+    auto const app = StartApp();
     QVERIFY(m_messages->Texts().isEmpty()); // the report server was not asked for
     QVERIFY(!Command(32888)->isChecked());
     QVERIFY(Command(32889)->isChecked());
     QVERIFY(!Command(32891)->isChecked());
-
     Command(32889)->trigger();
     QCOMPARE(app->m_bLoadMembers, 0);
     Command(32889)->trigger();
@@ -173,8 +176,7 @@ void CorvanaAppTest::startsAndStopsTheReportServer()
     for (bool const isOurs : {true, false}) { // it stops one that it did not start as well
         WriteProfileInt("settings", "report_server", isOurs ? 1 : 0);
         QVERIFY(isOurs || StartCompanion(kReportServer, COMPANIONS_FOLDER));
-        auto const app = MakeApp();
-        QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
+        auto const app = StartApp();
         QVERIFY(Soon([] { return FindCompanion(kReportServer); }));
         QVERIFY(m_messages->Texts().isEmpty());
         if (!isOurs) {
@@ -191,18 +193,12 @@ void CorvanaAppTest::backsUpAtExitIfWanted()
 {
     WriteProfileInt("settings", "report_server", 0);
     WriteProfileInt("settings", "auto_backup", 1);
-    {
-        auto const app = MakeApp();
-        QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
-        app->ExitInstance(0);
-        QCOMPARE(m_messages->Texts(),
-            QStringList{u"Error: the Corvana backup utility failed to initialize on this PC."_s});
-    }
+    StartApp()->ExitInstance(0);
+    QCOMPARE(m_messages->Texts(),
+        QStringList{u"Error: the Corvana backup utility failed to initialize on this PC."_s});
     QCOMPARE(Stored("auto_backup"), 1); // the exit went on all the same
     HaveCompanions();
-    auto const app = MakeApp();
-    QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
-    app->ExitInstance(0);
+    StartApp()->ExitInstance(0);
     QVERIFY(Soon([] { return FindCompanion(kBackupUtility); }));
     QCOMPARE(m_messages->Texts().size(), 1);
 }
@@ -213,42 +209,11 @@ void CorvanaAppTest::runsNoExitStepsAfterAFailedStart()
     QVERIFY(StartCompanion(kReportServer, COMPANIONS_FOLDER));
     QVERIFY(Soon([] { return FindCompanion(kReportServer); }));
     CTestCentre::Run("DELETE FROM stations");
-    {
-        auto const app = MakeApp();
-        QCOMPARE(app->InitInstance(), CCorvanaApp::Start::failed);
-    }
+    StartApp(CCorvanaApp::Start::failed);
     QCOMPARE(m_messages->Texts(),
         QStringList{u"Error: could not retrieve data from station recordset."_s});
     QVERIFY(FindCompanion(kReportServer));
     QCOMPARE(Stored("report_server"), kAbsent);
-}
-
-void CorvanaAppTest::keepsNumbersFreeOfTheLocale()
-{
-    qputenv("LC_ALL", "de_DE.UTF-8");
-    auto const app = MakeApp();
-    qputenv("LC_ALL", "C.UTF-8");
-    QCOMPARE(std::setlocale(LC_NUMERIC, nullptr), "C");
-    QCOMPARE(QLocale().toString(1234.5), u"1234.5"_s);
-    QCOMPARE(QLocale().dayName(1), u"Monday"_s);
-}
-
-void CorvanaAppTest::showsItsNameAndVersion()
-{
-    auto const app = MakeApp();
-    WriteProfileInt("settings", "report_server", 0);
-    QCOMPARE(app->InitInstance(), CCorvanaApp::Start::shown);
-    QStringList texts;
-    QTimer::singleShot(0, app.get(), [&] {
-        auto* const about = QApplication::activeModalWidget();
-        for (auto const* const label : about->findChildren<QLabel*>()) {
-            texts += label->text();
-        }
-        about->findChild<QPushButton*>()->click();
-    });
-    Command(57664)->trigger();
-    QVERIFY(texts.contains(u"Version 3.2.0.0"_s));
-    QCOMPARE(texts.constLast().count(u'\n'), 4); // the legal notice has five lines
 }
 
 void CorvanaAppTest::aSecondCopyEndsSilently()
@@ -279,7 +244,7 @@ void CorvanaAppTest::savesAPictureOrSaysWhyNot()
         QVERIFY(program->waitForFinished(10000));
         QCOMPARE(program->exitCode(), message.isEmpty() ? 0 : 1);
         QVERIFY(program->readAllStandardError().contains(message));
-        QCOMPARE(QImage(file).size(), message.isEmpty() ? QSize(700, 550) : QSize());
+        QCOMPARE(QImage(file).size(), message.isEmpty() ? QSize(700, 550) : QSize(0, 0));
         QVERIFY(!QFile::exists(m_home->filePath(u"no"_s)));
         // A picture starts and stores nothing.
         QVERIFY(!FindCompanion(kReportServer));

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "doc/CorvanaDoc.h"
+#include "tests/doc/TestApp.h"
+#include "tests/doc/TestMembers.h"
+#include "tests/ui/DialogUser.h"
+#include "tests/ui/MessageRecorder.h"
+#include "ui/Convert.h"
+
+#include <QLineEdit>
+#include <QTabWidget>
+
+/// A desk over a fresh centre that has member 7, on an evening in 2026, and who sits at it.
+class CMemberDesk
+{
+public:
+    CTestCentre const m_centre;
+    CMessageRecorder m_messages;
+    CTestApp m_app;
+    CTestViews m_views;
+    CCorvanaDoc m_doc{m_app};
+
+    CMemberDesk()
+    {
+        CEFOleDateTime::SetClock(CEFOleDateTime(2026, 11, 6, 18, 5, 9));
+        m_doc.SetViews(&m_views);
+        QVERIFY(m_doc.OnNewDocument());
+        StoreSeven();
+    }
+
+    /// A row in each table.
+    static void StoreSeven()
+    {
+        for (auto const* const row : {"members VALUES (NULL, 7, 1007, 'Ann', 'B', 'Archer', 1)",
+                 "profiles VALUES (NULL, 7, '3 Elm', 'Salem', 'OR', '97301', '555-0100',"
+                 " 'ann@example.org', 'Bo', '555-0101', 'Dr. Ray', 1, 0, 3000000000, 0,"
+                 " 0x80000003, 0x80000001)",
+                 "enrollments VALUES (NULL, 7, 3990000000, 4020000000, 3, 1)",
+                 "classes VALUES (NULL, 7, 4, 'Staff', 'Wellness', 'Morning', 1, 1, 2, 3)",
+                 "messages VALUES (NULL, 7, 'Bring a towel')",
+                 "workouts VALUES (NULL, 7, 1, 4, 4000000000, 4000003000, 2, 1, 2, 3, 4, 5, 6, 7,"
+                 " 8, 9, 10, 11, 12)"}) {
+            RunOnMembers(std::string("INSERT INTO ") + row);
+        }
+    }
+
+    /// All rows of these tables, one line each, without their keys. Letters are single bytes.
+    static QStringList Rows(QStringList const& tables
+        = {QStringLiteral("members"), QStringLiteral("profiles"), QStringLiteral("enrollments"),
+            QStringLiteral("classes"), QStringLiteral("messages"), QStringLiteral("workouts")})
+    {
+        QStringList lines;
+        CDbStatus status;
+        auto* const database = CDatabaseSession::Get().Open(DataFile::member, status);
+        for (auto const& table : tables) {
+            CRowBlock rows;
+            status = database->Query(
+                "SELECT * FROM " + FromQt(table) + " ORDER BY id", std::vector<DbValue>(), rows);
+            [&] { QVERIFY2(status, qPrintable(table)); }();
+            for (std::size_t row = 0; row < rows.Rows(); ++row) {
+                QStringList cells;
+                for (std::size_t i = 1; i < rows.Columns(); ++i) {
+                    auto const& cell = rows.Row(row).Cell(i);
+                    cells += cell.type == CCell::text
+                        ? QString::fromLatin1(rows.Row(row).Text(cell))
+                        : QString::number(cell.integerValue);
+                }
+                lines += table + QStringLiteral(": ") + cells.join(u'|');
+            }
+        }
+        return lines;
+    }
+
+    /// The operation's result, after checking that each of its dialogs came and went.
+    template <typename Operation>
+    static bool Use(QList<CDialogUser::Step> const& steps, Operation const& operation)
+    {
+        CDialogUser const user(steps);
+        bool const result = operation();
+        [&] { QCOMPARE(user.Faults(), QStringList()); }();
+        return result;
+    }
+    bool Edit(int memberID, CDialogUser::Step const& step)
+    {
+        return Use({step}, [&] { return m_doc.EditMember(memberID); });
+    }
+
+    /// OK: empty when the form has closed, else the new messages and the field in focus.
+    QString Ok(QDialog const& form) const
+    {
+        auto const before = m_messages.Texts().size();
+        ClickOk(form);
+        auto const texts = m_messages.Texts().sliced(before);
+        return form.isVisible()
+            ? texts.join(u';') + QStringLiteral(" @") + form.focusWidget()->objectName()
+            : QString();
+    }
+};
+
+inline QLineEdit& Edit(QDialog const& dialog, char const* name)
+{
+    return Child<QLineEdit>(dialog, name);
+}
+
+inline QTabWidget& Tabs(QDialog const& sheet)
+{
+    return Child<QTabWidget>(sheet, "tabs");
+}
+
+inline QWidget& ShowPage(QDialog const& sheet, int page)
+{
+    Tabs(sheet).setCurrentIndex(page);
+    return *Tabs(sheet).currentWidget();
+}

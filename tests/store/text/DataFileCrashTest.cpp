@@ -3,7 +3,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <functional>
 #include <sys/resource.h>
 #include <sys/wait.h>
 
@@ -25,14 +24,18 @@ protected:
         Run(DataFile::member, "PRAGMA cache_size = 20");
     }
 
-    /// Does something in a second process; true when that was killed.
-    static bool IsKilledIn(std::function<void()> const& task)
+    /// Restores in a second process; true when a limit on the size of files killed it in the write
+    /// that passed it.
+    bool IsKilled(CDAOFileSet& set, rlim_t mostBytes)
     {
         CDatabaseSession::Get().ShutDown(); // no connection may live in two processes
         auto const child = ::fork();
         if (child == 0) {
             Run(DataFile::member, "PRAGMA cache_size = 20");
-            task();
+            std::signal(SIGXFSZ, [](int) { ::raise(SIGKILL); });
+            rlimit const limit = {mostBytes, RLIM_INFINITY};
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            Restore(set, m_strFile, 0, false);
             CDatabaseSession::Get().ShutDown();
             ::_exit(0);
         }
@@ -41,18 +44,12 @@ protected:
         return WIFSIGNALED(status);
     }
 
-    /// The limit ends a process in the write that passes it.
     void KillInWrites(CDAOFileSet& set)
     {
         int unchanged = 0;
-        rlimit limit = {1, RLIM_INFINITY};
-        auto const restore = [&] {
-            ::setrlimit(RLIMIT_FSIZE, &limit);
-            Restore(set, m_strFile, 0, false);
-        };
-        for (; IsKilledIn(restore); limit.rlim_cur += limit.rlim_cur / 4 + 4096) {
+        for (rlim_t size = 1; IsKilled(set, size); size += size / 4 + 4096) {
             auto const now = DumpAll();
-            ASSERT_TRUE(now == m_before || now == m_after) << limit.rlim_cur;
+            ASSERT_TRUE(now == m_before || now == m_after) << size;
             unchanged += now == m_before ? 1 : 0;
         }
         EXPECT_GT(unchanged, 5);

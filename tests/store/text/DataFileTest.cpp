@@ -69,15 +69,16 @@ TEST_F(DataFileTest, KeepsRecordsThatAreThereAndSkipsThoseOfUnknownMembers)
         }
     }
     auto const file = Backup(m_setWk);
-    Run(DataFile::member, "UPDATE workouts SET circuits = 7");
-    Run(DataFile::member, "DELETE FROM workouts WHERE member_id > 1 OR id % 2 = 0");
-    Run(DataFile::member, "DELETE FROM members WHERE member_id = 3");
     // How many were stored and skipped, and how many there are.
     auto const restore = [&](std::string const& lines, std::int32_t member) {
         auto const stored = Restore(m_setWk, lines, member);
         EXPECT_TRUE(m_setWk.LastStatus());
         return std::tuple(stored, m_setWk.LastSkipped(), Count("workouts"));
     };
+    EXPECT_EQ(restore(file, 0), std::tuple(0, 0, 1200));
+    Run(DataFile::member, "UPDATE workouts SET circuits = 7");
+    Run(DataFile::member, "DELETE FROM workouts WHERE member_id > 1 OR id % 2 = 0");
+    Run(DataFile::member, "DELETE FROM members WHERE member_id = 3");
     EXPECT_EQ(restore(file + file, 2), std::tuple(400, 0, 600));
     EXPECT_EQ(restore(file, 3), std::tuple(0, 400, 600));
     EXPECT_EQ(restore(file, 0), std::tuple(200, 400, 800));

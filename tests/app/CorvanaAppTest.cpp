@@ -57,14 +57,24 @@ private:
 namespace
 {
 
-constexpr int kAbsent = -1;
 auto const kServerFailed
     = u"Error: the report server application failed to initialize on this PC."_s;
 
-int Stored(char const* option)
+/// Report server, members loaded at the start, automatic backup; -1 what is not stored.
+QList<int> Stored()
 {
-    return GetProfileInt("settings", option, kAbsent);
+    auto const stored = [](char const* option) { return GetProfileInt("settings", option, -1); };
+    return {stored("report_server"), stored("load_members"), stored("auto_backup")};
 }
+
+void Store(int reportServer, int loadMembers, int autoBackup)
+{
+    WriteProfileInt("settings", "report_server", reportServer);
+    WriteProfileInt("settings", "load_members", loadMembers);
+    WriteProfileInt("settings", "auto_backup", autoBackup);
+}
+
+QList<int> const kNothing{-1, -1, -1};
 
 QAction* Command(int number)
 {
@@ -143,18 +153,14 @@ void CorvanaAppTest::startsWithoutSettings()
     QVERIFY(texts.contains(u"Version 3.2.0.0"_s));
     QCOMPARE(texts.constLast().count(u'\n'), 4); // the legal notice has five lines
 
-    QCOMPARE(Stored("report_server"), kAbsent); // nothing is written before the exit
+    QCOMPARE(Stored(), kNothing); // nothing is written before the exit
     QCOMPARE(app->ExitInstance(7), 7);
-    QCOMPARE(Stored("report_server"), 1);
-    QCOMPARE(Stored("load_members"), 0);
-    QCOMPARE(Stored("auto_backup"), 0);
+    QCOMPARE(Stored(), (QList{1, 0, 0}));
 }
 
 void CorvanaAppTest::readsAndTogglesTheOptions()
 {
-    WriteProfileInt("settings", "report_server", 0);
-    WriteProfileInt("settings", "load_members", 5); // anything but 0 is on
-    WriteProfileInt("settings", "auto_backup", -1); // the same as absent
+    Store(0, 5, -1); // anything but 0 is on, and -1 the same as absent
     auto const app = StartApp();
     QVERIFY(m_messages->Texts().isEmpty()); // the report server was not asked for
     QVERIFY(!Command(32888)->isChecked());
@@ -165,16 +171,14 @@ void CorvanaAppTest::readsAndTogglesTheOptions()
     Command(32889)->trigger();
     Command(32888)->trigger();
     app->ExitInstance(0);
-    QCOMPARE(Stored("report_server"), 1);
-    QCOMPARE(Stored("load_members"), 1);
-    QCOMPARE(Stored("auto_backup"), 0);
+    QCOMPARE(Stored(), (QList{1, 1, 0}));
 }
 
 void CorvanaAppTest::startsAndStopsTheReportServer()
 {
     HaveCompanions();
     for (bool const isOurs : {true, false}) { // it stops one that it did not start as well
-        WriteProfileInt("settings", "report_server", isOurs ? 1 : 0);
+        Store(isOurs ? 1 : 0, 0, 0);
         QVERIFY(isOurs || StartCompanion(kReportServer, COMPANIONS_FOLDER));
         auto const app = StartApp();
         QVERIFY(Soon([] { return FindCompanion(kReportServer); }));
@@ -191,12 +195,11 @@ void CorvanaAppTest::startsAndStopsTheReportServer()
 
 void CorvanaAppTest::backsUpAtExitIfWanted()
 {
-    WriteProfileInt("settings", "report_server", 0);
-    WriteProfileInt("settings", "auto_backup", 1);
+    Store(0, 0, 1);
     StartApp()->ExitInstance(0);
     QCOMPARE(m_messages->Texts(),
         QStringList{u"Error: the Corvana backup utility failed to initialize on this PC."_s});
-    QCOMPARE(Stored("auto_backup"), 1); // the exit went on all the same
+    QCOMPARE(Stored(), (QList{0, 0, 1})); // the exit went on all the same
     HaveCompanions();
     StartApp()->ExitInstance(0);
     QVERIFY(Soon([] { return FindCompanion(kBackupUtility); }));
@@ -213,7 +216,7 @@ void CorvanaAppTest::runsNoExitStepsAfterAFailedStart()
     QCOMPARE(m_messages->Texts(),
         QStringList{u"Error: could not retrieve data from station recordset."_s});
     QVERIFY(FindCompanion(kReportServer));
-    QCOMPARE(Stored("report_server"), kAbsent);
+    QCOMPARE(Stored(), kNothing);
 }
 
 void CorvanaAppTest::aSecondCopyEndsSilently()
@@ -248,7 +251,7 @@ void CorvanaAppTest::savesAPictureOrSaysWhyNot()
         QVERIFY(!QFile::exists(m_home->filePath(u"no"_s)));
         // A picture starts and stores nothing.
         QVERIFY(!FindCompanion(kReportServer));
-        QCOMPARE(Stored("report_server"), kAbsent);
+        QCOMPARE(Stored(), kNothing);
     }
 }
 

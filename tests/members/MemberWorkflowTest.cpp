@@ -111,8 +111,9 @@ void MemberWorkflowTest::okWithoutChangesKeepsEveryByte()
     QCOMPARE(desk.m_views.m_lstTreeCalls, QStringList{u"Refresh 7 -10 0"_s});
     QCOMPARE(desk.m_views.m_lstResults, QStringList{u"Member ID 7 was saved."_s});
 
-    RunOnMembers("UPDATE profiles SET birthday = 0");
-    RunOnMembers("UPDATE enrollments SET enroll_date = 0, expire_date = 0");
+    auto const none = std::to_string(CEFOleDateTime::Invalid().Seconds());
+    RunOnMembers("UPDATE profiles SET birthday = " + none);
+    RunOnMembers("UPDATE enrollments SET expire_date = " + none);
     before = desk.Rows();
     CLargeFont const large;
     QVERIFY(desk.Edit(7, look));

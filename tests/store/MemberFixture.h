@@ -1,9 +1,9 @@
 #pragma once
 
+#include "store/services/MemberServices.h"
 #include "store/sets/DAOBodyComp.h"
 #include "store/sets/DAOSmEval.h"
 #include "store/sets/DAOWk.h"
-#include "store/services/MemberServices.h"
 #include "tests/store/StoreFixture.h"
 
 #include <utility>
@@ -24,57 +24,44 @@ protected:
         std::int64_t const key = id;
         Run(DataFile::member,
             "INSERT INTO members (member_id, workout_number, first_name, middle_initial, "
-            "last_name, status) VALUES (?, ? + 500, ?, '', ?, ? % 2)",
-            {key, key, first, last, key});
+            "last_name, status) VALUES (?1, ?1 + 500, ?2, '', ?3, ?1 % 2)",
+            {key, first, last});
         Run(DataFile::member,
             "INSERT INTO profiles (member_id, address, city, state, zip, phone, email, "
             "emergency_name, emergency_phone, physician, release, employee, birthday, sex, goals, "
-            "medical_history) VALUES (?, '1 Elm St', 'Springfield', 'IL', '62701', '555', 'a@b', "
-            "'', '', 'Dr. No', 1, 0, ?, ? % 2, 0x0F, 0x180001)",
-            {key, born.Seconds(), key});
+            "medical_history) VALUES (?1, '1 Elm St', 'Springfield', 'IL', '62701', '555', 'a@b', "
+            "'', '', 'Dr. No', 1, 0, ?2, ?1 % 2, 0x0F, 0x180001)",
+            {key, born.Seconds()});
         Run(DataFile::member,
             "INSERT INTO enrollments (member_id, enroll_date, expire_date, period, incentive) "
             "VALUES (?, ?, ?, 1, 0)",
             {key, CEFOleDateTime(2026, 1, 1).Seconds(), CEFOleDateTime(2026, 12, 31).Seconds()});
     }
 
-    static void AddWorkout(std::int32_t member, std::uint8_t index,
-        CEFOleDateTime const& in = {2026, 11, 16, 9, 0}, bool good = true)
+    /// Adds a record with a number, or the next free one, in what serves as such.
+    template <typename Set>
+    static void AddRecord(std::int32_t member, int index, CEFOleDateTime const& when,
+        std::string const& number = "(SELECT ifnull(max(eval_id), 0) + 1 FROM evaluations)")
     {
-        Add<CDAOWk>([&](CDAOWk& set) {
-            set.m_lMemberID = member;
-            set.m_nClassIndex = index;
-            set.m_bWorkoutOK = good;
-            set.m_dtCheckIn = in;
-        });
+        Set set;
+        Run(DataFile::member, InsertInto(set, [&](CColumn const& column) {
+            auto const& name = column.name;
+            bool const isNumber = name == "eval_id" || name == "method" || name == "circuits";
+            return name == "member_id"             ? std::to_string(member)
+                : name == "class_index"            ? std::to_string(index)
+                : column.type == ColumnType::date  ? std::to_string(when.Seconds())
+                : isNumber || name == "workout_ok" ? number
+                                                   : "0";
+        }));
     }
-
-    static void AddBodyComp(std::int32_t member, std::uint8_t index)
-    {
-        Add<CDAOBodyComp>([&](CDAOBodyComp& set) {
-            set.m_lMemberID = member;
-            set.m_nClassIndex = index;
-        });
-    }
-
-    static std::int32_t AddEvaluation(std::int32_t member, std::uint8_t index)
-    {
-        std::int32_t number = 0;
-        Add<CDAOSmEval>([&](CDAOSmEval& set) {
-            set.m_lEvalID = number = set.GenerateIDNum();
-            set.m_lMemberID = member;
-            set.m_nClassIndex = index;
-            set.m_dtEvalDate = CEFOleDateTime(2026, 11, 16, 9, 0);
-        });
-        return number;
-    }
-
     /// One of each kind.
-    static void AddRecords(std::int32_t member, std::uint8_t index)
+    template <typename... Number>
+    static void AddRecords(std::int32_t member, int index,
+        CEFOleDateTime const& when = {2026, 11, 16, 9, 0}, Number const&... number)
     {
-        AddWorkout(member, index);
-        AddEvaluation(member, index);
-        AddBodyComp(member, index);
+        AddRecord<CDAOWk>(member, index, when, number...);
+        AddRecord<CDAOSmEval>(member, index, when, number...);
+        AddRecord<CDAOBodyComp>(member, index, when, number...);
     }
 
     /// How many of each kind a member has for a class: three digits.
@@ -88,21 +75,16 @@ protected:
 
     static std::int64_t Count(std::string const& sql)
     {
-        CRowBlock rows;
-        EXPECT_TRUE(Database(DataFile::member).Query("SELECT count(*) FROM " + sql, {}, rows));
-        return rows.Row(0).Cell(0).integerValue;
+        return Number(DataFile::member, "SELECT count(*) FROM " + sql);
     }
 
-    /// The class of each index, in stored order.
-    static std::vector<std::pair<int, std::string>> Classes(std::int32_t member)
+    /// The index and the name of each class, in stored order: "5A 6B".
+    static std::string Classes(std::int32_t member)
     {
-        std::vector<std::pair<int, std::string>> found;
+        std::string found;
         CDAOCls set;
-        int const count = set.FindClasses(member);
-        for (int i = 0; i < count; ++i) {
-            std::string text;
-            set.BuildClassString(text);
-            found.emplace_back(set.m_ClassIndex, text);
+        for (int count = set.FindClasses(member); count > 0; --count) {
+            found += (found.empty() ? "" : " ") + std::to_string(set.m_ClassIndex) + set.m_Category;
             set.Op(CDAOEFSet::opMoveNext);
         }
         return found;

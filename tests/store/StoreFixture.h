@@ -1,9 +1,10 @@
 #pragma once
 
+#include "store/EFOleDateTime.h"
 #include "store/sets/AddRow.h"
 #include "store/sets/DatabaseSession.h"
-#include "store/EFOleDateTime.h"
 #include "tests/TempFolder.h"
+#include "tests/platform/db/PeerProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -42,6 +43,20 @@ protected:
         EXPECT_TRUE(status) << status.Text();
     }
 
+    /// The SQL that adds a row to the table of a set, with what the function gives for each column.
+    template <typename ValueOf>
+    static std::string InsertInto(CDAOEFSet& set, ValueOf const& valueOf)
+    {
+        std::string columns;
+        std::string values;
+        for (auto const& column : set.Columns()) {
+            columns += (columns.empty() ? "" : ", ") + column.name;
+            values += (values.empty() ? "" : ", ") + std::string(valueOf(column));
+        }
+        return "INSERT INTO " + std::string(set.GetClass()->table) + " (" + columns + ") VALUES ("
+            + values + ")";
+    }
+
     /// Runs SQL as another record set or program would.
     static std::int64_t Run(
         DataFile file, std::string_view sql, std::vector<DbValue> const& values = {})
@@ -59,6 +74,13 @@ protected:
         auto const status = Database(file).Query(sql, {}, rows);
         EXPECT_TRUE(status) << status.Text();
         return status && rows.Rows() > 0 ? rows.Row(0).Cell(0).integerValue : -1;
+    }
+
+    /// Another program at work on the centre. No connection may live in two processes.
+    static CPeer StartPeer(CPeer::Task const& task)
+    {
+        CDatabaseSession::Get().ShutDown();
+        return CPeer(task);
     }
 
     CTempFolder m_temporary;

@@ -1,73 +1,120 @@
 #pragma once
 
 #include "platform/db/Database.h"
+#include "tests/TempFolder.h"
+#include "tests/platform/db/PeerProcess.h"
 
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <map>
 #include <string>
 #include <vector>
 
-/// Rows that belong together, for tests: a family tells how many children it has, so that a part
-/// of one can be told from a whole one.
-namespace Families
+/// A file of families in a folder of its own.
+class CFamiliesTest : public testing::Test
 {
-
-constexpr std::int64_t kChildren = 3;
-
-inline CSchema Schema()
-{
-    return {"family", 0x46414D31,
-        {"CREATE TABLE families (id INTEGER PRIMARY KEY AUTOINCREMENT, number INTEGER NOT NULL "
-         "UNIQUE, children INTEGER NOT NULL, note TEXT NOT NULL);"
-         "CREATE TABLE children (id INTEGER PRIMARY KEY AUTOINCREMENT, family_id INTEGER NOT NULL "
-         "REFERENCES families (id) ON DELETE CASCADE, name TEXT NOT NULL);"
-         "CREATE INDEX children_family ON children (family_id);"}};
-}
-
-inline CTableInfo const kFamilies{"families", {"number", "children", "note"}};
-inline CTableInfo const kChildrenTable{"children", {"family_id", "name"}};
-
-/// Without a transaction around it each row is committed alone.
-inline CDbStatus SaveRows(
-    CDatabase& database, std::int64_t number, std::string const& note = "note")
-{
-    std::int64_t family = 0;
-    auto status = database.Insert(kFamilies, std::vector<DbValue>{number, kChildren, note}, family);
-    for (std::int64_t i = 0; status && i < kChildren; ++i) {
-        std::int64_t child = 0;
-        status = database.Insert(
-            kChildrenTable, std::vector<DbValue>{family, "child " + std::to_string(i)}, child);
+protected:
+    static CSchema Schema()
+    {
+        return {"family", 0x46414D31,
+            {"CREATE TABLE families (id INTEGER PRIMARY KEY AUTOINCREMENT, number INTEGER NOT NULL "
+             "UNIQUE, children INTEGER NOT NULL, note TEXT NOT NULL);"
+             "CREATE TABLE children (id INTEGER PRIMARY KEY AUTOINCREMENT, family_id INTEGER NOT "
+             "NULL REFERENCES families (id) ON DELETE CASCADE, name TEXT NOT NULL);"
+             "CREATE INDEX children_family ON children (family_id);"}};
     }
-    return status;
-}
+    static inline CTableInfo const kFamilies{"families", {"number", "children", "note"}};
 
-inline CDbStatus Save(CDatabase& database, std::int64_t number, std::string const& note = "note")
-{
-    CTransaction transaction(database);
-    auto status = transaction.Status();
-    if (status) {
-        status = SaveRows(database, number, note);
+    void SetUp() override { ASSERT_TRUE(CreateDatabase(m_strPath, Schema())); }
+
+    std::unique_ptr<CDatabase> Open() const { return Open(m_strPath); }
+    static std::unique_ptr<CDatabase> Open(
+        std::string const& path, CSchema const& schema = Schema())
+    {
+        std::unique_ptr<CDatabase> database;
+        auto const status = OpenDatabase(path, schema, database);
+        EXPECT_TRUE(status) << status.Text();
+        return database;
     }
-    return status ? transaction.Commit() : status;
-}
 
-/// The first column of the first row, or -1 when it cannot be read.
-inline std::int64_t Number(CDatabase& database, std::string_view sql)
-{
-    CRowBlock rows;
-    auto const status = database.Query(sql, {}, rows);
-    return status && rows.Rows() > 0 ? rows.Row(0).Cell(0).integerValue : -1;
-}
+    static CDbStatus Save(
+        CDatabase& database, std::int64_t number, std::string const& note = "note")
+    {
+        std::int64_t key = 0;
+        return database.Insert(kFamilies, std::vector<DbValue>{number, std::int64_t(0), note}, key);
+    }
+    /// The first cell of a SELECT, or -1 when it cannot be read.
+    static std::int64_t Number(CDatabase& database, std::string_view sql)
+    {
+        CRowBlock rows;
+        auto const status = database.Query(sql, {}, rows);
+        return status && rows.Rows() > 0 ? rows.Row(0).Cell(0).integerValue : -1;
+    }
+    static std::int64_t Count(CDatabase& database)
+    {
+        return Number(database, "SELECT count(*) FROM families");
+    }
+    static void ExpectSound(CDatabase& database, std::int64_t families)
+    {
+        EXPECT_EQ(Count(database), families);
+        std::vector<std::string> findings;
+        EXPECT_TRUE(database.Check(findings));
+        EXPECT_EQ(findings, std::vector<std::string>());
+    }
 
-inline std::int64_t Count(CDatabase& database)
-{
-    return Number(database, "SELECT count(*) FROM families");
-}
+    /// The text names the file and has these words.
+    void ExpectStatus(CDbStatus const& status, DbError error, std::string const& words = "") const
+    {
+        EXPECT_EQ(status.Error(), error) << status.Text();
+        EXPECT_NE(status.Text().find(m_strPath), std::string::npos) << status.Text();
+        EXPECT_NE(status.Text().find(words), std::string::npos) << status.Text();
+    }
+    /// The file is not opened, and all files stay as they are.
+    void ExpectRefused(
+        DbError error, std::string const& words = "", CSchema const& schema = Schema()) const
+    {
+        auto const before = Folder();
+        std::unique_ptr<CDatabase> database;
+        ExpectStatus(OpenDatabase(m_strPath, schema, database), error, words);
+        EXPECT_EQ(database, nullptr);
+        EXPECT_TRUE(Folder() == before) << "files were changed or made";
+    }
 
-/// Families with other than all of their children.
-inline std::int64_t Partial(CDatabase& database)
-{
-    return Number(database,
-        "SELECT count(*) FROM families f WHERE children <> "
-        "(SELECT count(*) FROM children c WHERE c.family_id = f.id)");
-}
+    /// Another program that has the file open, and has done this with it.
+    template <typename Act>
+    std::unique_ptr<CPeer> StartUser(Act const& act) const
+    {
+        auto user = std::make_unique<CPeer>([&](CPeer const& /*self*/) {
+            auto const database = Open();
+            act(*database);
+            CPeer::Hold();
+        });
+        user->WaitUntilItHolds();
+        return user;
+    }
 
-} // namespace Families
+    static std::string Bytes(std::filesystem::path const& path)
+    {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    static void Write(std::filesystem::path const& path, std::string const& bytes)
+    {
+        std::ofstream(path, std::ios::binary) << bytes;
+    }
+    /// Names and bytes of all files, but for what programs share in memory.
+    std::map<std::string, std::string> Folder() const
+    {
+        std::map<std::string, std::string> files;
+        for (auto const& entry : std::filesystem::directory_iterator(m_folder)) {
+            auto const name = entry.path().filename().string();
+            files[name] = name.ends_with("-shm") || !entry.is_regular_file() ? "" : Bytes(entry);
+        }
+        return files;
+    }
+
+    CTempFolder m_temporary;
+    std::filesystem::path const& m_folder = m_temporary.Path();
+    std::string m_strPath = m_folder / "family.mdb";
+};

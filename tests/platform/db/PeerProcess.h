@@ -1,108 +1,111 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
+#include <chrono>
 #include <csignal>
-#include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
-#include <string>
+#include <functional>
+#include <gtest/gtest.h>
+#include <optional>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
-/// Another program at work on the same file: DbPeer with a task, told to end by closing its input.
+/// Another program at work on the files of a test: a copy of this process that runs a task over
+/// what it opens itself. No connection of the test to the same file may be open when it starts.
 /// Killed at the latest when the object goes.
 class CPeer
 {
 public:
-    explicit CPeer(std::vector<std::string> arguments)
+    using Task = std::function<void(CPeer const& self)>;
+
+    explicit CPeer(Task const& task)
     {
-        std::array<int, 2> input = {};
-        std::array<int, 2> output = {};
-        if (::pipe2(input.data(), O_CLOEXEC) != 0 || ::pipe2(output.data(), O_CLOEXEC) != 0) {
-            return;
-        }
-        auto const program
-            = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "DbPeer";
-        arguments.insert(arguments.begin(), program);
-        std::vector<char*> pointers(arguments.size() + 1); // the last one stays null
-        std::ranges::transform(
-            arguments, pointers.begin(), [](auto& argument) { return argument.data(); });
+        std::array<int, 2> ends = {};
+        EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
         m_nPid = ::fork();
-        if (m_nPid == 0) {
-            ::dup2(input[0], STDIN_FILENO);
-            ::dup2(output[1], STDOUT_FILENO);
-            ::execv(pointers[0], pointers.data());
-            ::_exit(127);
+        bool const isPeer = m_nPid == 0;
+        m_nPipe = ends[isPeer ? 1 : 0];
+        ::close(ends[isPeer ? 0 : 1]);
+        if (isPeer) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+            task(*this);
+            ::_exit(testing::Test::HasFailure() ? 1 : 0);
         }
-        ::close(input[0]);
-        ::close(output[1]);
-        m_nInput = input[1];
-        m_pOutput = ::fdopen(output[0], "r");
     }
     ~CPeer()
     {
         Kill();
-        std::fclose(m_pOutput);
+        ::close(m_nPipe);
     }
     CPeer(CPeer const&) = delete;
     CPeer& operator=(CPeer const&) = delete;
 
     pid_t Pid() const { return m_nPid; }
 
-    bool IsRunning() const
+    /// For the task: one write, so that a kill leaves the whole of a number or nothing.
+    void Tell(std::int64_t number) const
     {
-        siginfo_t info = {};
-        auto const id = static_cast<id_t>(m_nPid);
-        return ::waitid(P_PID, id, &info, WEXITED | WNOHANG | WNOWAIT) == 0 && info.si_pid == 0;
+        EXPECT_EQ(::write(m_nPipe, &number, sizeof number), sizeof number);
+    }
+    /// Waits for the next number that the task tells; empty when it has ended and told all.
+    std::optional<std::int64_t> Next() const
+    {
+        std::int64_t number = 0;
+        bool const isThere = ::read(m_nPipe, &number, sizeof number) == sizeof number;
+        return isThere ? std::optional(number) : std::nullopt;
     }
 
-    /// The next line it says, without its end; empty when it has nothing more to say.
-    std::string Line()
+    /// For the task: keeps what it has until it is told to go on.
+    static void Hold() { std::raise(SIGSTOP); }
+    void WaitUntilItHolds() { EXPECT_TRUE(WIFSTOPPED(Wait(WUNTRACED))) << "it ended"; }
+    void GoOn() const { ::kill(m_nPid, SIGCONT); }
+    /// True when it could do all of its task.
+    bool Finish()
     {
-        std::string line;
-        for (int c = 0; (c = std::fgetc(m_pOutput)) != EOF && c != '\n';) {
-            line += static_cast<char>(c);
-        }
-        return line;
+        GoOn();
+        return Wait() == 0;
     }
-
-    /// Lets it finish what it does; returns its exit status.
-    int Finish()
-    {
-        CloseInput();
-        return Wait();
-    }
-
     void Kill()
     {
         if (m_nPid > 0) {
             ::kill(m_nPid, SIGKILL);
+            Wait();
         }
-        CloseInput();
-        Wait();
     }
 
 private:
-    void CloseInput()
-    {
-        if (m_nInput >= 0) {
-            ::close(std::exchange(m_nInput, -1));
-        }
-    }
-
-    int Wait()
+    int Wait(int options = 0)
     {
         int status = 0;
-        if (m_nPid > 0) {
-            ::waitpid(std::exchange(m_nPid, -1), &status, 0);
-        }
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        ::waitpid(m_nPid, &status, options);
+        m_nPid = WIFSTOPPED(status) ? m_nPid : -1;
+        return status;
     }
 
     pid_t m_nPid = -1;
-    int m_nInput = -1;
-    std::FILE* m_pOutput = nullptr;
+    int m_nPipe = -1;
 };
+
+/// For a task: does a step over and over for that time; tells how often it succeeded and failed.
+template <typename Step>
+void Saturate(CPeer const& self, std::chrono::milliseconds time, Step const& step)
+{
+    std::int64_t done = 0;
+    std::int64_t failed = 0;
+    auto const end = std::chrono::steady_clock::now() + time;
+    while (std::chrono::steady_clock::now() < end) {
+        ++(step() ? done : failed);
+    }
+    self.Tell(done);
+    self.Tell(failed);
+}
+/// How often such a task succeeded; it must never fail.
+inline std::int64_t StepsOf(CPeer const& peer)
+{
+    auto const done = peer.Next().value_or(0);
+    EXPECT_GT(done, 0) << "starved";
+    EXPECT_EQ(peer.Next(), 0);
+    return done;
+}

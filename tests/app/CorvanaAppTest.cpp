@@ -167,9 +167,11 @@ void CorvanaAppTest::readsAndTogglesTheOptions()
     QVERIFY(Command(32889)->isChecked());
     QVERIFY(!Command(32891)->isChecked());
     Command(32889)->trigger();
+    QVERIFY(!Command(32889)->isChecked());
     QCOMPARE(app->m_bLoadMembers, 0);
     Command(32889)->trigger();
     Command(32888)->trigger();
+    QVERIFY(Command(32888)->isChecked());
     app->ExitInstance(0);
     QCOMPARE(Stored(), (QList{1, 1, 0}));
 }

@@ -1,10 +1,10 @@
 #include "store/sets/DAOMem.h"
 
+#include "store/services/MemberSearchData.h"
 #include "store/sets/DAOCls.h"
 #include "store/sets/DAOEnr.h"
 #include "store/sets/DAOMsg.h"
 #include "store/sets/DAOProf.h"
-#include "store/services/MemberSearchData.h"
 
 CRecordClass const* CDAOMem::GetThisClass()
 {

@@ -1,7 +1,7 @@
 #include "store/text/TextReader.h"
 
-#include "store/text/Crc32C.h"
 #include "store/EFOleDateTime.h"
+#include "store/text/Crc32C.h"
 #include "store/text/NumberSpelling.h"
 #include "store/text/Text.h"
 

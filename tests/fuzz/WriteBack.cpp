@@ -1,10 +1,10 @@
 #include "tests/fuzz/WriteBack.h"
 
-#include "store/text/Crc32C.h"
 #include "store/sets/DAOBodyComp.h"
 #include "store/sets/DAOEval.h"
 #include "store/sets/DAOMem.h"
 #include "store/sets/DAOWk.h"
+#include "store/text/Crc32C.h"
 #include "store/text/Text.h"
 #include "store/text/TextReader.h"
 

@@ -9,6 +9,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -51,9 +52,9 @@ bool IsOnlyInterrupted(Qt::FocusReason reason)
 
 } // namespace
 
-CPartsField::CPartsField(QString const& sample, QWidget* parent)
+CPartsField::CPartsField(QString sample, QWidget* parent)
     : QLineEdit(parent)
-    , m_strSample(sample)
+    , m_strSample(std::move(sample))
 {
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
 }

@@ -29,7 +29,7 @@ Q_SIGNALS:
 
 protected:
     /// The standard spelling of any value, which the field is wide enough for.
-    CPartsField(QString const& sample, QWidget* parent);
+    CPartsField(QString sample, QWidget* parent);
 
     /// Shows a value that the program puts in, empty for none.
     void Show(QString const& standard);

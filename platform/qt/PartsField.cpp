@@ -91,6 +91,15 @@ QSize CPartsField::sizeHint() const
     return {frame.width(), height};
 }
 
+void CPartsField::focusInEvent(QFocusEvent* event)
+{
+    QLineEdit::focusInEvent(event);
+    if (event->reason() == Qt::OtherFocusReason) {
+        selectAll(); // as after Tab: what is typed on a page that was just opened replaces the
+                     // value
+    }
+}
+
 void CPartsField::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);

@@ -47,6 +47,7 @@ protected:
     /// The same for the keys Page Up and Page Down.
     virtual QString Paged(QString const& text, int steps) const = 0;
 
+    void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;

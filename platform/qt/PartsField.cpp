@@ -9,6 +9,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -51,9 +52,9 @@ bool IsOnlyInterrupted(Qt::FocusReason reason)
 
 } // namespace
 
-CPartsField::CPartsField(QString const& sample, QWidget* parent)
+CPartsField::CPartsField(QString sample, QWidget* parent)
     : QLineEdit(parent)
-    , m_strSample(sample)
+    , m_strSample(std::move(sample))
 {
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
 }
@@ -88,6 +89,15 @@ QSize CPartsField::sizeHint() const
     auto const height = QLineEdit::sizeHint().height();
     auto const frame = style()->sizeFromContents(QStyle::CT_LineEdit, &option, {width, 0}, this);
     return {frame.width(), height};
+}
+
+void CPartsField::focusInEvent(QFocusEvent* event)
+{
+    QLineEdit::focusInEvent(event);
+    if (event->reason() == Qt::OtherFocusReason) {
+        selectAll(); // as after Tab: what is typed on a page that was just opened replaces the
+                     // value
+    }
 }
 
 void CPartsField::focusOutEvent(QFocusEvent* event)

@@ -29,7 +29,7 @@ Q_SIGNALS:
 
 protected:
     /// The standard spelling of any value, which the field is wide enough for.
-    CPartsField(QString const& sample, QWidget* parent);
+    CPartsField(QString sample, QWidget* parent);
 
     /// Shows a value that the program puts in, empty for none.
     void Show(QString const& standard);
@@ -47,6 +47,7 @@ protected:
     /// The same for the keys Page Up and Page Down.
     virtual QString Paged(QString const& text, int steps) const = 0;
 
+    void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;

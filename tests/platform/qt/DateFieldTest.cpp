@@ -12,6 +12,9 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <functional>
+#include <vector>
+
 using namespace Qt::StringLiterals;
 
 class DateFieldTest : public QObject
@@ -52,6 +55,7 @@ public:
         show();
         activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(this));
+        m_other.setFocus();
         m_date.setFocus();
     }
 
@@ -79,12 +83,13 @@ void Retype(QLineEdit& field, QString const& text)
 
 void DateFieldTest::readsWhatAClerkTypes()
 {
-    struct
+    struct CRow
     {
         QDate date;
         CShortYear rule;
         QString texts;
-    } const rows[] = {
+    };
+    std::vector<CRow> const rows = {
         {{1990, 10, 10}, CShortYear::nearest,
             u"10/10/1990|10101990|10 10 1990| 10-10-1990\r\n|10. 10. 1990"_s},
         {{1985, 3, 4}, CShortYear::nearest, u"3/4/1985|03.04.1985|3-04-1985|03041985|3/4/85"_s},
@@ -117,7 +122,7 @@ void DateFieldTest::readsWhatAClerkTypes()
 
 void DateFieldTest::readsTimes()
 {
-    std::pair<QTime, QString> const rows[] = {
+    std::vector<std::pair<QTime, QString>> const rows = {
         {{18, 5, 9}, u"18:05:09|180509|6:05:09 PM|60509p|18.05.09|18 05 09| 18: 05:09\n"_s},
         {{18, 5}, u"18:05|1805|6:05p|6:05 pm|605p|6.05 p.m."_s},
         {{6, 5}, u"6:05|605|0605|6:05a"_s},
@@ -138,8 +143,7 @@ void DateFieldTest::readsTimes()
 
 void DateFieldTest::showsTheStandardFormOnceLeft()
 {
-    CForm form;
-    form.m_date.selectAll();
+    CForm form; // gives the field the focus, and so selects what is in it
     QString typed;
     for (auto const letter : "1/2/2031"_ba) {
         QTest::keyClick(&form.m_date, letter);
@@ -172,7 +176,7 @@ void DateFieldTest::tellsWhenItIsLeftWrong()
         QTest::keyClick(&field, Qt::Key_F4);
         QApplication::activePopupWidget()->close();
     };
-    std::pair<bool, std::function<void()>> const ways[] = {
+    std::vector<std::pair<bool, std::function<void()>>> const ways = {
         {true, [&] { QTest::keyClick(&field, Qt::Key_Tab); }},
         {true, [&] { Click(form.m_other); }},
         {true, [&] { QTest::keyClick(&form, Qt::Key_O, Qt::AltModifier); }},
@@ -225,7 +229,7 @@ void DateFieldTest::keysChangeThePartAtTheCursor()
     CForm form;
     QMap<QChar, Qt::Key> const keys = {
         {u'u', Qt::Key_Up}, {u'd', Qt::Key_Down}, {u'n', Qt::Key_PageUp}, {u'p', Qt::Key_PageDown}};
-    struct
+    struct CRow
     {
         QLineEdit& field;
         QString text;
@@ -233,7 +237,8 @@ void DateFieldTest::keysChangeThePartAtTheCursor()
         QString keys;
         QString result;
         QString selected;
-    } const rows[] = {
+    };
+    std::vector<CRow> const rows = {
         {form.m_date, u"1/31/2026"_s, -1, u"u"_s, u"02/28/2026"_s, u"02"_s},
         {form.m_date, u"2/28/2026"_s, 0, u"dd"_s, u"01/28/2026"_s, u"01"_s},
         {form.m_date, u"01/28/2026"_s, 4, u"uuuu"_s, u"01/31/2026"_s, u"31"_s},

@@ -8,9 +8,9 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-inline CDescriptor MakeSocket()
+inline CDescriptor MakeSocket(int flags = 0)
 {
-    return CDescriptor(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    return CDescriptor(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | flags, 0));
 }
 
 /// Calls bind or connect, which take the same arguments, for a socket file.
@@ -25,5 +25,5 @@ inline bool AtSocket(decltype(&connect) call, CDescriptor const& end, std::strin
 
 inline bool IsListening(std::string const& path)
 {
-    return AtSocket(&connect, MakeSocket(), path);
+    return AtSocket(&connect, MakeSocket(SOCK_NONBLOCK), path);
 }

@@ -10,29 +10,29 @@ using MemberCrashTest = CStoreTest;
 TEST_F(MemberCrashTest, AMemberIsSavedWholeOrNotAtAllByAProgramThatIsKilled)
 {
     std::mt19937 random(20261124);
-    std::int64_t number = 0;
+    std::int64_t save = 0;
     auto const saveNext = [&] {
-        auto const member = static_cast<std::int32_t>(number / 3 + 1);
-        auto const id = number % 3 < 2 ? member : member + 1'000'000;
-        return WholeMember::Save(member, id, number, member);
+        auto const member = static_cast<std::int32_t>(save / 3 + 1);
+        auto const id = save % 3 < 2 ? member : member + 1'000'000;
+        return WholeMember::Save(member, id, save, member);
     };
     for (int kill = 0; kill < 20; ++kill) {
         SCOPED_TRACE(kill);
         auto saving = StartPeer([&](CPeer const& self) {
-            for (; saveNext(); ++number) {
-                self.Tell(number);
+            for (; saveNext(); ++save) {
+                self.Tell(save);
             }
         });
-        EXPECT_EQ(saving.Next(), number);
+        EXPECT_EQ(saving.Next(), save);
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 30'000));
         saving.Kill();
         for (auto told = saving.Next(); told; told = saving.Next()) {
-            EXPECT_EQ(*told, ++number);
+            EXPECT_EQ(*told, ++save);
         }
         // One more may have been saved without the time to tell.
         auto const last
             = Number(DataFile::member, "SELECT max(CAST(first_name AS INTEGER)) FROM members");
-        ASSERT_TRUE(last == number || last == number + 1) << last << " " << number;
+        ASSERT_TRUE(last == save || last == save + 1) << last << " " << save;
         EXPECT_EQ(Number(DataFile::member, "SELECT count(*) FROM members"), last / 3 + 1);
         EXPECT_EQ(
             Number(DataFile::member, "SELECT count(*) FROM members WHERE member_id > 1000000"),
@@ -41,7 +41,7 @@ TEST_F(MemberCrashTest, AMemberIsSavedWholeOrNotAtAllByAProgramThatIsKilled)
         std::vector<std::string> findings;
         EXPECT_TRUE(Database(DataFile::member).Check(findings));
         EXPECT_EQ(findings, std::vector<std::string>());
-        number = last + 1;
+        save = last + 1;
     }
-    EXPECT_GT(number, 100) << "killed before it came to work";
+    EXPECT_GT(save, 100) << "killed before it came to work";
 }

@@ -25,6 +25,53 @@ protected:
     }
 };
 
+/// What a record set does, done by a vector.
+struct CVector
+{
+    struct Row
+    {
+        std::int32_t type;
+        bool deleted = false;
+    };
+    std::vector<Row> rows = {};
+    std::int32_t next = 0;
+    std::size_t position = 0;
+    bool onRow = true;
+    std::int32_t shown = 0; ///< the field of the set
+    CDAOReport set = {};
+
+    void Add(void (*add)(std::int32_t, std::string const&))
+    {
+        add(next, "");
+        rows.push_back({next++});
+    }
+    /// The set has moved there, or says that it could not.
+    void Move(std::size_t to, bool moved)
+    {
+        position = std::min(to, rows.size());
+        onRow = position < rows.size() && !rows[position].deleted;
+        // Nobody must take the row before for one that is deleted.
+        shown = position == rows.size() ? shown : onRow ? rows[position].type : 0;
+        EXPECT_EQ(moved, onRow) << position;
+        EXPECT_EQ(set.m_nRptType, shown) << position;
+        EXPECT_EQ(set.IsEOF() != 0, position == rows.size());
+    }
+    void Walk(int step, std::size_t to)
+    {
+        if (step > 1) {
+            Move(position + 1, set.Op(CDAOEFSet::opMoveNext));
+        } else if (step == 1) {
+            Move(to, set.MoveSet(static_cast<std::int32_t>(to)));
+        } else {
+            EXPECT_EQ(set.Op(CDAOEFSet::opEdit), onRow);
+            if (onRow) {
+                set.m_nRptType = shown = rows[position].type = next++;
+                EXPECT_TRUE(set.Op(CDAOEFSet::opUpdate));
+            }
+        }
+    }
+};
+
 } // namespace
 
 TEST_F(RecordSetTest, ClosedOrEmptyItKeepsItsFieldsAndDoesNothing)
@@ -126,37 +173,15 @@ TEST_F(RecordSetTest, DelAllDeletesTheSelectionAlone)
 // A plain vector does everything the record set does; both must agree all the way.
 TEST_F(RecordSetTest, RandomWalkAgreesWithAVector)
 {
-    struct Row
-    {
-        std::int32_t type;
-        bool deleted = false;
-    };
     std::mt19937 random(20261124);
     auto const below = [&](std::size_t n) { return random() % n; };
-    std::vector<Row> rows;
-    std::int32_t next = 0;
-    auto const add = [&] {
-        AddReport(next);
-        rows.push_back({next++});
-    };
-    while (rows.size() < 700) { // more than two of the largest blocks
-        add();
+    CVector vector;
+    while (vector.rows.size() < 700) { // more than two of the largest blocks
+        vector.Add(AddReport);
     }
-    CDAOReport set;
+    auto& [rows, next, position, onRow, shown, set] = vector;
     ASSERT_EQ(set.FindReports(), 700);
     ASSERT_EQ(set.CountSet(), 700);
-    std::size_t position = 0;
-    bool onRow = true;
-    std::int32_t shown = 0;
-    auto const move = [&](std::size_t to, bool moved) {
-        position = std::min(to, rows.size());
-        onRow = position < rows.size() && !rows[position].deleted;
-        // Nobody must take the row before for one that is deleted.
-        shown = position == rows.size() ? shown : onRow ? rows[position].type : 0;
-        EXPECT_EQ(moved, onRow) << position;
-        EXPECT_EQ(set.m_nRptType, shown) << position;
-        EXPECT_EQ(set.IsEOF() != 0, position == rows.size());
-    };
     for (int step = 0; step < 4000 && !HasFailure(); ++step) {
         SCOPED_TRACE(step);
         auto const to = below(rows.size() + 2);
@@ -165,7 +190,7 @@ TEST_F(RecordSetTest, RandomWalkAgreesWithAVector)
             if (to < rows.size() && !std::exchange(rows[to].deleted, true)) {
                 DeleteReport(rows[to].type);
             }
-            move(to, set.MoveSet(static_cast<std::int32_t>(to)));
+            vector.Move(to, set.MoveSet(static_cast<std::int32_t>(to)));
             break;
         case 1:
             EXPECT_EQ(set.Op(CDAOEFSet::opDelete), onRow);
@@ -174,30 +199,20 @@ TEST_F(RecordSetTest, RandomWalkAgreesWithAVector)
             }
             break;
         case 2:
-            add();
-            std::erase_if(rows, [](Row const& row) { return row.deleted; });
-            move(0, set.Op(CDAOEFSet::opRequery));
+            vector.Add(AddReport);
+            std::erase_if(rows, [](auto const& row) { return row.deleted; });
+            vector.Move(0, set.Op(CDAOEFSet::opRequery));
             break;
         case 3:
-            move(0, set.Op(CDAOEFSet::opMoveFirst));
+            vector.Move(0, set.Op(CDAOEFSet::opMoveFirst));
             break;
         case 4:
             while (position < rows.size()) {
-                move(position + 1, set.Op(CDAOEFSet::opMoveNext));
+                vector.Move(position + 1, set.Op(CDAOEFSet::opMoveNext));
             }
             break;
         default:
-            if (step % 8 == 0) {
-                move(to, set.MoveSet(static_cast<std::int32_t>(to)));
-            } else if (step % 8 == 1) { // change what is on show
-                EXPECT_EQ(set.Op(CDAOEFSet::opEdit), onRow);
-                if (onRow) {
-                    set.m_nRptType = shown = rows[position].type = next++;
-                    EXPECT_TRUE(set.Op(CDAOEFSet::opUpdate));
-                }
-            } else {
-                move(position + 1, set.Op(CDAOEFSet::opMoveNext));
-            }
+            vector.Walk(step % 8, to);
             break;
         }
     }

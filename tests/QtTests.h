@@ -12,6 +12,13 @@ public:
     CTestEntry(char const* name, Make make);
 };
 
-// Behind the class, in its source file.
-#define CORVANA_TEST(Class)                                                                        \
-    static CTestEntry const g_entryOf##Class(#Class, []() -> QObject* { return new Class; })
+/// Behind the class, in its source file: static CTestEntryOf<PromptsTest> const g_entry;
+template <typename Test>
+class CTestEntryOf : public CTestEntry
+{
+public:
+    CTestEntryOf()
+        : CTestEntry(Test::staticMetaObject.className(), []() -> QObject* { return new Test; })
+    {
+    }
+};

@@ -329,5 +329,5 @@ void MainWindowTest::treeLoadsAtStartIfWanted()
     QTRY_VERIFY(tree.isExpanded(tree.model()->index(0, 0)));
 }
 
-CORVANA_TEST(MainWindowTest);
+static CTestEntryOf<MainWindowTest> const g_entry;
 #include "MainWindowTest.moc"

@@ -185,5 +185,5 @@ void ClassDialogsTest::formsAreFitForEveryone()
     check();
 }
 
-CORVANA_TEST(ClassDialogsTest);
+static CTestEntryOf<ClassDialogsTest> const g_entry;
 #include "ClassDialogsTest.moc"

@@ -302,5 +302,5 @@ void ClassPickersTest::tellsWhenAClassIsNotDeleted()
     }
 }
 
-CORVANA_TEST(ClassPickersTest);
+static CTestEntryOf<ClassPickersTest> const g_entry;
 #include "ClassPickersTest.moc"

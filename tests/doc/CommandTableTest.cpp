@@ -82,5 +82,5 @@ void CommandTableTest::tipsArePlainText()
     QCOMPARE(TipOfCommand(57665), u"Exit"_s);
 }
 
-CORVANA_TEST(CommandTableTest);
+static CTestEntryOf<CommandTableTest> const g_entry;
 #include "CommandTableTest.moc"

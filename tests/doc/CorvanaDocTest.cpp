@@ -165,5 +165,5 @@ void CorvanaDocTest::tellsWhenAReportIsNotQueued()
     QVERIFY(views.m_lstResults.isEmpty());
 }
 
-CORVANA_TEST(CorvanaDocTest);
+static CTestEntryOf<CorvanaDocTest> const g_entry;
 #include "CorvanaDocTest.moc"

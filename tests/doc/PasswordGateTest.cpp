@@ -107,5 +107,5 @@ void PasswordGateTest::neverShowsTheText()
     QCOMPARE(user.Faults(), QStringList());
 }
 
-CORVANA_TEST(PasswordGateTest);
+static CTestEntryOf<PasswordGateTest> const g_entry;
 #include "PasswordGateTest.moc"

@@ -328,5 +328,5 @@ void MemberPagesTest::classesAreStoredAsTheyAreShown()
             u"classes: 7|5|Students|Yoga|D\u00ff|1|1|2|3"_s}));
 }
 
-CORVANA_TEST(MemberPagesTest);
+static CTestEntryOf<MemberPagesTest> const g_entry;
 #include "MemberPagesTest.moc"

@@ -295,5 +295,5 @@ void MemberWorkflowTest::deletesAfterAsking()
     QCOMPARE(desk.m_views.m_lstTreeCalls, QStringList(2, u"Remove 7"_s));
 }
 
-CORVANA_TEST(MemberWorkflowTest);
+static CTestEntryOf<MemberWorkflowTest> const g_entry;
 #include "MemberWorkflowTest.moc"

@@ -46,5 +46,5 @@ void ConvertTest::keepsNoDateApart()
     QVERIFY(FromQt(QDateTime(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC)).IsZero());
 }
 
-CORVANA_TEST(ConvertTest);
+static CTestEntryOf<ConvertTest> const g_entry;
 #include "ConvertTest.moc"

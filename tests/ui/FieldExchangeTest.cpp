@@ -398,5 +398,5 @@ void FieldExchangeTest::filesAreAskedForInOnePlace()
     QCOMPARE(user.Faults(), QStringList());
 }
 
-CORVANA_TEST(FieldExchangeTest);
+static CTestEntryOf<FieldExchangeTest> const g_entry;
 #include "FieldExchangeTest.moc"

@@ -250,5 +250,5 @@ void FormFieldsTest::rowsRepeat()
     QCOMPARE(values, (std::array<std::int16_t, 4>{1, 2, 77, 4}));
 }
 
-CORVANA_TEST(FormFieldsTest);
+static CTestEntryOf<FormFieldsTest> const g_entry;
 #include "FormFieldsTest.moc"

@@ -159,5 +159,5 @@ void MessagesTest::refusesWithFocusAndSelection()
     QCOMPARE(messages.Texts(), QStringList{u"Enter an integer."_s});
 }
 
-CORVANA_TEST(MessagesTest);
+static CTestEntryOf<MessagesTest> const g_entry;
 #include "MessagesTest.moc"

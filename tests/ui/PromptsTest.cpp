@@ -137,5 +137,5 @@ void PromptsTest::formsAreFitForEveryone()
     check();
 }
 
-CORVANA_TEST(PromptsTest);
+static CTestEntryOf<PromptsTest> const g_entry;
 #include "PromptsTest.moc"

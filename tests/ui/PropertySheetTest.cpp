@@ -187,5 +187,5 @@ void PropertySheetTest::formCheckFindsFaults()
     QCOMPARE(faults[4], u"QLabel is cut"_s);
 }
 
-CORVANA_TEST(PropertySheetTest);
+static CTestEntryOf<PropertySheetTest> const g_entry;
 #include "PropertySheetTest.moc"

@@ -182,5 +182,5 @@ void WaitDlgTest::isGoneOnEveryPath()
     QCOMPARE(m_nClicks, 1);
 }
 
-CORVANA_TEST(WaitDlgTest);
+static CTestEntryOf<WaitDlgTest> const g_entry;
 #include "WaitDlgTest.moc"

@@ -384,5 +384,5 @@ void MemberTreeTest::knowsTheKindsOfRecordSets()
             kNoneFoundNode}));
 }
 
-CORVANA_TEST(MemberTreeTest);
+static CTestEntryOf<MemberTreeTest> const g_entry;
 #include "MemberTreeTest.moc"

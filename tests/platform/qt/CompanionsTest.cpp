@@ -215,5 +215,5 @@ void CompanionsTest::aCompanionIsStartedFromTheFolderBeforeThePath()
     QVERIFY(!FindCompanion(kReportServer));
 }
 
-CORVANA_TEST(CompanionsTest);
+static CTestEntryOf<CompanionsTest> const g_entry;
 #include "CompanionsTest.moc"

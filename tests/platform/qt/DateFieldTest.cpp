@@ -297,5 +297,5 @@ void DateFieldTest::calendarChooses()
     QVERIFY(field.hasFocus() && field.Date() == QDate(2027, 1, 2));
 }
 
-CORVANA_TEST(DateFieldTest);
+static CTestEntryOf<DateFieldTest> const g_entry;
 #include "DateFieldTest.moc"

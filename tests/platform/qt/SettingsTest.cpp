@@ -55,5 +55,5 @@ void SettingsTest::keepsWholeNumbers()
         !WriteProfileInt("settings", "load_members", 7) && folder.exists(u"Corvana.conf/inside"_s));
 }
 
-CORVANA_TEST(SettingsTest);
+static CTestEntryOf<SettingsTest> const g_entry;
 #include "SettingsTest.moc"

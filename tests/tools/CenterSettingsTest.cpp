@@ -42,7 +42,8 @@ TEST_F(CenterSettingsTest, WhatTheSettingsSayIsInTheRecords)
                  "4|255|0|32"},
              {"name || points FROM bonuses", "Late-5"},
              {"group_concat(name || abbreviation) FROM stations", "CircuitsCirc,RowerRow"},
-             {"name || least_lift || '|' || greatest_lift FROM lift_stations", "Press2.5|400.0"},
+             {"group_concat(name || least_lift || '|' || greatest_lift) FROM lift_stations",
+                 "Press2.5|400.0,Bar45.0|45.0"},
              {"group_concat(name) FROM categories", "Day,Evening"},
              {"group_concat(c.name || o.name) FROM courses AS o JOIN categories AS c "
               "ON c.number = o.category",
@@ -79,6 +80,7 @@ TEST_F(CenterSettingsTest, BadSettingsAreToldByLineAndMakeNothing)
         {"frame = \"#fFeE00\"\n", "", ":9:1: \"frame\" is missing in [touch]"},
         {"Łódź Gym", "", ":2:8: \"name\" must not be empty"},
         {"Albany", "Albany ", ":4:8: \"city\" must not begin or end"},
+        {"1 Main", " 1 Main", ":3:12: \"address1\" must not begin or end"},
         {"Albany", "Al\\nbany", ":4:8: \"city\" must be one line"},
         {"Albany", "\\u009b31m", ":4:8: \"city\" must be one line"},
         {"Albany", std::string(81, 'x'), ":4:8: \"city\" must have at most 80 letters"},

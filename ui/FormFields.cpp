@@ -12,6 +12,24 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 
+namespace
+{
+
+/// For both widgets that take texts.
+template <typename Edit>
+void AddText(CFormFields& fields, Edit& edit, std::string& value, int letters)
+{
+    LimitText(edit, letters);
+    fields.Add<std::string>(
+        value, [&edit](std::string const& shown) { ShowText(edit, shown); },
+        [&edit](std::string& taken) {
+            taken = TakeText(edit, taken);
+            return true;
+        });
+}
+
+} // namespace
+
 CFormFields::~CFormFields() = default;
 
 void CFormFields::Show()
@@ -35,24 +53,12 @@ void CFormFields::Commit()
 
 void CFormFields::Text(QLineEdit& edit, std::string& value, int letters)
 {
-    LimitText(edit, letters);
-    Add<std::string>(
-        value, [&edit](std::string const& shown) { ShowText(edit, shown); },
-        [&edit](std::string& taken) {
-            taken = TakeText(edit, taken);
-            return true;
-        });
+    AddText(*this, edit, value, letters);
 }
 
 void CFormFields::Text(QPlainTextEdit& edit, std::string& value, int letters)
 {
-    LimitText(edit, letters);
-    Add<std::string>(
-        value, [&edit](std::string const& shown) { ShowText(edit, shown); },
-        [&edit](std::string& taken) {
-            taken = TakeText(edit, taken);
-            return true;
-        });
+    AddText(*this, edit, value, letters);
 }
 
 void CFormFields::Choice(COneLineList& list, std::string& value)

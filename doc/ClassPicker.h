@@ -1,6 +1,7 @@
 #pragma once
 
 #include "doc/ClassLists.h"
+#include "ui/FieldExchange.h"
 
 #include <QWidget>
 
@@ -8,6 +9,9 @@
 #include <string>
 
 class CCorvanaDoc;
+
+/// The bonuses of one kind that a form takes for a class.
+constexpr CRange<std::int32_t> kClassBonuses = {0, 99};
 
 /// Three linked drop-down lists for a class of the catalogue: category, course and section, named
 /// categoryList, courseList and sectionList. A choice of a category fills the courses and sections

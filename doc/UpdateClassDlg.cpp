@@ -8,13 +8,6 @@
 
 #include <QLineEdit>
 
-namespace
-{
-
-constexpr CRange<std::int32_t> kBonuses = {0, 99};
-
-} // namespace
-
 CUpdateClassDlg::CUpdateClassDlg(CCorvanaDoc& doc, QWidget* parent)
     : CDialog(parent)
     , m_class(EmptySlot(doc.m_setDef, 0))
@@ -25,8 +18,8 @@ CUpdateClassDlg::CUpdateClassDlg(CCorvanaDoc& doc, QWidget* parent)
     m_ui->classPicker->AlignWith(*m_ui->reEvalLabel);
     SetControlIDs();
     m_fields.Pair(*m_ui->orientYesButton, *m_ui->orientNoButton, m_class.orientBonus);
-    m_fields.Number(*m_ui->reEvalSpin, m_class.reEvalBonuses, kBonuses);
-    m_fields.Number(*m_ui->otherSpin, m_class.otherBonuses, kBonuses);
+    m_fields.Number(*m_ui->reEvalSpin, m_class.reEvalBonuses, kClassBonuses);
+    m_fields.Number(*m_ui->otherSpin, m_class.otherBonuses, kClassBonuses);
     m_fields.List(
         *m_ui->gradeList, m_class.gradeStat, CDAODef::gsWithdrawn, CDAODef::GetGrdStatStr);
     m_fields.Pair(*m_ui->transferButton, *m_ui->deleteButton, m_bTransfer);

@@ -10,8 +10,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr CRange<std::int32_t> kBonuses = {0, 99};
-
 /// A stored name with bytes that cannot be shown stays as it is while it is the one on show.
 std::string Shown(std::string const& shown, std::string const& stored)
 {
@@ -34,8 +32,8 @@ CClassSlotBox::CClassSlotBox(CCorvanaDoc& doc, int number, CClassSlot& slot, QWi
     m_ui->deleteButton->setSizePolicy(policy);
     m_ui->classPicker->SetUp(doc, Qt::Horizontal);
     m_fields.Pair(*m_ui->orientYesRadio, *m_ui->orientNoRadio, slot.orientBonus);
-    m_fields.Number(*m_ui->reEvalSpin, slot.reEvalBonuses, kBonuses);
-    m_fields.Number(*m_ui->otherSpin, slot.otherBonuses, kBonuses);
+    m_fields.Number(*m_ui->reEvalSpin, slot.reEvalBonuses, kClassBonuses);
+    m_fields.Number(*m_ui->otherSpin, slot.otherBonuses, kClassBonuses);
     m_fields.List(*m_ui->gradeList, slot.gradeStat, CDAODef::gsWithdrawn, CDAODef::GetGrdStatStr);
     connect(m_ui->classPicker, &CClassPicker::CategoryChosen, this, &CClassSlotBox::UpdateDelete);
     connect(m_ui->deleteButton, &QPushButton::clicked, this, &CClassSlotBox::DeleteAsked);

@@ -14,6 +14,7 @@
 
 #include <QCheckBox>
 #include <QGridLayout>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QVBoxLayout>

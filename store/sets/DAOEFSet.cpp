@@ -358,8 +358,11 @@ bool CDAOEFSet::BeginChange()
     auto* const database = Database();
     bool const isStored = database != nullptr && HasSelection() && m_nBlockMoment != 0
         && m_nBlockMoment == database->Moment() && IsInFreshBlock(m_nPosition);
-    if ((!isStored && !ReadBlock(m_nPosition, 1)) || !ShowRow(m_nPosition)) {
-        return m_status ? false : ShowNoRow();
+    if (!isStored && !ReadBlock(m_nPosition, 1)) {
+        return false; // the cursor stays where it is, so that it can be tried again
+    }
+    if (!ShowRow(m_nPosition)) {
+        return false;
     }
     m_before = FieldValues();
     m_edit = Edit::changing;

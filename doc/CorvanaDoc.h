@@ -84,6 +84,8 @@ public:
     // adds. True when something was stored.
 
     bool AddEditWorkout(CDAOWk* set);
+    /// Deletes the row on which the set stands after asking; true when it is gone.
+    bool DeleteWorkout(CDAOWk& set);
     /// By the check-in as the member tree shows it; false also when there is no such workout.
     bool EditWorkoutAt(std::int32_t memberID, QString const& checkIn);
     bool DeleteWorkoutAt(std::int32_t memberID, QString const& checkIn);

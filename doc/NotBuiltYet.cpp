@@ -14,24 +14,6 @@ void CCorvanaDoc::FindMembers()
     TellNotBuiltYet();
 }
 
-bool CCorvanaDoc::AddEditWorkout(CDAOWk*)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
-bool CCorvanaDoc::EditWorkoutAt(std::int32_t, QString const&)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
-bool CCorvanaDoc::DeleteWorkoutAt(std::int32_t, QString const&)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
 void CCorvanaDoc::ShowMemberWorkouts()
 {
     TellNotBuiltYet();

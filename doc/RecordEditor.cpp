@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 
+#include <optional>
+
 namespace
 {
 
@@ -18,7 +20,10 @@ QString Tr(char const* text)
 CSaveOutcome Save(QWidget& form, QString const& waitText, CRecordEditor& editor)
 {
     CWaitCursor const waitCursor;
-    CWaitDlg const wait(waitText, &form);
+    std::optional<CWaitDlg> wait;
+    if (!waitText.isEmpty()) {
+        wait.emplace(waitText, &form);
+    }
     return editor.Save();
 }
 

@@ -38,8 +38,9 @@ protected:
     CDbStatus m_status;
 };
 
-/// The last step of OK in a form, under the wait window with waitText. Whatever keeps the record
-/// (a "member") from being stored is told or asked; the form then stays open, false, with
-/// everything that was entered, so that it can be tried again. tellRefused tells what was refused.
+/// The last step of OK in a form, under the wait window with waitText, or the wait cursor alone
+/// without one. Whatever keeps the record (a "member") from being stored is told or asked; the form
+/// then stays open, false, with everything that was entered, so that it can be tried again.
+/// tellRefused tells what was refused, for editors that refuse.
 bool SaveForm(QWidget& form, QString const& record, QString const& waitText, CRecordEditor& editor,
-    std::function<void()> const& tellRefused);
+    std::function<void()> const& tellRefused = {});

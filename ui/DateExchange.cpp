@@ -100,7 +100,8 @@ bool TakeTime(CTimeField& field, CEFOleDateTime& value)
     }
     auto const shown = ToQt(value);
     if (auto const time = field.Time(); time != shown.time()) {
-        value = FromQt(QDateTime(shown.date(), time.isValid() ? time : QTime(0, 0), Qt::UTC));
+        auto const day = shown.isValid() ? shown.date() : ToQt(CEFOleDateTime()).date();
+        value = FromQt(QDateTime(day, time.isValid() ? time : QTime(0, 0), Qt::UTC));
     }
     return true;
 }

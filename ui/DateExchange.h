@@ -25,7 +25,8 @@ bool TakeOptionalDate(COptionalDateField& field, std::optional<CEFOleDateTime>& 
 
 /// The time of day.
 void ShowTime(CTimeField& field, CEFOleDateTime const& value);
-/// Another time is one of the same day. An emptied field, where that is allowed, means midnight.
+/// Another time is one of the same day, of the zero date when there was none. An emptied field,
+/// where that is allowed, means midnight.
 bool TakeTime(CTimeField& field, CEFOleDateTime& value);
 
 /// Refuses a day after today, and a value that is no date, with the focus in the field alone: its

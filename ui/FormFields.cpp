@@ -8,6 +8,7 @@
 #include "ui/DateExchange.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
@@ -149,6 +150,11 @@ void CFormFields::ShowWhole(CSpinField& spin, std::int64_t number)
 void CFormFields::SetSpinRange(CSpinField& spin, CRange<std::int32_t> range)
 {
     spin.SetRange(range.least, range.greatest);
+    auto const hint = QCoreApplication::translate("FormFields", "%1 to %2")
+                          .arg(range.least)
+                          .arg(range.greatest);
+    spin.setToolTip(hint);
+    spin.setAccessibleDescription(hint);
 }
 
 /// A button of a group cannot be unchecked while the group keeps one checked.

@@ -130,7 +130,7 @@ public:
         TakeDigitsOnly(edit);
         Whole(edit, value, range);
     }
-    /// The spin buttons have the same range.
+    /// The spin buttons have the same range, and a tip tells it.
     template <WholeNumber T>
     void Number(CSpinField& spin, T& value, CRange<std::int32_t> range)
     {

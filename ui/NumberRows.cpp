@@ -46,15 +46,17 @@ QWidget* FieldOf(CNumberRow const& row)
 std::vector<CNumberRow> BuildNumberRows(QGridLayout& grid, CNumberRowsPlan const& plan)
 {
     std::vector<CNumberRow> rows;
+    auto* before = plan.m_pAfter;
     int const perColumn = (plan.m_nCount + plan.m_nColumns - 1) / plan.m_nColumns;
     for (int row = 0; row < plan.m_nCount; ++row) {
         auto const& made = rows.emplace_back(MakeRow(plan, row, grid.parentWidget()));
         int const column = 2 * (row / perColumn);
         grid.addWidget(made.m_pLabel, row % perColumn, column);
         grid.addWidget(FieldOf(made), row % perColumn, column + 1);
-        if (row > 0) {
-            QWidget::setTabOrder(FieldOf(rows[rows.size() - 2]), FieldOf(made));
+        if (before != nullptr) {
+            QWidget::setTabOrder(before, FieldOf(made));
         }
+        before = FieldOf(made);
     }
     return rows;
 }

@@ -9,6 +9,7 @@ class CSpinField;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
+class QWidget;
 
 /// One of the rows of a form that repeat: a label and a field for a number.
 struct CNumberRow
@@ -26,6 +27,7 @@ struct CNumberRowsPlan
     int m_nCount; ///< of rows, in all columns
     int m_nColumns = 1; ///< filled one after the other, from top to bottom
     bool m_bSpin = false; ///< with spin buttons
+    QWidget* m_pAfter = nullptr; ///< from which Tab goes to the first row
     std::span<int const> m_lstEditIDs = {}; ///< control numbers, one a row, or none
     std::span<int const> m_lstSpinIDs = {};
 };

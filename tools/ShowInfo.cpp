@@ -22,6 +22,7 @@
 #include "store/sets/DAOTouch.h"
 #include "store/sets/DAOWk.h"
 #include "tools/Printable.h"
+#include "tools/ShowJobs.h"
 
 #include <array>
 #include <filesystem>
@@ -29,12 +30,6 @@
 
 namespace
 {
-
-constexpr std::array<std::string_view, 14> kReportNames = {"Member Profile", "Member Count",
-    "Member Emergency Contacts", "Membership Status", "Category/Course/Section Roster",
-    "Daily Workouts", "Workout Summaries", "Member Workouts", "Category/Course/Section Workouts",
-    "Test Results Interpretation", "Evaluation Comparison", "Body Composition Interpretation",
-    "Body Composition Comparison", "Category \"Unknown\" Workouts"};
 
 std::array const kTables
     = {CDAOChkIn::GetThisClass(), CDAOReport::GetThisClass(), CDAOCenter::GetThisClass(),
@@ -90,40 +85,6 @@ bool ShowCenter()
     return true;
 }
 
-std::string DateText(CEFOleDateTime const& date)
-{
-    return date.IsZero() ? "none" : date.Format("%Y-%m-%d %H:%M:%S");
-}
-
-void ShowJob(CDAOReport const& job)
-{
-    auto const type = static_cast<std::size_t>(job.m_nRptType);
-    std::cout << "    type " << job.m_nRptType << " ("
-              << (type < kReportNames.size() ? kReportNames[type] : "unknown") << "), parameter "
-              << job.m_nRptParam << ", from " << DateText(job.m_dtRptFrom) << ", to "
-              << DateText(job.m_dtRptTo) << ", class \"" << Printable(job.m_strRptCategory)
-              << "\" \"" << Printable(job.m_strRptCourse) << "\" \""
-              << Printable(job.m_strRptSection) << "\"\n";
-}
-
-bool ShowJobs()
-{
-    CDAOReport jobs;
-    int const count = jobs.FindReports();
-    if (!jobs.LastStatus()) {
-        return Fail(jobs.LastStatus());
-    }
-    std::cout << "Queued report jobs: " << count << "\n";
-    bool onRow = jobs.Op(CDAOEFSet::opMoveFirst);
-    for (int row = 0; row < count; ++row) {
-        if (onRow) { // a report server may take jobs meanwhile
-            ShowJob(jobs);
-        }
-        onRow = jobs.Op(CDAOEFSet::opMoveNext);
-    }
-    return true;
-}
-
 } // namespace
 
 bool ShowInfo()
@@ -139,7 +100,8 @@ bool ShowInfo()
         well = ShowCenter() && well;
     }
     if (readable[static_cast<std::size_t>(DataFile::report)]) {
-        well = ShowJobs() && well;
+        auto const status = ShowJobs();
+        well = (status || Fail(status)) && well;
     }
     CDatabaseSession::Get().ShutDown();
     return well;

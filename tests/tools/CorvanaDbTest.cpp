@@ -210,23 +210,50 @@ TEST_F(CorvanaDbTest, InfoListsQueuedJobsAndNoSecrets)
 {
     MakeCenter();
     std::int64_t changed = 0;
-    ASSERT_TRUE(Database(DataFile::report)
-                    .Execute("INSERT INTO reports (type, parameter, date_from, date_to, category, "
-                             "course, section) VALUES (1, 10, 0, 0, '', '', ''), "
-                             "(13, 130, 0, 4004013909, '', 'red ' || char(27) || '[31m', ''), "
-                             "(14, 140, 0, 0, '', '', '')",
-                        {}, changed));
+    auto const add = [&changed](std::string const& rows) {
+        auto const status = Database(DataFile::report)
+                                .Execute("INSERT INTO reports (type, parameter, date_from, "
+                                         "date_to, category, course, section) "
+                                        + rows,
+                                    {}, changed);
+        ASSERT_TRUE(status) << status.Text();
+    };
+    auto const values = R"(VALUES (1, 0, 0, 0, '', '', ''),
+        (4, 5, 0, 0, 'Staff', '', 'Noon'),
+        (6, 24, 4003948800, 4004035199, '', '', ''),
+        (7, 12, 0, 0, '101', 'All', ''),
+        (9, 999999999, 4004013909, 0, '', '', ''),
+        (2, -32, 0, 0, '', '', ''), (3, 0, 0, 0, '', '', ''),
+        (13, 130, 0, 9000000000000000000, '', 'red ' || char(27) || '[31m' || char(10), ''),
+        (-1, -2147483648, 0, 0, '', '', ''),
+        (2147483647, 99999999999, 0, 0, 'x' || printf('%.*c', 100, 'é'), '', ''))";
+    add(values);
     auto const info = Run({"info"});
     EXPECT_EQ(info.exitCode, 0) << info.errors;
+    std::string accents;
+    for (int i = 0; i < 39; ++i) {
+        accents += "é";
+    }
     auto const expected = R"(Centre: Łódź Gym
-Queued report jobs: 3
-    type 1 (Member Count), parameter 10, from none, to none, class "" "" ""
-    type 13 (Category "Unknown" Workouts), parameter 130, from none, to 2026-11-16 18:05:09, class "" "red ?[31m" ""
-    type 14 (unknown), parameter 140, from none, to none, class "" "" ""
-)";
+Queued report jobs: 10
+    Member Count
+    Category/Course/Section Roster: with member IDs, current members, class "Staff" "" "Noon"
+    Workout Summaries: past members, all workouts, from 2026-11-16 00:00:00 to 2026-11-16 23:59:59
+    Member Workouts: member ID 12, class "101" "All"
+    Test Results Interpretation: member ID 999999999, from 2026-11-16 18:05:09
+    Member Emergency Contacts: options -32
+    Membership Status: options 0
+    Category "Unknown" Workouts: parameter 130, to Invalid DateTime, class "" "red ?[31m?"
+    unknown type -1: parameter -2147483648
+    unknown type 2147483647: class "x)"
+        + accents + "...\"\n";
     EXPECT_TRUE(info.output.ends_with(expected)) << info.output;
     EXPECT_NE(info.output.find("sections: 2 rows"), std::string::npos) << info.output;
     EXPECT_EQ(info.output.find("argon2"), std::string::npos);
+    add("SELECT 1, n, 0, 0, '', '', '' FROM (WITH RECURSIVE numbers(n) AS (VALUES (1) UNION ALL "
+        "SELECT n + 1 FROM numbers WHERE n < 100000) SELECT n FROM numbers)");
+    auto const many = Run({"info"}).output;
+    EXPECT_TRUE(many.ends_with("    Member Count: parameter 10\n    ... and 99990 more\n")) << many;
     Expect(1, "could not be written", {"info"}, {"sh", "-c", R"(exec "$0" "$@" >/dev/full)"});
 }
 

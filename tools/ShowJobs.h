@@ -1,0 +1,7 @@
+#pragma once
+
+#include "platform/db/Status.h"
+
+/// Lists the report jobs that wait, the oldest ones one a line, on standard output. The status of a
+/// queue that could not be read is a failure.
+CDbStatus ShowJobs();

@@ -3,6 +3,7 @@
 #include "doc/CorvanaDoc.h"
 #include "platform/qt/DropDown.h"
 #include "ui/Convert.h"
+#include "ui/KeepPlace.h"
 #include "ui/Messages.h"
 
 #include <QBoxLayout>
@@ -18,13 +19,6 @@ namespace
 
 constexpr int kWidthBelow = 32; ///< in letters, of each list
 constexpr std::array kWidthsBeside = {10, 23, 11};
-
-void KeepPlaceWhenHidden(QWidget& widget)
-{
-    auto policy = widget.sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget.setSizePolicy(policy);
-}
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "doc/ClassLists.h"
 #include "doc/CorvanaDoc.h"
+#include "doc/MemberClassDlg.h"
 #include "platform/qt/DropDown.h"
 #include "store/services/MemberServices.h"
 #include "store/sets/SetCloser.h"
@@ -177,6 +178,31 @@ void CCorvanaDoc::FillMemberClassList(
         }
     });
     list.setCurrentIndex(selected);
+}
+
+std::optional<CClassChoice> CCorvanaDoc::AskMemberClass(std::int32_t memberID)
+{
+    CMemberClassDlg dialog(*this, Window());
+    dialog.m_lMemberID = memberID;
+    dialog.m_bWithUnknown = true;
+    dialog.m_bWithAll = true;
+    {
+        CWaitCursor const wait;
+        CSetCloser const close(m_setCls);
+        if (m_setCls.FindClasses(memberID) == 1) {
+            dialog.m_nClassIndex = m_setCls.m_ClassIndex;
+        }
+        if (!m_setCls.LastStatus()) {
+            Tell(Window(),
+                tr("Error: the classes of Member ID %1 could not be read.").arg(memberID),
+                CMessageIcon::none, ToQt(m_setCls.LastStatus().Text()));
+            return std::nullopt;
+        }
+    }
+    if (dialog.exec() != QDialog::Accepted) {
+        return std::nullopt;
+    }
+    return CClassChoice{dialog.m_nClassIndex, dialog.m_strClass};
 }
 
 bool CCorvanaDoc::DeleteMemberClass(std::int32_t memberID, std::uint8_t,

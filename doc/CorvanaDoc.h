@@ -27,6 +27,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,14 @@ class CDAOStn;
 class CDocViews;
 class QComboBox;
 class QWidget;
+struct CReportJob;
+
+/// One of a member's classes as the user chose it, or one of the two entries that are none.
+struct CClassChoice
+{
+    std::uint8_t m_nClassIndex; ///< CDAOCls::kUnknown and CDAOCls::kAllClasses included
+    std::string m_strClass; ///< the text of the entry
+};
 
 /// The kinds of record that are copied, restored and deleted as a whole.
 enum class CRecordKind
@@ -116,6 +125,9 @@ public:
     /// if wanted, the entries of index 99 and of index 101. Selects the given index.
     void FillMemberClassList(std::int32_t memberID, std::uint8_t classIndex, QComboBox& list,
         bool withUnknown, bool withAll);
+    /// Asks which class of a member a command is for: one of them, all of them, or the records of
+    /// deleted ones. Nothing when the user cancels, or is told that the classes cannot be read.
+    std::optional<CClassChoice> AskMemberClass(std::int32_t memberID);
     /// Deletes a class of a member at once, after asking, with its records or without them; true
     /// when it was deleted.
     bool DeleteMemberClass(std::int32_t memberID, std::uint8_t classIndex,
@@ -134,6 +146,8 @@ public:
     /// Asks what a report of the type (0 to 13) needs and adds a job to the report queue. True when
     /// the job was added; the user is told when it could not be.
     bool QueueReport(int type);
+    /// Adds a job to the report queue. Shows that it was added, or tells why it was not.
+    bool AddReport(CReportJob const& job);
     void ShowQuickStats();
     /// Asks for the password until it is right or the user gives up; true when it was right.
     bool VerifyPassword();
@@ -193,8 +207,6 @@ public:
 private:
     bool LoadConfiguration();
     void LoadStations(CDAOStn& set, int count);
-    bool AddReport(int type, QString const& name);
-    bool StoreReport(int type);
     void TellNotBuiltYet();
 
     CAppCommands& m_app;

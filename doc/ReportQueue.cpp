@@ -1,5 +1,7 @@
 #include "doc/CorvanaDoc.h"
 
+#include "doc/ReportJob.h"
+#include "doc/ReportPrompts.h"
 #include "store/sets/SetCloser.h"
 #include "ui/Convert.h"
 #include "ui/Messages.h"
@@ -8,49 +10,40 @@
 namespace
 {
 
-constexpr int kMemberCount = 1;
-constexpr int kUnknownWorkouts = 13;
+bool StoreJob(CDAOReport& set, CReportJob const& job)
+{
+    if (!set.Op(CDAOEFSet::opAddNew)) {
+        return false;
+    }
+    set.m_nRptType = job.m_nType;
+    set.m_nRptParam = job.m_nParam;
+    set.m_dtRptFrom = job.m_dtFrom;
+    set.m_dtRptTo = job.m_dtTo;
+    set.m_strRptCategory = job.m_strCategory;
+    set.m_strRptCourse = job.m_strCourse;
+    set.m_strRptSection = job.m_strSection;
+    return set.Op(CDAOEFSet::opUpdate);
+}
 
 } // namespace
 
 bool CCorvanaDoc::QueueReport(int type)
 {
-    switch (type) {
-    case kMemberCount:
-        return AddReport(type, tr("Member Count"));
-    case kUnknownWorkouts:
-        return AddReport(type, tr("Category \"Unknown\" Workouts"));
-    default:
-        TellNotBuiltYet();
-        return false;
-    }
+    CReportJob job{.m_nType = CDAOReport::rpttype(type)};
+    return AskReport(*this, job) && AddReport(job);
 }
 
-bool CCorvanaDoc::AddReport(int type, QString const& name)
+bool CCorvanaDoc::AddReport(CReportJob const& job)
 {
-    if (!StoreReport(type)) {
+    CWaitCursor const wait;
+    CSetCloser const close(m_setReport);
+    m_setReport.OpenSet(false);
+    auto const name = ToQt(CDAOReport::GetTypeStr(job.m_nType));
+    if (!StoreJob(m_setReport, job)) {
         Tell(Window(), tr("Error: the report \"%1\" could not be queued.").arg(name),
             CMessageIcon::none, ToQt(m_setReport.LastStatus().Text()));
         return false;
     }
     ShowResult(tr("The report \"%1\" is queued for the report server.").arg(name));
     return true;
-}
-
-bool CCorvanaDoc::StoreReport(int type)
-{
-    CWaitCursor const wait;
-    CSetCloser const close(m_setReport);
-    m_setReport.OpenSet(false);
-    if (!m_setReport.Op(CDAOEFSet::opAddNew)) {
-        return false;
-    }
-    m_setReport.m_nRptType = type;
-    m_setReport.m_nRptParam = 0;
-    m_setReport.m_dtRptFrom = {};
-    m_setReport.m_dtRptTo = {};
-    m_setReport.m_strRptCategory.clear();
-    m_setReport.m_strRptCourse.clear();
-    m_setReport.m_strRptSection.clear();
-    return m_setReport.Op(CDAOEFSet::opUpdate);
 }

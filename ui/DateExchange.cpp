@@ -111,6 +111,18 @@ bool CheckNotAfterToday(CDateField& field, CEFOleDateTime const& value)
     return (value.ChkStatus() && !value.IsAfterToday()) || Refuse(&field, {});
 }
 
+bool CheckDateRange(CDateField& firstField, CEFOleDateTime const& first, CDateField& secondField,
+    CEFOleDateTime const& second)
+{
+    if (!CheckNotAfterToday(firstField, first) || !CheckNotAfterToday(secondField, second)) {
+        return false;
+    }
+    return first < second || first.IsSameDay(second)
+        || Refuse(&secondField,
+            QCoreApplication::translate(
+                "DateExchange", "Error: second date must be later than or equal to first date"));
+}
+
 void RefuseWhenLeft(CDateField& field)
 {
     ConnectLeft(field);

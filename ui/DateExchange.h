@@ -33,6 +33,11 @@ bool TakeTime(CTimeField& field, CEFOleDateTime& value);
 /// text is message enough.
 bool CheckNotAfterToday(CDateField& field, CEFOleDateTime const& value);
 
+/// Refuses a range of days: the first, then the second after today as above, then a second earlier
+/// than the first, with a message and the focus in the second. Times of day do not count.
+bool CheckDateRange(CDateField& firstField, CEFOleDateTime const& first, CDateField& secondField,
+    CEFOleDateTime const& second);
+
 // From now on the field is refused in the same way as soon as the user goes on to another one.
 void RefuseWhenLeft(CDateField& field);
 void RefuseWhenLeft(CTimeField& field);

@@ -18,8 +18,6 @@ private Q_SLOTS:
     void saysWhyAFileCannotBeRead();
     void takesTheDefaultClassAsFarAsItGoes();
     void startsTheReportServerIfWanted();
-    void queuesReportsThatAskNothing();
-    void tellsWhenAReportIsNotQueued();
 };
 
 void CorvanaDocTest::loadsTheConfiguration()
@@ -123,46 +121,6 @@ void CorvanaDocTest::startsTheReportServerIfWanted()
             starts ? u"Report Server is running on this PC."_s : error);
         QCOMPARE(messages.Messages().constLast().m_icon, CMessageIcon::none);
     }
-}
-
-void CorvanaDocTest::queuesReportsThatAskNothing()
-{
-    CTestCentre const centre;
-    CMessageRecorder const messages;
-    CTestApp app;
-    CTestViews views;
-    CCorvanaDoc doc(app);
-    doc.SetViews(&views);
-    CDAOReport queue;
-    for (auto const& [type, name] :
-        {std::pair(1, u"Member Count"_s), {13, u"Category \"Unknown\" Workouts"_s}}) {
-        QVERIFY(doc.QueueReport(type));
-        QVERIFY(views.m_lstResults.constLast().contains(name));
-        QCOMPARE(queue.FindReports(), 1);
-        QCOMPARE(queue.m_nRptType, type);
-        QCOMPARE(queue.m_nRptParam, 0);
-        QVERIFY(queue.m_dtRptFrom.IsZero() && queue.m_dtRptTo.IsZero());
-        QVERIFY(queue.m_strRptCategory.empty());
-        queue.DelAll();
-    }
-    QCOMPARE(views.m_lstResults.size(), 2);
-    QVERIFY(messages.Texts().isEmpty());
-}
-
-void CorvanaDocTest::tellsWhenAReportIsNotQueued()
-{
-    CTestCentre const centre;
-    std::filesystem::remove(centre.Folder() / "report.mdb");
-    CMessageRecorder const messages;
-    CTestApp app;
-    CTestViews views;
-    CCorvanaDoc doc(app);
-    doc.SetViews(&views);
-    QVERIFY(!doc.QueueReport(1));
-    QCOMPARE(messages.Texts(),
-        QStringList{u"Error: the report \"Member Count\" could not be queued."_s});
-    QVERIFY(messages.Messages()[0].m_strDetail.contains(u"report.mdb"_s));
-    QVERIFY(views.m_lstResults.isEmpty());
 }
 
 static CTestEntryOf<CorvanaDocTest> const g_entry;

@@ -207,6 +207,8 @@ public:
 private:
     bool LoadConfiguration();
     void LoadStations(CDAOStn& set, int count);
+    /// Shows the workouts on which their set stands in a list.
+    void ShowFoundWorkouts();
     void TellNotBuiltYet();
 
     CAppCommands& m_app;

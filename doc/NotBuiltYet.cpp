@@ -14,12 +14,7 @@ void CCorvanaDoc::FindMembers()
     TellNotBuiltYet();
 }
 
-void CCorvanaDoc::ShowMemberWorkouts()
-{
-    TellNotBuiltYet();
-}
-
-void CCorvanaDoc::FindWorkouts()
+void CCorvanaDoc::ShowFoundWorkouts()
 {
     TellNotBuiltYet();
 }

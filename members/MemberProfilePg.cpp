@@ -5,13 +5,12 @@
 #include "store/services/MemberServices.h"
 #include "store/text/StateAbbrev.h"
 #include "ui/Convert.h"
+#include "ui/MemberLookup.h"
 #include "ui/Messages.h"
 #include "ui/WaitCursor.h"
 
 namespace
 {
-
-constexpr CRange<std::int32_t> kNumbers = {1, CDAOSmMem::kLargestNumber};
 
 CEFOleDateTime Today()
 {
@@ -33,8 +32,8 @@ CMemberProfilePg::CMemberProfilePg(QWidget* parent)
     for (int i = 0; i < states.Count(); ++i) {
         m_ui->stateList->addItem(ToQt(states.GetStAbbrev(i)));
     }
-    m_fields.Number(*m_ui->memberIDEdit, m_lMemberID, kNumbers);
-    m_fields.Number(*m_ui->workoutNumEdit, m_lWorkoutNum, kNumbers);
+    m_fields.Number(*m_ui->memberIDEdit, m_lMemberID, kMemberNumbers);
+    m_fields.Number(*m_ui->workoutNumEdit, m_lWorkoutNum, kMemberNumbers);
     m_fields.Text(*m_ui->firstNameEdit, m_strFirstName, 12);
     m_fields.Text(*m_ui->middleInitEdit, m_strMiddleInit, 1);
     m_fields.Text(*m_ui->lastNameEdit, m_strLastName, 20);

@@ -2,18 +2,7 @@
 
 #include "ui_MemberIDDlg.h"
 
-#include "store/sets/DAOSmMem.h"
-#include "ui/Convert.h"
-#include "ui/FieldExchange.h"
-#include "ui/Messages.h"
-#include "ui/WaitCursor.h"
-
-namespace
-{
-
-constexpr CRange<std::int32_t> kMemberIDs = {1, CDAOSmMem::kLargestNumber};
-
-} // namespace
+#include "ui/MemberLookup.h"
 
 CMemberIDDlg::CMemberIDDlg(QWidget* parent)
     : CDialog(parent)
@@ -34,26 +23,10 @@ void CMemberIDDlg::ShowFields()
 bool CMemberIDDlg::TakeFields()
 {
     std::int32_t memberID = 0;
-    if (!TakeNumber(*m_ui->memberIDEdit, kMemberIDs, memberID)
-        || (m_bMustExist && !CheckExists(memberID))) {
+    if (!TakeNumber(*m_ui->memberIDEdit, kMemberNumbers, memberID)
+        || (m_bMustExist && !CheckMember(*m_ui->memberIDEdit, memberID))) {
         return false;
     }
     m_lMemberID = memberID;
     return true;
-}
-
-bool CMemberIDDlg::CheckExists(std::int32_t memberID)
-{
-    CWaitCursor const wait;
-    CDAOSmMem members;
-    if (members.FindMember(CDAOSmMem::idMember, memberID) != 0) {
-        return true;
-    }
-    if (!members.LastStatus()) { // that nobody has the ID is not known then
-        Tell(this, tr("Error: member ID %1 could not be looked up.").arg(memberID),
-            CMessageIcon::none, ToQt(members.LastStatus().Text()));
-        return Refuse(m_ui->memberIDEdit, {});
-    }
-    return Refuse(m_ui->memberIDEdit,
-        tr("Sorry, there is no member in the database\nthat matches ID %1.").arg(memberID));
 }

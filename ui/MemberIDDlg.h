@@ -26,7 +26,5 @@ protected:
     bool TakeFields() override;
 
 private:
-    bool CheckExists(std::int32_t memberID);
-
     std::unique_ptr<Ui::MemberIDDlg> const m_ui;
 };

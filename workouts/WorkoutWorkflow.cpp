@@ -6,6 +6,7 @@
 #include "ui/Convert.h"
 #include "ui/Messages.h"
 #include "ui/WaitCursor.h"
+#include "workouts/FindWorkoutsDlg.h"
 #include "workouts/WorkoutDlg.h"
 #include "workouts/WorkoutEditor.h"
 
@@ -41,6 +42,18 @@ bool UseWorkoutAt(CCorvanaDoc& doc, std::int32_t memberID, QString const& checkI
     ShowChanged(
         doc, memberID, CCorvanaDoc::tr("Member ID %1 does not have this workout any more."));
     return false;
+}
+
+/// Whether a find gave workouts; tells the user when it gave none.
+bool AreFound(CCorvanaDoc& doc, int count, QString const& none)
+{
+    if (!doc.m_setWk.LastStatus()) {
+        return doc.Fail(CCorvanaDoc::tr("Error: the workouts could not be read."), doc.m_setWk);
+    }
+    if (count == 0) {
+        Tell(doc.Window(), none);
+    }
+    return count > 0;
 }
 
 } // namespace
@@ -99,4 +112,42 @@ bool CCorvanaDoc::DeleteWorkoutAt(std::int32_t memberID, QString const& checkIn)
 {
     return UseWorkoutAt(
         *this, memberID, checkIn, [this](CDAOWk& set) { return DeleteWorkout(set); });
+}
+
+void CCorvanaDoc::ShowMemberWorkouts()
+{
+    auto const memberID = AskMemberID(true);
+    auto const choice = memberID != 0 ? AskMemberClass(memberID) : std::nullopt;
+    if (!choice) {
+        return;
+    }
+    std::optional<CWaitCursor> wait(std::in_place);
+    CSetCloser const close(m_setWk);
+    int const count = choice->m_nClassIndex == CDAOCls::kAllClasses
+        ? m_setWk.FindWks(memberID)
+        : m_setWk.FindWks(memberID, choice->m_nClassIndex);
+    wait.reset();
+    if (AreFound(*this, count,
+            tr("No workouts are recorded for Member ID %1 under %2")
+                .arg(QString::number(memberID), ToQt(choice->m_strClass)))) {
+        ShowFoundWorkouts();
+    }
+}
+
+void CCorvanaDoc::FindWorkouts()
+{
+    CFindWorkoutsDlg dialog(Window());
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    dialog.m_dtFrom.Midnight();
+    dialog.m_dtTo.PreMidnight();
+    std::optional<CWaitCursor> wait(std::in_place);
+    CSetCloser const close(m_setWk);
+    int const count = m_setWk.FindWks(
+        dialog.m_lMemberID, dialog.m_dtFrom, dialog.m_dtTo, CDAOWk::ok(dialog.m_nOk));
+    wait.reset();
+    if (AreFound(*this, count, tr("No workouts are recorded for the specified search criteria"))) {
+        ShowFoundWorkouts();
+    }
 }

@@ -76,6 +76,7 @@ private Q_SLOTS:
     void anotherDesksChangesAreNotOverwritten();
     void aFailedWriteKeepsTheFormAndTheRow();
     void deletesAfterAsking();
+    void findsByMemberClassAndDates();
 };
 
 void WorkoutTest::showsTheStationsThatTheCentreHas()
@@ -307,6 +308,73 @@ void WorkoutTest::deletesAfterAsking()
             CheckInText().section(u' ', 0, 0)));
     QCOMPARE(question.m_question, CQuestion::destroying);
     QCOMPARE(desk.m_views.m_lstTreeCalls, QStringList{u"Refresh 7 -9 0"_s});
+}
+
+/// Until there is a list, the message that there is none stands for what was found.
+void WorkoutTest::findsByMemberClassAndDates()
+{
+    CWorkoutDesk desk;
+    AddMember(8);
+    AddClass(7, 5, "'Students', '', ''");
+    auto const found = u"This command is not available yet."_s;
+    auto const told = [&desk](QList<CDialogUser::Step> const& steps, auto operation) {
+        auto const before = desk.m_messages.Texts().size();
+        desk.Use(steps, [&] { return (desk.m_doc.*operation)(), true; });
+        return desk.m_messages.Texts().sliced(before).join(u'|');
+    };
+    auto const member = [](QDialog& prompt) {
+        Type(Edit(prompt, "memberIDEdit"), u"7"_s);
+        ClickOk(prompt);
+    };
+    auto const none = u"No workouts are recorded for Member ID 7 under "_s;
+    for (auto const& [entry, text] :
+        {std::pair(0, none + u"Unknown"_s), {1, found}, {2, found}, {3, none + u"Students"_s}}) {
+        QCOMPARE(told({member,
+                          [entry = entry](QDialog& dialog) {
+                              auto& list = Child<CDropDown>(dialog, "classList");
+                              QCOMPARE(list.currentIndex(), 1);
+                              Choose(list, entry);
+                              ClickOk(dialog);
+                          }},
+                     &CCorvanaDoc::ShowMemberWorkouts),
+            text);
+    }
+
+    auto const find = [&](char const* okay, QString const& to, QString const& memberID) {
+        return told({[&](QDialog& dialog) {
+            QCOMPARE(FaultsOf(dialog), QStringList());
+            QVERIFY(Edit(dialog, "memberIDEdit").isReadOnly());
+            Child<QRadioButton>(dialog, okay).click();
+            Type(Edit(dialog, "fromEdit"), ToQt(CEFOleDateTime(2020, 1, 1).DateStrLongYear()));
+            Type(Edit(dialog, "toEdit"), to);
+            if (!memberID.isEmpty()) {
+                Child<QRadioButton>(dialog, "oneMemberRadio").click();
+                QCOMPARE(dialog.focusWidget(), &Edit(dialog, "memberIDEdit"));
+                Type(Edit(dialog, "memberIDEdit"), memberID);
+            }
+            ClickOk(dialog);
+            if (dialog.isVisible()) {
+                QCOMPARE(dialog.focusWidget()->objectName(),
+                    memberID.isEmpty() ? u"toEdit"_s : u"memberIDEdit"_s);
+                ClickCancel(dialog);
+            }
+        }},
+            &CCorvanaDoc::FindWorkouts);
+    };
+    auto const day = CheckInText().section(u' ', 0, 0);
+    auto const nothing = u"No workouts are recorded for the specified search criteria"_s;
+    QCOMPARE(find("okAllRadio", day, {}), found);
+    QCOMPARE(find("okYesRadio", day, u"7"_s), found);
+    QCOMPARE(find("okNoRadio", day, {}), nothing);
+    QCOMPARE(find("okAllRadio", u"1/2/2020"_s, {}), nothing);
+    QCOMPARE(find("okAllRadio", day, u"8"_s), nothing);
+    QCOMPARE(find("okAllRadio", day, u"0"_s), u"Enter an integer between 1 and 999999999."_s);
+    QCOMPARE(find("okAllRadio", day, u"9"_s),
+        u"Sorry, there is no member in the database\nthat matches ID 9."_s);
+    QCOMPARE(find("okAllRadio", u"12/31/2019"_s, {}),
+        u"Error: second date must be later than or equal to first date"_s);
+    RunOnMembers("ALTER TABLE workouts RENAME TO away");
+    QCOMPARE(find("okAllRadio", day, {}), u"Error: the workouts could not be read."_s);
 }
 
 static CTestEntryOf<WorkoutTest> const g_entry;

@@ -31,10 +31,13 @@ CCompareDlg::CCompareDlg(CCompareTexts texts, QStringList const& dates, QWidget*
     SetControlID(this, m_texts.m_nDialogID);
     setWindowTitle(m_texts.m_strTitle);
     m_ui->promptLabel->setText(m_texts.m_strPrompt);
-    m_ui->firstLabel->setText(m_texts.m_strFirst);
-    m_ui->secondLabel->setText(m_texts.m_strSecond);
-    m_ui->firstList->setModel(&m_dates);
-    m_ui->secondList->setModel(&m_dates);
+    for (auto const& [label, list, text] :
+        {std::tuple(m_ui->firstLabel, m_ui->firstList, m_texts.m_strFirst),
+            {m_ui->secondLabel, m_ui->secondList, m_texts.m_strSecond}}) {
+        label->setText(text);
+        list->setAccessibleName(QString(text).remove(u'&').remove(u':')); // labels name no lists
+        list->setModel(&m_dates);
+    }
 }
 
 CCompareDlg::~CCompareDlg() = default;

@@ -353,6 +353,7 @@ void ReportQueueTest::twoRecordsAreAskedFor()
             SelectRow(dialog, "secondList", 0);
             QVERIFY(isRefused(u"Error: select two different %1s"_s.arg(kind), second));
             for (auto* const list : {&second, &Child<QListView>(dialog, "firstList")}) {
+                QVERIFY(list->accessibleName().contains(u" Date "_s)); // labels name no lists
                 QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier,
                     list->visualRect(list->currentIndex()).center()); // which unselects
                 auto const message = u"Error: select %1 %2 from each list"_s.arg(article, kind);

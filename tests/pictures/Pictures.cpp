@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QPalette>
+#include <QRadioButton>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTreeView>
@@ -64,6 +65,15 @@ CDialogUser::Step Pages(QString const& name)
     };
 }
 
+/// Saves the dialog and cancels.
+CDialogUser::Step Look(QString const& name)
+{
+    return [name](QDialog& dialog) {
+        Save(dialog, name);
+        ClickCancel(dialog);
+    };
+}
+
 void Use(QList<CDialogUser::Step> steps, std::function<void()> const& operation)
 {
     CDialogUser const user(std::move(steps));
@@ -90,15 +100,48 @@ void Darken()
     QApplication::setPalette(dark);
 }
 
+std::int32_t MemberWithTwoEvaluations()
+{
+    CDAOSmMem members;
+    int const count = members.FindAllMembersByName(false);
+    for (int row = 0; row < count; ++row) {
+        if (CDAOSmEval().FindEvals(CDAOSmEval::idMember, members.m_MemberID) > 1) {
+            return members.m_MemberID;
+        }
+        members.Op(CDAOEFSet::opMoveNext);
+    }
+    return 0;
+}
+
+void MakeReportPictures(CCorvanaDoc& doc)
+{
+    auto const member = MemberWithTwoEvaluations();
+    auto const enter = [member](QDialog& prompt) {
+        Child<QLineEdit>(prompt, "memberIDEdit").setText(QString::number(member));
+        ClickOk(prompt);
+    };
+    auto const queue = [&doc](int type, QList<CDialogUser::Step> const& steps) {
+        Use(steps, [&] { doc.QueueReport(type); });
+    };
+    queue(CDAOReport::rtMembershipStatus, {Look(u"report-options"_s)});
+    queue(CDAOReport::rtClassRoster, {[](QDialog& dialog) {
+        Choose(Child<QComboBox>(dialog, "categoryList"), 1);
+        Look(u"class"_s)(dialog);
+    }});
+    queue(CDAOReport::rtMemberWorkouts, {enter, Look(u"member-class"_s)});
+    queue(CDAOReport::rtWorkoutSummaries, {[](QDialog& dialog) {
+        Child<QRadioButton>(dialog, "allNoButton").click();
+        Look(u"report-options-workouts"_s)(dialog);
+    }});
+    queue(CDAOReport::rtEvalComparison, {enter, Look(u"compare-evaluations"_s)});
+}
+
 void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
 {
     auto const member = SomeMember();
     Use({Prompt(u"member-id"_s, member), Pages(u"member"_s)}, [&] { doc.EditMember(0); });
-    Use({[](QDialog& dialog) {
-        Save(dialog, u"delete-member"_s);
-        ClickCancel(dialog);
-    }},
-        [&] { doc.DeleteMember(member, {}); });
+    Use({Look(u"delete-member"_s)}, [&] { doc.DeleteMember(member, {}); });
+    MakeReportPictures(doc);
     auto& tree = Child<QTreeView>(frame, "memberTree");
     auto const root = tree.model()->index(0, 0);
     tree.expand(root);

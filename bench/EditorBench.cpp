@@ -1,5 +1,6 @@
-// Measures what the member editor costs beside its windows: reading a member into the pages and
-// saving a change, against the statements that plain SQLite needs for it, on the same file.
+// Measures what the editors of members and workouts cost beside their windows: reading a record
+// into its form and saving a change, against the statements that plain SQLite needs for it, on the
+// same file.
 
 #include "bench/ConsoleBench.h"
 #include "bench/RawMember.h"
@@ -9,8 +10,11 @@
 #include "members/MemberGoalsPg.h"
 #include "members/MemberMedHistPg.h"
 #include "members/MemberProfilePg.h"
+#include "workouts/WorkoutDlg.h"
+#include "workouts/WorkoutEditor.h"
 
 #include <array>
+#include <functional>
 
 namespace
 {
@@ -23,6 +27,28 @@ void StoreMembers(int count)
     AddTablesOfMembers(raw, 250);
     raw.Run("DELETE FROM classes WHERE class_index > 1 AND member_id % 2 = 1; "
             "PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+constexpr int kWorkouts = 10; ///< of each member
+
+std::int64_t CheckIn(int memberID, int workout)
+{
+    return 3'900'000'000 + 86'400LL * workout + memberID;
+}
+
+void StoreWorkouts()
+{
+    CRawDatabase const raw(MemberPath());
+    raw.Run("BEGIN");
+    CRawStatement const add(raw,
+        "INSERT INTO workouts SELECT NULL, member_id, 1, 1, ?1 + member_id, ?1 + member_id + 3600,"
+        " 3, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110, 120 FROM members");
+    for (int workout = 0; workout < kWorkouts; ++workout) {
+        add.Bind(1, CheckIn(0, workout));
+        add.Step();
+        add.Reset();
+    }
+    raw.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
 }
 
 /// The statements of plain SQLite, prepared once.
@@ -56,17 +82,107 @@ private:
     std::size_t m_nSum = 0; ///< so that nothing is read in vain
 };
 
+/// The same for one workout.
+class CRawWorkout
+{
+public:
+    CRawWorkout()
+        : m_raw(MemberPath())
+        , m_select(m_raw,
+              "SELECT id, member_id, workout_ok, class_index, check_in, check_out, circuits,"
+              " station1, station2, station3, station4, station5, station6, station7, station8,"
+              " station9, station10, station11, station12 FROM workouts"
+              " WHERE member_id = ?1 AND check_in = ?2")
+        , m_update(m_raw, "UPDATE workouts SET station1 = ?1 WHERE id = ?2")
+    {
+    }
+
+    std::int64_t Load(int memberID, std::int64_t checkIn)
+    {
+        m_select.Bind(1, memberID);
+        m_select.Bind(2, checkIn);
+        m_select.Step();
+        auto const key = m_select.Integer(0);
+        for (int column = 1; column < 19; ++column) {
+            m_nSum += m_select.Integer(column);
+        }
+        m_select.Reset();
+        return key;
+    }
+
+    void Save(int memberID, std::int64_t checkIn, int value)
+    {
+        m_raw.Run("BEGIN IMMEDIATE");
+        m_update.Bind(2, Load(memberID, checkIn));
+        m_update.Bind(1, value);
+        m_update.Step();
+        m_update.Reset();
+        m_raw.Run("COMMIT");
+    }
+
+private:
+    CRawDatabase const m_raw;
+    CRawStatement const m_select;
+    CRawStatement const m_update;
+    std::int64_t m_nSum = 0; ///< so that nothing is read in vain
+};
+
 void Require(bool done)
 {
     if (!done) {
-        std::fputs("the member could not be read or saved\n", stderr);
+        std::fputs("a record could not be read or saved\n", stderr);
         std::exit(1);
     }
 }
 
-void Measure(char const* what, int first, int count, int repetitions)
+/// What is measured, each in its turn.
+struct COperations
 {
-    std::array<std::vector<double>, 4> times;
+    std::function<void()> m_fnRawLoad;
+    std::function<void()> m_fnLoad;
+    std::function<void()> m_fnRawSave;
+    std::function<void()> m_fnChange; ///< as the user would, after another load; not measured
+    std::function<void()> m_fnSave;
+};
+
+/// The times of many turns of the same operations, in the order of COperations.
+class CTimes
+{
+public:
+    /// All of them once: a busy moment hits all.
+    void Take(COperations const& run)
+    {
+        Add(0, run.m_fnRawLoad);
+        Add(1, run.m_fnLoad);
+        Add(2, run.m_fnRawSave);
+        run.m_fnChange();
+        Add(3, run.m_fnSave);
+    }
+
+    void Print(char const* what) const
+    {
+        for (auto const operation : {0U, 2U}) {
+            double const plain = Median(m_times[operation]);
+            double const ours = Median(m_times[operation + 1]);
+            std::printf("| %s a %s | %.3f ms | %.3f ms | %.2f |\n",
+                operation == 0 ? "load" : "save", what, plain, ours, ours / plain);
+        }
+    }
+
+private:
+    void Add(std::size_t operation, std::function<void()> const& run)
+    {
+        double const start = CpuMs();
+        run();
+        m_times[operation].push_back(CpuMs() - start);
+    }
+
+    std::array<std::vector<double>, 4> m_times;
+};
+
+void MeasureMembers(char const* what, int first, int count, int repetitions)
+{
+    CTimes times;
     CNoCommands commands;
     CCorvanaDoc doc(commands);
     CRawMember raw;
@@ -74,33 +190,44 @@ void Measure(char const* what, int first, int count, int repetitions)
     CMemberEnrollPg enroll(doc);
     CMemberGoalsPg goals;
     CMemberMedHistPg medHist;
-    for (int i = 0; i < repetitions; ++i) { // taking turns: a busy moment hits all
+    for (int i = 0; i < repetitions; ++i) {
         int const memberID = first + i * 7918 % count;
         CMemberEditor editor(doc, {profile, enroll, goals, medHist}, memberID);
-        std::size_t operation = 0;
-        for (auto const& run : std::initializer_list<std::function<void()>>{
-                 [&] { raw.Load(memberID); }, [&] { Require(editor.Load()); },
-                 [&] { raw.Save(memberID, "Salem " + std::to_string(i)); },
-                 [&] {
-                     Require(editor.Load()); // the raw save was another program's
-                     profile.m_strCity = "Bend " + std::to_string(i);
-                     double const start = CpuMs();
-                     Require(editor.Save() == CMemberSave::saved);
-                     times[3].push_back(CpuMs() - start);
-                 }}) {
-            double const start = CpuMs();
-            run();
-            if (operation < 3) {
-                times[operation++].push_back(CpuMs() - start);
-            }
-        }
+        times.Take({[&] { raw.Load(memberID); }, [&] { Require(editor.Load()); },
+            [&] { raw.Save(memberID, "Salem " + std::to_string(i)); },
+            [&] {
+                Require(editor.Load());
+                profile.m_strCity = "Bend " + std::to_string(i);
+            },
+            [&] { Require(editor.Save() == CSaveOutcome::saved); }});
     }
-    for (auto const operation : {0U, 2U}) {
-        double const plain = Median(times[operation]);
-        double const ours = Median(times[operation + 1]);
-        std::printf("| %s a member with %s | %.3f ms | %.3f ms | %.2f |\n",
-            operation == 0 ? "load" : "save", what, plain, ours, ours / plain);
+    times.Print(what);
+}
+
+void MeasureWorkouts(int count, int repetitions)
+{
+    CTimes times;
+    CNoCommands commands;
+    CCorvanaDoc doc(commands);
+    CRawWorkout raw;
+    CWorkoutDlg dialog(doc);
+    CWorkoutEditor editor(doc.m_setWk, dialog);
+    for (int i = 0; i < repetitions; ++i) {
+        int const memberID = 1 + i * 7918 % count;
+        auto const checkIn = CheckIn(memberID, i % kWorkouts);
+        auto const load = [&] {
+            Require(doc.m_setWk.FindWks(memberID, CEFOleDateTime::FromSeconds(checkIn)) == 1);
+            editor.Load();
+        };
+        times.Take({[&] { raw.Load(memberID, checkIn); }, load,
+            [&] { raw.Save(memberID, checkIn, 200 + i); },
+            [&] {
+                load();
+                dialog.m_nStnVal[1] = static_cast<std::int16_t>(i);
+            },
+            [&] { Require(editor.Save() == CSaveOutcome::saved); }});
     }
+    times.Print("workout");
 }
 
 } // namespace
@@ -112,8 +239,10 @@ int main(int argc, char** argv)
     int const repetitions = bench.IsQuick() ? 3 : 501;
     CBenchCentre const centre({DataFile::center, DataFile::member});
     StoreMembers(most);
+    StoreWorkouts();
     std::printf("%d members\n\n| what | raw | editor | ratio |\n|---|---:|---:|---:|\n", most);
-    Measure("three classes", 2, most, repetitions);
-    Measure("one class", 1, most, repetitions);
+    MeasureMembers("member with three classes", 2, most, repetitions);
+    MeasureMembers("member with one class", 1, most, repetitions);
+    MeasureWorkouts(most, repetitions);
     return 0;
 }

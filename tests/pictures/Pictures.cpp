@@ -113,6 +113,16 @@ std::int32_t MemberWithTwoEvaluations()
     return 0;
 }
 
+void MakeWorkoutPictures(CCorvanaDoc& doc)
+{
+    CDAOWk workouts;
+    auto const from = CEFOleDateTime(2026, 1, 1);
+    if (workouts.FindWks(0, from, kToday, CDAOWk::okYes) > 0) {
+        Use({Look(u"workout"_s)}, [&] { doc.AddEditWorkout(&workouts); });
+    }
+    Use({Look(u"find-workouts"_s)}, [&] { doc.FindWorkouts(); });
+}
+
 void MakeReportPictures(CCorvanaDoc& doc)
 {
     auto const member = MemberWithTwoEvaluations();
@@ -141,6 +151,7 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     auto const member = SomeMember();
     Use({Prompt(u"member-id"_s, member), Pages(u"member"_s)}, [&] { doc.EditMember(0); });
     Use({Look(u"delete-member"_s)}, [&] { doc.DeleteMember(member, {}); });
+    MakeWorkoutPictures(doc);
     MakeReportPictures(doc);
     auto& tree = Child<QTreeView>(frame, "memberTree");
     auto const root = tree.model()->index(0, 0);

@@ -16,6 +16,12 @@
 namespace
 {
 
+void ShowResult(QLineEdit& edit)
+{
+    edit.setReadOnly(true);
+    edit.setAlignment(Qt::AlignRight);
+}
+
 /// For both widgets that take texts.
 template <typename Edit>
 void AddText(CFormFields& fields, Edit& edit, std::string& value, int letters)
@@ -83,6 +89,23 @@ void CFormFields::Number(QLineEdit& edit, double& value, CRange<double> range, i
                 = !edit.isModified() && taken >= range.least && taken <= range.greatest;
             return isKept || TakeNumber(edit, range, taken);
         });
+}
+
+void CFormFields::Result(QLineEdit& edit, double& value, int decimals)
+{
+    ShowResult(edit);
+    Add<double>(
+        value,
+        [&edit, decimals](double shown) { edit.setText(QString::number(shown, 'f', decimals)); },
+        [](double&) { return true; });
+}
+
+void CFormFields::Result(QLineEdit& edit, std::int32_t& value)
+{
+    ShowResult(edit);
+    Add<std::int32_t>(
+        value, [&edit](std::int32_t shown) { edit.setText(QString::number(shown)); },
+        [](std::int32_t&) { return true; });
 }
 
 void CFormFields::Date(CDateField& field, CEFOleDateTime& value)

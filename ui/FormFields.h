@@ -141,6 +141,11 @@ public:
     /// Right-aligned.
     void Number(QLineEdit& edit, double& value, CRange<double> range, int decimals);
 
+    // Results of a calculation: shown, right-aligned, in a field that can be read and copied, never
+    // taken.
+    void Result(QLineEdit& edit, double& value, int decimals);
+    void Result(QLineEdit& edit, std::int32_t& value);
+
     void Date(CDateField& field, CEFOleDateTime& value);
     /// The time of day; the day stays.
     void Time(CTimeField& field, CEFOleDateTime& value);

@@ -49,10 +49,11 @@ std::vector<CNumberRow> BuildNumberRows(QGridLayout& grid, CNumberRowsPlan const
     auto* before = plan.m_pAfter;
     int const perColumn = (plan.m_nCount + plan.m_nColumns - 1) / plan.m_nColumns;
     for (int row = 0; row < plan.m_nCount; ++row) {
-        auto const& made = rows.emplace_back(MakeRow(plan, row, grid.parentWidget()));
-        int const column = 2 * (row / perColumn);
-        grid.addWidget(made.m_pLabel, row % perColumn, column);
-        grid.addWidget(FieldOf(made), row % perColumn, column + 1);
+        auto& made = rows.emplace_back(MakeRow(plan, row, grid.parentWidget()));
+        made.m_nGridRow = plan.m_nTop + row % perColumn;
+        made.m_nGridColumn = plan.m_nCells * (row / perColumn);
+        grid.addWidget(made.m_pLabel, made.m_nGridRow, made.m_nGridColumn);
+        grid.addWidget(FieldOf(made), made.m_nGridRow, made.m_nGridColumn + 1);
         if (before != nullptr) {
             QWidget::setTabOrder(before, FieldOf(made));
         }

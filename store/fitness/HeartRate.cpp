@@ -16,6 +16,8 @@ double Maximum(bool female, int age)
 CHeartRate::CHeartRate(sex const& memberSex, int const& age, double const& restingHR)
     : m_dMaximum(std::max(0.0, Maximum(memberSex == sFemale, age)))
     , m_dRest(restingHR)
+    , m_source(memberSex == sFemale ? "Gulati et al.; Karvonen, 60, 80 and 85 %"
+                                    : "Fox, Naughton and Haskell; Karvonen, 60, 80 and 85 %")
 {
 }
 

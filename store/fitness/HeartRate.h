@@ -19,6 +19,8 @@ public:
     /// Men: 220 - age (Fox, Naughton & Haskell 1971, Ann Clin Res 3:404-432). Women:
     /// 206 - 0.88 age (Gulati et al. 2010, Circulation 122:130-137). Never below 0.
     double PredictedMaximum() const { return m_dMaximum; }
+    /// Whose equation that is, and whose the levels'.
+    char const* Source() const { return m_source; }
     /// Rest plus a share of the reserve between rest and maximum (Karvonen, Kentala & Mustala 1957,
     /// Ann Med Exp Biol Fenn 35:307-315): 85, 60 and 80 %. A rest above the maximum leaves no
     /// reserve.
@@ -31,4 +33,5 @@ private:
 
     double m_dMaximum;
     double m_dRest;
+    char const* m_source;
 };

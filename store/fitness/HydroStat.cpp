@@ -46,12 +46,13 @@ CHydroStat::CHydroStat(CBodyComp::sex const& sex, int const& age, double const& 
     m_dVolume = displaced - residual - kGutGas;
 }
 
-double CHydroStat::PercentFat(calcmethod const& method) const
+CBodyFat CHydroStat::Fat(calcmethod method) const
 {
     if (!(m_dVolume > 0)) {
-        return 0.0;
+        return {};
     }
     double const density = m_dWeight / m_dVolume;
-    return CBodyComp::Limited(
-        method == cmBrozek ? CBodyComp::Brozek(density) : CBodyComp::Siri(density));
+    return method == cmBrozek
+        ? CBodyFat{CBodyComp::Limited(CBodyComp::Brozek(density)), density, "Brozek"}
+        : CBodyComp::FromDensity(density, "Siri");
 }

@@ -21,7 +21,9 @@ public:
 
     /// Density from the volume of displaced water, less residual volume and 0.1 L of gut gas
     /// (Buskirk 1961). 0 when the volume comes out as none.
-    double PercentFat(calcmethod const& method) const;
+    double PercentFat(calcmethod const& method) const { return Fat(method).m_dPercent; }
+    /// The same with what it rests on.
+    CBodyFat Fat(calcmethod method) const;
 
 private:
     double m_dVolume; ///< of the body, litres

@@ -16,20 +16,16 @@ CTapeMsr::CTapeMsr(CBodyComp::sex const& sex, int const& age, double const& weig
 {
 }
 
-double CTapeMsr::PercentFat() const
-{
-    return CBodyComp::Limited(m_bMale ? Men() : Women());
-}
-
-double CTapeMsr::Men() const
+CBodyFat CTapeMsr::Men() const
 {
     // Penrose, Nelson & Fisher 1985.
     double const lean = 17.298 + 0.89946 * m_dWeight - 0.2783 * m_dAge + 0.002617 * m_dAge * m_dAge
         + 17.819 * m_dHeight / 100 - 0.6798 * (m_dWaist - m_dWrist);
-    return 100 * (m_dWeight - lean) / m_dWeight;
+    return {CBodyComp::Limited(100 * (m_dWeight - lean) / m_dWeight), 0.0,
+        "Penrose, Nelson and Fisher"};
 }
 
-double CTapeMsr::Women() const
+CBodyFat CTapeMsr::Women() const
 {
     // Where the parabola turns: past it a larger waist would lower the result.
     constexpr double kWidestWaist = 115.6448;
@@ -37,5 +33,5 @@ double CTapeMsr::Women() const
     // Tran & Weltman 1989.
     double const density = 1.168297 - 0.002824 * waist + 0.0000122098 * waist * waist
         - 0.000733128 * m_dHip + 0.000510477 * m_dHeight - 0.000216161 * m_dAge;
-    return CBodyComp::Siri(density);
+    return CBodyComp::FromDensity(density, "Tran and Weltman");
 }

@@ -13,11 +13,13 @@ public:
     /// Men, from weight, age, height, waist and wrist: Penrose, Nelson & Fisher 1985, Med Sci
     /// Sports Exerc 17(2):189. Women, from waist, hip, height and age: Tran & Weltman 1989, Med
     /// Sci Sports Exerc 21:101-104, with Siri.
-    double PercentFat() const;
+    double PercentFat() const { return Fat().m_dPercent; }
+    /// The same with what it rests on.
+    CBodyFat Fat() const { return m_bMale ? Men() : Women(); }
 
 private:
-    double Men() const;
-    double Women() const;
+    CBodyFat Men() const;
+    CBodyFat Women() const;
 
     bool m_bMale;
     double m_dAge;

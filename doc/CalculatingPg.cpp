@@ -1,0 +1,53 @@
+#include "doc/CalculatingPg.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+bool CCalculatingPg::Calculate()
+{
+    if (!Take()) {
+        return false;
+    }
+    ComputeAndShow();
+    return true;
+}
+
+bool CCalculatingPg::TakeFields()
+{
+    if (!Take()) {
+        return false;
+    }
+    if (m_bWhenLeft) {
+        ComputeAndShow();
+    }
+    return true;
+}
+
+bool CCalculatingPg::Take()
+{
+    if (!m_fields.Take() || !CheckFields()) {
+        return false;
+    }
+    m_fields.Commit();
+    return true;
+}
+
+void CCalculatingPg::ComputeAndShow()
+{
+    Compute();
+    m_fields.Show();
+}
+
+void CCalculatingPg::SetBasisLabel(QLabel& label)
+{
+    m_pBasis = &label;
+    auto const edits = findChildren<QLineEdit*>();
+    for (auto const* const edit : edits) {
+        connect(edit, &QLineEdit::textEdited, &label, &QLabel::clear);
+    }
+}
+
+void CCalculatingPg::ShowBasis(CBodyFat const& fat)
+{
+    m_pBasis->setText(BasisText(fat));
+}

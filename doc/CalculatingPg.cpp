@@ -47,7 +47,7 @@ void CCalculatingPg::SetBasisLabel(QLabel& label)
     }
 }
 
-void CCalculatingPg::ShowBasis(CBodyFat const& fat)
+void CCalculatingPg::ShowBasis(QString const& text)
 {
-    m_pBasis->setText(BasisText(fat));
+    m_pBasis->setText(text);
 }

@@ -24,7 +24,7 @@ protected:
     /// The line that tells what a result rests on, while that is what the fields show: the fields
     /// that were stated before change it back to nothing when they are typed into.
     void SetBasisLabel(QLabel& label);
-    void ShowBasis(CBodyFat const& fat);
+    void ShowBasis(QString const& text);
 
     /// From what the fields held to the results, which are members as well. Only told to with
     /// fields that were accepted.

@@ -101,6 +101,7 @@ public:
     void ShowMemberWorkouts();
     void FindWorkouts();
     bool AddEditEvaluation(CDAOEval* set);
+    bool DeleteEvaluation(CDAOEval const& set);
     bool EditEvaluationAt(std::int32_t memberID, QString const& date);
     bool DeleteEvaluationAt(std::int32_t memberID, QString const& date);
     void ShowMemberEvaluations();

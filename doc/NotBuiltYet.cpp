@@ -19,12 +19,6 @@ void CCorvanaDoc::ShowFoundWorkouts()
     TellNotBuiltYet();
 }
 
-bool CCorvanaDoc::AddEditEvaluation(CDAOEval*)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
 bool CCorvanaDoc::EditEvaluationAt(std::int32_t, QString const&)
 {
     TellNotBuiltYet();

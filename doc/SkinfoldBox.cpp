@@ -85,6 +85,6 @@ int CSkinfoldBox::Sites() const
 void CSkinfoldBox::ApplySites()
 {
     for (std::size_t i = 0; i < m_lstEdits.size(); ++i) {
-        m_lstEdits[i]->setReadOnly(!kSkinfoldSites[i].IsUsed(Sites(), m_bMale));
+        SetReadOnly(*m_lstEdits[i], !kSkinfoldSites[i].IsUsed(Sites(), m_bMale));
     }
 }

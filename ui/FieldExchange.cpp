@@ -80,6 +80,16 @@ void TakeDigitsOnly(QLineEdit& field)
     field.setValidator(new QRegularExpressionValidator(digits, &field));
 }
 
+void SetReadOnly(QLineEdit& field, bool readOnly)
+{
+    field.setReadOnly(readOnly);
+    QPalette own;
+    if (readOnly) {
+        own.setBrush(QPalette::Base, field.palette().brush(QPalette::Window));
+    }
+    field.setPalette(own);
+}
+
 void ShowText(QLineEdit& field, std::string const& value)
 {
     field.setText(ToQt(value));

@@ -23,6 +23,9 @@ class QWidget;
 
 /// The field takes no keys but digits.
 void TakeDigitsOnly(QLineEdit& field);
+/// The field takes no keys, or takes them again. Its text can be read and copied either way; it
+/// looks like the form around it as long as it takes none.
+void SetReadOnly(QLineEdit& field, bool readOnly);
 void ShowText(QLineEdit& field, std::string const& value);
 void ShowText(QPlainTextEdit& field, std::string const& value);
 std::string TakeText(QLineEdit const& field, std::string const& shown);

@@ -18,7 +18,7 @@ namespace
 
 void ShowResult(QLineEdit& edit)
 {
-    edit.setReadOnly(true);
+    SetReadOnly(edit, true);
     edit.setAlignment(Qt::AlignRight);
 }
 

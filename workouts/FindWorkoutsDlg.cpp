@@ -17,8 +17,8 @@ CFindWorkoutsDlg::CFindWorkoutsDlg(QWidget* parent)
     m_fields.Date(*m_ui->fromEdit, m_dtFrom);
     m_fields.Date(*m_ui->toEdit, m_dtTo);
     TakeDigitsOnly(*m_ui->memberIDEdit);
-    connect(
-        m_ui->allMembersRadio, &QRadioButton::toggled, m_ui->memberIDEdit, &QLineEdit::setReadOnly);
+    connect(m_ui->allMembersRadio, &QRadioButton::toggled, m_ui->memberIDEdit,
+        [this](bool all) { SetReadOnly(*m_ui->memberIDEdit, all); });
     connect(m_ui->oneMemberRadio, &QRadioButton::clicked, m_ui->memberIDEdit,
         qOverload<>(&QLineEdit::setFocus));
 }

@@ -1,6 +1,7 @@
 #include "platform/qt/PropertySheet.h"
 
 #include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -45,7 +46,7 @@ void FocusFirstField(QWidget const& page)
     for (auto* field = page.nextInFocusChain(); page.isAncestorOf(field);
          field = field->nextInFocusChain()) {
         if ((field->focusPolicy() & Qt::TabFocus) != 0 && field->isEnabled()) {
-            field->setFocus();
+            field->setFocus(Qt::TabFocusReason); // what stands in it is selected, to type over
             return;
         }
     }
@@ -114,6 +115,9 @@ void CPropertySheet::ChangeTo(int index)
         Open(index);
         m_nCurrent = index;
         m_pTabs->setCurrentIndex(index);
+        if (auto* const edit = qobject_cast<QLineEdit*>(focusWidget()); edit != nullptr) {
+            edit->selectAll(); // as if Tab had come to it
+        }
     }
 }
 

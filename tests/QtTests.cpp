@@ -3,32 +3,20 @@
 #include <QApplication>
 #include <QTest>
 
-#include <map>
 #include <memory>
-#include <string_view>
 
-namespace
+std::map<std::string_view, QObject* (*)()>& TestEntries()
 {
-
-std::map<std::string_view, CTestEntry::Make>& Entries()
-{
-    static std::map<std::string_view, CTestEntry::Make> entries;
+    static std::map<std::string_view, QObject* (*)()> entries;
     return entries;
-}
-
-} // namespace
-
-CTestEntry::CTestEntry(char const* name, Make make)
-{
-    Entries()[name] = make;
 }
 
 int main(int argc, char** argv)
 {
-    auto const entry = Entries().find(argc > 1 ? argv[1] : "");
-    if (entry == Entries().end()) {
+    auto const entry = TestEntries().find(argc > 1 ? argv[1] : "");
+    if (entry == TestEntries().end()) {
         qCritical("the first argument must name one of:");
-        for (auto const& [name, make] : Entries()) {
+        for (auto const& [name, make] : TestEntries()) {
             qCritical("  %s", name.data());
         }
         return 1;

@@ -1,24 +1,21 @@
 #pragma once
 
-class QObject;
+#include <QObject>
 
-/// Names a class of cases to the program of its folder, which runs one class at a time: the one
-/// named as its first argument, in an application with windows.
-class CTestEntry
-{
-public:
-    using Make = QObject* (*)();
+#include <map>
+#include <string_view>
 
-    CTestEntry(char const* name, Make make);
-};
+/// What makes the classes of cases of a folder's program, by their names. It runs one class at a
+/// time, the one named as its first argument, in an application with windows.
+std::map<std::string_view, QObject* (*)()>& TestEntries();
 
 /// Behind the class, in its source file: static CTestEntryOf<PromptsTest> const g_entry;
 template <typename Test>
-class CTestEntryOf : public CTestEntry
+class CTestEntryOf
 {
 public:
     CTestEntryOf()
-        : CTestEntry(Test::staticMetaObject.className(), []() -> QObject* { return new Test; })
     {
+        TestEntries()[Test::staticMetaObject.className()] = []() -> QObject* { return new Test; };
     }
 };

@@ -1,56 +1,15 @@
 #include "ui/Messages.h"
 
 #include "tests/QtTests.h"
+#include "tests/ui/DialogUser.h"
 #include "tests/ui/MessageRecorder.h"
 #include "ui/WaitCursor.h"
 
-#include <QComboBox>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QSpinBox>
-#include <QTest>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-
-/// Waits for a message box and calls action with it, once.
-class CBoxAnswerer : public QObject
-{
-public:
-    explicit CBoxAnswerer(std::function<void(QMessageBox&)> action)
-        : m_fnAction(std::move(action))
-    {
-        startTimer(5);
-    }
-
-protected:
-    void timerEvent(QTimerEvent* event) override
-    {
-        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (box != nullptr && box->isVisible()) {
-            killTimer(event->timerId());
-            m_fnAction(*box);
-            if (box->isVisible()) { // a check in the action failed before it answered
-                box->reject();
-            }
-        }
-    }
-
-private:
-    std::function<void(QMessageBox&)> const m_fnAction;
-};
-
-bool IsWaiting()
-{
-    auto const* const cursor = QGuiApplication::overrideCursor();
-    return cursor != nullptr && cursor->shape() == Qt::WaitCursor;
-}
-
-} // namespace
 
 class MessagesTest : public QObject
 {
@@ -64,58 +23,56 @@ private Q_SLOTS:
 
 void MessagesTest::showsWhatItIsTold()
 {
-    CBoxAnswerer const answerer([](QMessageBox& box) {
+    CDialogUser const user({[](QDialog& dialog) {
+        auto const& box = dynamic_cast<QMessageBox&>(dialog);
         QCOMPARE(box.windowTitle(), u"Corvana"_s);
         QCOMPARE(box.text(), u"Error: <b>no</b> markup"_s);
         QCOMPARE(box.textFormat(), Qt::PlainText);
         QCOMPARE(box.informativeText(), u"Disk is full."_s);
         QCOMPARE(box.icon(), QMessageBox::Warning);
-        QCOMPARE(box.buttons().size(), 1);
-        box.button(QMessageBox::Ok)->click();
-    });
+        QCOMPARE(box.standardButtons(), QMessageBox::Ok);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    }});
     Tell(nullptr, u"Error: <b>no</b> markup"_s, CMessageIcon::exclamation, u"Disk is full."_s);
-    CBoxAnswerer const next([](QMessageBox& box) {
-        QCOMPARE(box.icon(), QMessageBox::NoIcon);
-        QTest::keyClick(&box, Qt::Key_Return);
-    });
-    Tell(nullptr, u"Sorry"_s);
+    QCOMPARE(user.Faults(), QStringList());
 }
 
 void MessagesTest::returnsTheAnswer()
 {
-    struct Case
-    {
-        CQuestion question;
-        QMessageBox::StandardButton yes, no;
-        bool isReturnYes = true; ///< which of them is the default
-    };
-    for (auto const& [question, yes, no, isReturnYes] :
-        {Case{CQuestion::yesNo, QMessageBox::Yes, QMessageBox::No},
-            Case{CQuestion::destroying, QMessageBox::Yes, QMessageBox::No, false},
-            Case{CQuestion::okCancel, QMessageBox::Ok, QMessageBox::Cancel},
-            Case{CQuestion::retryCancel, QMessageBox::Retry, QMessageBox::Cancel}}) {
-        auto const answer = [](CQuestion asked, std::function<void(QMessageBox&)> const& action) {
-            CBoxAnswerer const answerer([&](QMessageBox& box) {
-                QCOMPARE(box.buttons().size(), 2);
-                action(box);
-            });
-            return Ask(nullptr, u"Are you sure?"_s, asked);
+    using CBox = QMessageBox;
+    auto const click = [](CBox::StandardButton which, CBox::StandardButtons buttons) {
+        return [=](QDialog& dialog) {
+            auto& box = dynamic_cast<CBox&>(dialog);
+            QCOMPARE(box.standardButtons(), buttons);
+            QCOMPARE(box.icon(), CBox::NoIcon);
+            box.button(which)->click();
         };
-        QVERIFY(answer(question, [yes](QMessageBox& box) { box.button(yes)->click(); }));
-        QVERIFY(!answer(question, [no](QMessageBox& box) { box.button(no)->click(); }));
-        auto const press
-            = [](Qt::Key key) { return [key](QMessageBox& box) { QTest::keyClick(&box, key); }; };
-        QVERIFY(!answer(question, press(Qt::Key_Escape)));
-        QCOMPARE(answer(question, press(Qt::Key_Return)), isReturnYes);
+    };
+    auto const press
+        = [](Qt::Key key) { return [key](QDialog& box) { QTest::keyClick(&box, key); }; };
+    for (auto const& [question, yes, no, isReturnYes] :
+        {std::tuple(CQuestion::yesNo, CBox::Yes, CBox::No, true),
+            {CQuestion::destroying, CBox::Yes, CBox::No, false},
+            {CQuestion::okCancel, CBox::Ok, CBox::Cancel, true},
+            {CQuestion::retryCancel, CBox::Retry, CBox::Cancel, true}}) {
+        CDialogUser const user({click(yes, yes | no), click(no, yes | no), press(Qt::Key_Escape),
+            press(Qt::Key_Return)});
+        for (bool const answer : {true, false, false, isReturnYes}) {
+            QCOMPARE(Ask(nullptr, u"Are you sure?"_s, question), answer);
+        }
+        QCOMPARE(user.Faults(), QStringList());
     }
 }
 
 void MessagesTest::putsTheWaitCursorAway()
 {
+    auto const isWaiting = [] {
+        auto const* const cursor = QGuiApplication::overrideCursor();
+        return cursor != nullptr && cursor->shape() == Qt::WaitCursor;
+    };
     CMessageRecorder messages;
-    bool waitingWhileShown = true;
     messages.m_fnWhileShown = [&] {
-        waitingWhileShown = IsWaiting();
+        QVERIFY(!isWaiting());
         CWaitCursor const nested; // what a handler behind the box may start and end
     };
     {
@@ -123,39 +80,36 @@ void MessagesTest::putsTheWaitCursorAway()
         {
             CWaitCursor const inner;
             Ask(nullptr, u"Go on?"_s);
-            QVERIFY(!waitingWhileShown);
         }
-        QVERIFY(IsWaiting());
+        QVERIFY(isWaiting());
     }
-    QVERIFY(!IsWaiting());
+    QVERIFY(!isWaiting());
     Tell(nullptr, u"Done"_s);
-    QVERIFY(!IsWaiting());
+    QVERIFY(!isWaiting());
+    QCOMPARE(messages.Texts(), (QStringList{u"Go on?"_s, u"Done"_s}));
 }
 
 void MessagesTest::refusesWithFocusAndSelection()
 {
+    CMessageRecorder const messages;
     QWidget window;
-    auto* const line = new QLineEdit(u"abc"_s, &window);
-    auto* const spin = new QSpinBox(&window);
-    spin->setValue(42);
-    auto* const combo = new QComboBox(&window);
-    combo->setEditable(true);
-    combo->setEditText(u"xyz"_s);
-    auto* const fixed = new QComboBox(&window);
+    QLineEdit line(u"abc"_s, &window);
+    QSpinBox spin(&window);
+    QComboBox combo(&window);
+    combo.setEditable(true);
+    combo.setEditText(u"xyz"_s);
+    QComboBox fixed(&window);
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
 
-    CMessageRecorder messages;
-    QVERIFY(!Refuse(spin, u"Enter an integer."_s));
-    QVERIFY(spin->hasFocus());
-    QCOMPARE(spin->findChild<QLineEdit*>()->selectedText(), u"42"_s);
-    QVERIFY(!Refuse(line, {}));
-    QVERIFY(line->hasFocus());
-    QCOMPARE(line->selectedText(), u"abc"_s);
-    Refuse(combo, {});
-    QCOMPARE(combo->lineEdit()->selectedText(), u"xyz"_s);
-    Refuse(fixed, {});
-    QVERIFY(fixed->hasFocus());
+    QVERIFY(!Refuse(&spin, u"Enter an integer."_s));
+    QVERIFY(spin.hasFocus());
+    QCOMPARE(spin.findChild<QLineEdit*>()->selectedText(), u"0"_s);
+    QVERIFY(!Refuse(&line, {}) && line.hasFocus());
+    QCOMPARE(line.selectedText(), u"abc"_s);
+    QVERIFY(!Refuse(&combo, {}) && combo.hasFocus());
+    QCOMPARE(combo.lineEdit()->selectedText(), u"xyz"_s);
+    QVERIFY(!Refuse(&fixed, {}) && fixed.hasFocus());
     QCOMPARE(messages.Texts(), QStringList{u"Enter an integer."_s});
 }
 

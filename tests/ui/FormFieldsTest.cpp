@@ -1,239 +1,376 @@
 #include "ui/FormFields.h"
 
-#include "platform/qt/DateField.h"
-#include "platform/qt/DropDown.h"
-#include "platform/qt/OneLineList.h"
-#include "platform/qt/SpinField.h"
-#include "platform/qt/TimeField.h"
 #include "tests/QtTests.h"
 #include "tests/ui/DialogUser.h"
+#include "tests/ui/FieldForm.h"
+#include "tests/ui/FileRecorder.h"
 #include "tests/ui/FormCheck.h"
 #include "tests/ui/MessageRecorder.h"
 #include "ui/ControlID.h"
+#include "ui/Convert.h"
+#include "ui/DateExchange.h"
+#include "ui/FieldExchange.h"
 #include "ui/NumberRows.h"
+#include "ui/TextLimit.h"
 
-#include <QCheckBox>
+#include <QClipboard>
 #include <QGridLayout>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QRadioButton>
-#include <QVBoxLayout>
+#include <QMetaProperty>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <array>
+#include <tuple>
+#include <vector>
 
 using namespace Qt::StringLiterals;
+using namespace std::string_literals;
 
-namespace
-{
-
-enum class CLevel : std::uint8_t
-{
-    low,
-    high
-};
-
-char const* LevelText(CLevel level)
-{
-    return level == CLevel::low ? "Low" : "High";
-}
-
-/// A form with a field of every kind, and the values behind them.
-class CForm : public QWidget
-{
-public:
-    std::string m_strName = "Ann";
-    std::string m_strNote = "a\nb";
-    std::string m_strState = "IL";
-    std::int16_t m_nStation = 40;
-    std::uint8_t m_nBonus = 3;
-    double m_dWeight = 61.234;
-    CEFOleDateTime m_dtDay = CEFOleDateTime(2026, 11, 16, 18, 5, 9);
-    CEFOleDateTime m_dtTime = CEFOleDateTime(2026, 11, 16, 18, 5, 9);
-    std::optional<CEFOleDateTime> m_dtFrom;
-    bool m_bMale = false;
-    std::optional<bool> m_bKnown;
-    int m_nSites = 4;
-    std::uint8_t m_nLevel = 1;
-
-    CFormFields m_fields;
-
-    CForm()
-    {
-        auto* const layout = new QVBoxLayout(this);
-        for (auto* const child : {&m_male, &m_female, &m_yes, &m_no}) {
-            (child == &m_male || child == &m_female ? m_sexes : m_answers)
-                .layout()
-                ->addWidget(child);
-        }
-        for (auto* const child : {&m_three, &m_four}) {
-            m_siteBox.layout()->addWidget(child);
-        }
-        m_state.addItems({u"AK"_s, u"IL"_s});
-        for (auto* const child :
-            std::initializer_list<QWidget*>{&m_name, &m_note, &m_state, &m_station, &m_bonus,
-                &m_weight, &m_day, &m_time, &m_from, &m_sexes, &m_answers, &m_siteBox, &m_level}) {
-            layout->addWidget(child);
-        }
-        m_fields.Text(m_name, m_strName, 5);
-        m_fields.Text(m_note, m_strNote, 5);
-        m_fields.Choice(m_state, m_strState);
-        m_fields.Number(m_station, m_nStation, {0, 999});
-        m_fields.Number(m_bonus, m_nBonus, {0, 99});
-        m_fields.Number(m_weight, m_dWeight, {20.0, 300.0}, 1);
-        m_fields.Date(m_day, m_dtDay);
-        m_fields.Time(m_time, m_dtTime);
-        m_fields.Date(m_from, m_dtFrom);
-        m_fields.Pair(m_male, m_female, m_bMale);
-        m_fields.Pair(m_yes, m_no, m_bKnown);
-        m_fields.Buttons<int>({{&m_three, 3}, {&m_four, 4}}, m_nSites);
-        m_fields.List(m_level, m_nLevel, CLevel::high, LevelText);
-    }
-
-    /// The values in one line.
-    QString Values() const
-    {
-        auto const from = m_dtFrom ? m_dtFrom->DateStrLongYear() : "-";
-        return QString::fromStdString(m_strName + "|" + m_strNote + "|" + m_strState + "|")
-            + u"%1|%2|%3|"_s.arg(m_nStation).arg(m_nBonus).arg(m_dWeight)
-            + QString::fromStdString(
-                m_dtDay.DateTimeStrLongYear() + "|" + m_dtTime.DateTimeStrLongYear() + "|" + from)
-            + u"|%1|%2|%3|%4"_s.arg(m_bMale)
-                  .arg(m_bKnown ? int(*m_bKnown) : -1)
-                  .arg(m_nSites)
-                  .arg(m_nLevel);
-    }
-
-    struct CBox : QWidget
-    {
-        CBox() { new QVBoxLayout(this); }
-    };
-    CBox m_sexes, m_answers, m_siteBox; // before what stands in them
-    QLineEdit m_name;
-    QPlainTextEdit m_note;
-    COneLineList m_state;
-    QLineEdit m_station;
-    CSpinField m_bonus;
-    QLineEdit m_weight;
-    CDateField m_day;
-    CTimeField m_time;
-    COptionalDateField m_from;
-    QRadioButton m_male, m_female, m_yes, m_no, m_three, m_four;
-    CDropDown m_level;
-};
-
-} // namespace
-
+/// The exchange between fields and what they edit, and the fields themselves.
 class FormFieldsTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
     void everyKindIsShownTakenAndCommitted();
     void whatAFieldCannotShowStays();
+    void datesPassUnchanged();
     void refusalsChangeNothing();
+    void numbersAreChecked();
+    void textsEndAtTheirLimit();
+    void textsAtTheirLimitCanBeEdited();
+    void buttonsStopAtTheEnds();
+    void theWheelChangesNothingInPassing();
+    void dropDownsTellWhenTheyClose();
+    void oneLineListShowsItsChoice();
+    void beginningsAreFound();
     void rowsRepeat();
+    void filesAreAskedForInOnePlace();
 };
+
+namespace
+{
+
+QString TextOf(QWidget const& field)
+{
+    return field.metaObject()->userProperty().read(&field).toString();
+}
+
+} // namespace
 
 void FormFieldsTest::everyKindIsShownTakenAndCommitted()
 {
-    CForm form;
-    form.m_fields.Show();
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
-    auto const shown = form.Values();
+    CFieldForm form;
+    CFieldValues const shown = form.Values();
     QCOMPARE(form.m_weight.text(), u"61.2"_s);
     QCOMPARE(form.m_time.text(), u"18:05:09"_s);
     QVERIFY(form.m_female.isChecked() && form.m_four.isChecked());
     QVERIFY(!form.m_yes.isChecked() && !form.m_no.isChecked());
-    QVERIFY(form.m_fields.Take());
-    form.m_fields.Commit();
-    QCOMPARE(form.Values(), shown);
 
+    Type(form.m_day, u"1/2/27"_s);
+    Type(form.m_time, u"6:07p"_s);
+    form.m_hasFrom.click();
+    Type(form.m_from.Field(), u"3-4-2025"_s);
     Type(form.m_name, u"Berta and more"_s);
     Type(form.m_note, u"c"_s);
     QTest::keyClick(&form.m_state, Qt::Key_Up);
-    Type(form.m_station, u"999"_s);
-    Type(form.m_bonus, u"0"_s);
+    Type(form.m_station, u"-9a9.9 "_s); // digits alone are taken
+    Type(form.m_bonus, u"-x7"_s);
     Type(form.m_weight, u"70.5"_s);
-    Type(form.m_day, u"1/2/27"_s);
-    Type(form.m_time, u"6:07p"_s);
-    Child<QCheckBox>(form.m_from, "check").click();
-    Type(Child<CDateField>(form.m_from, "field"), u"3-4-2025"_s);
     form.m_male.click();
     form.m_no.click();
     form.m_three.click();
     QTest::keyClick(&form.m_level, Qt::Key_Up);
     QVERIFY(form.m_fields.Take());
-    QCOMPARE(form.Values(), shown);
+    QVERIFY(form.Values() == shown);
     QCOMPARE(form.m_fields.Taken(form.m_nStation), std::int16_t(999));
     form.m_fields.Commit();
-    QCOMPARE(form.Values(),
-        u"Berta|c|AK|999|0|70.5|01/02/2027 00:00:00|11/16/2026 18:07:00|03/04/2025|1|0|3|0"_s);
+    CFieldValues const typed = {CEFOleDateTime(2027, 1, 2), CEFOleDateTime(2026, 11, 24, 18, 7, 0),
+        CEFOleDateTime(2025, 3, 4), "Berta", "c", "AL", 999, 7, 70.5, true, false, 3, 1};
+    QVERIFY(form.Values() == typed);
 
     form.m_bKnown.reset(); // shown again, as after a calculation
     form.m_dWeight = 80.0;
     form.m_fields.Show();
     QCOMPARE(form.m_weight.text(), u"80.0"_s);
     QVERIFY(!form.m_yes.isChecked() && !form.m_no.isChecked());
+    form.m_hasFrom.click();
+    form.m_day.SetMayBeEmpty(true);
+    form.m_day.clear();
+    QVERIFY(form.m_fields.Take());
+    QVERIFY(!form.m_fields.Taken(form.m_dtFrom));
+    QVERIFY(!form.m_fields.Taken(form.m_dtDay).ChkStatus());
 }
 
 void FormFieldsTest::whatAFieldCannotShowStays()
 {
-    CForm form;
+    CFieldForm form;
     form.m_strName = "longer than five, with \xff";
-    form.m_strNote = std::string("a\nb\0 and more", 14);
+    form.m_strNote = "a\nb\0 and more"s;
     form.m_nSites = 6;
     form.m_nLevel = 9;
-    form.m_dtDay = CEFOleDateTime::Invalid();
-    auto const stored = form.Values();
+    CFieldValues const stored = form.Values();
     form.m_fields.Show();
     QVERIFY(!form.m_three.isChecked() && !form.m_four.isChecked());
     QCOMPARE(form.m_level.currentIndex(), -1);
+    form.m_from.Field().setText(u"x"_s); // unchecked
     QVERIFY(form.m_fields.Take());
     form.m_fields.Commit();
-    QCOMPARE(form.Values(), stored);
+    QVERIFY(form.Values() == stored);
+    auto const text = "Zo\u00EB \u4E2D\0\U0001F3CB"s;
+    QCOMPARE(FromQt(ToQt(text)), text);
+}
+
+void FormFieldsTest::datesPassUnchanged()
+{
+    qputenv("TZ", "America/New_York");
+    CDateField date;
+    CTimeField time;
+    for (auto const& stored : {CEFOleDateTime(2026, 11, 16, 23, 59, 59),
+             CEFOleDateTime(2026, 3, 8, 2, 30, 0), // an hour that clocks skip in this zone
+             CEFOleDateTime(1899, 12, 29, 6, 0, 0), CEFOleDateTime(), CEFOleDateTime::Invalid(),
+             CEFOleDateTime(100, 1, 1), CEFOleDateTime(9999, 12, 31)}) {
+        QCOMPARE(FromQt(ToQt(stored)), stored);
+        ShowDate(date, stored);
+        ShowTime(time, stored);
+        QCOMPARE(date.text(),
+            stored.ChkStatus() ? QString::fromStdString(stored.DateStrLongYear()) : QString());
+        auto taken = stored;
+        QVERIFY(TakeDate(date, taken) && TakeTime(time, taken));
+        QCOMPARE(taken, stored);
+    }
 }
 
 void FormFieldsTest::refusalsChangeNothing()
 {
     CMessageRecorder const messages;
-    CForm form;
-    auto const stored = form.Values();
-    form.m_fields.Show();
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
+    CFieldForm form;
+    CFieldValues const stored = form.Values();
+    form.m_hasFrom.click();
     Type(form.m_name, u"Berta"_s);
-    for (auto const& [field, text, good, message] :
-        std::initializer_list<std::tuple<QWidget*, QString, QString, QString>>{
-            {&form.m_time, u"25"_s, u"18:05"_s, u"Enter a time, such as 18:05:09."_s},
-            {&form.m_day, u"13/1/2026"_s, u"1/13/2026"_s, u"Enter a date, such as 11/24/2026."_s},
-            {&form.m_weight, u"19.9"_s, u"20"_s, u"Enter a number between 20 and 300."_s},
-            {&form.m_bonus, u"100"_s, u"99"_s, u"Enter an integer between 0 and 99."_s},
-            {&form.m_station, u""_s, u"1"_s, u"Enter an integer."_s}}) {
+    using CRow = std::tuple<QWidget*, QString, QString>;
+    for (auto const& [field, text, message] :
+        {CRow(&form.m_weight, u"19.9"_s, u"Enter a number between 20 and 300."_s),
+            CRow(&form.m_bonus, u"100"_s, u"Enter an integer between 0 and 99."_s),
+            CRow(&form.m_station, {}, u"Enter an integer."_s),
+            CRow(&form.m_from.Field(), u"2/30/1999"_s, u"Enter a date, such as 11/24/2026."_s),
+            CRow(&form.m_time, u"25"_s, u"Enter a time, such as 18:05:09."_s),
+            CRow(&form.m_day, {}, u"Enter a date, such as 11/24/2026."_s)}) {
         Type(*field, text); // the one before in the form is refused first
         QVERIFY(!form.m_fields.Take());
         QCOMPARE(messages.Texts().constLast(), message);
         QVERIFY(field->hasFocus());
     }
-    QCOMPARE(form.Values(), stored);
+    QVERIFY(form.Values() == stored);
+}
+
+void FormFieldsTest::numbersAreChecked()
+{
+    CMessageRecorder const messages;
+    CFieldForm form;
+    auto& field = form.m_weight;
+    auto const check = [&](auto range, QString const& texts, QString const& message) {
+        for (auto const& text : texts.split(u'|')) {
+            auto taken = range.greatest;
+            auto const told = messages.Texts().size();
+            form.m_day.setFocus();
+            field.setText(text);
+            bool const isTaken = TakeNumber(field, range, taken);
+            QVERIFY2(isTaken == message.isEmpty(), qPrintable(text));
+            QCOMPARE(messages.Texts().sliced(told).join(u'|'), message);
+            QCOMPARE(double(taken), isTaken ? text.toDouble() : double(range.greatest));
+            QVERIFY(isTaken || (field.hasFocus() && field.selectedText() == text));
+        }
+    };
+    CRange<std::int32_t> const whole = {1, 999999999};
+    check(whole, u"999999999|1|0000000000012| 12 "_s, {});
+    check(whole, u"0|1000000000|99999999999999999999999|-3"_s,
+        u"Enter an integer between 1 and 999999999."_s);
+    check(whole, u"|-|12a|1.5|\u0663"_s, u"Enter an integer."_s);
+    CRange<double> const real = {0.0, 99.75};
+    check(real, u"99.75|0|.5"_s, {});
+    check(real, u"99.76|-.1"_s, u"Enter a number between 0 and 99.75."_s);
+    check(real, u"|.|1,5|1e3|nan|inf|0x10"_s, u"Enter a number."_s);
+}
+
+void FormFieldsTest::textsEndAtTheirLimit()
+{
+    auto const face = u"\U0001F600"_s;
+    auto const family = u"\U0001F468\u200D\U0001F469\u200D\U0001F467"_s;
+    auto const accents = u"A\u0308\u0301"_s;
+    struct CRow
+    {
+        int limit;
+        QString pasted;
+        QString inLine; ///< where letters are counted
+        QString inMemo; ///< where characters are
+    };
+    for (auto const& row :
+        {CRow{5, u"Annie"_s, u"Annie"_s, u"Annie"_s}, CRow{4, u"Annie"_s, u"Anni"_s, u"Anni"_s},
+            CRow{12, face.repeated(13), face.repeated(12), face.repeated(12)},
+            CRow{1, face + u"x"_s, face, face}, CRow{1, accents + u"x"_s, accents, {}},
+            CRow{4, u"a"_s + family + u"bcd"_s, u"a"_s + family + u"bc"_s, u"a"_s}}) {
+        QGuiApplication::clipboard()->setText(row.pasted);
+        auto const paste = [&](auto&& field, QString const& taken) {
+            LimitText(field, row.limit);
+            field.paste();
+            QTRY_COMPARE(TextOf(field), taken);
+            field.undo();
+            QCOMPARE(TextOf(field), QString());
+        };
+        paste(QLineEdit(), row.inLine);
+        paste(QPlainTextEdit(), row.inMemo);
+    }
+}
+
+void FormFieldsTest::textsAtTheirLimitCanBeEdited()
+{
+    auto const walk = [](auto&& field) {
+        LimitText(field, 10);
+        QTest::keyClicks(&field, u"0123456789ab"_s);
+        QCOMPARE(TextOf(field), u"0123456789"_s);
+        QTest::keySequence(
+            &field, {Qt::Key_Home, Qt::SHIFT | Qt::Key_Right, Qt::SHIFT | Qt::Key_Right});
+        QGuiApplication::clipboard()->setText(u"xyz"_s);
+        field.paste();
+        QTRY_COMPARE(TextOf(field), u"xy23456789"_s);
+        QTest::keyClicks(&field, u"c"_s);
+        QCOMPARE(TextOf(field), u"xy23456789"_s);
+        QTest::keyClick(&field, Qt::Key_Backspace);
+        QCOMPARE(TextOf(field), u"x23456789"_s);
+        field.undo();
+        QCOMPARE(TextOf(field), u"xy23456789"_s);
+        field.undo();
+        QCOMPARE(TextOf(field), u"0123456789"_s);
+        field.redo();
+        QCOMPARE(TextOf(field), u"xy23456789"_s);
+
+        // Stored by another program, longer than the field takes, with a byte that is no text.
+        auto const stored = "0123456789abcdef\xff"s;
+        auto const shown = u"0123456789abcdef\uFFFD"_s;
+        ShowText(field, stored);
+        QTest::keyClick(&field, Qt::Key_End);
+        QTest::keyClicks(&field, u"xy"_s);
+        field.paste();
+        QCoreApplication::processEvents();
+        QCOMPARE(TextOf(field), shown);
+        QCOMPARE(TakeText(field, stored), stored);
+        QTest::keyClicks(&field, u"\b\bx"_s);
+        QCOMPARE(TextOf(field), u"0123456789abcde"_s);
+        QCOMPARE(TakeText(field, stored), "0123456789abcde"s);
+        field.undo();
+        QCOMPARE(TextOf(field), shown);
+        QCOMPARE(TakeText(field, stored), stored);
+        field.selectAll();
+        QTest::keyClicks(&field, u"x"_s);
+        QCOMPARE(TextOf(field), u"x"_s);
+    };
+    walk(QLineEdit());
+    walk(QPlainTextEdit());
+}
+
+void FormFieldsTest::buttonsStopAtTheEnds()
+{
+    CFieldForm form;
+    for (auto const& [from, key, to] : {std::tuple(u"750"_s, Qt::Key_Down, u"99"_s),
+             {u"99"_s, Qt::Key_Up, u"99"_s}, {u"1"_s, Qt::Key_Down, u"0"_s},
+             {u"0"_s, Qt::Key_Down, u"0"_s}, {QString(), Qt::Key_Up, u"0"_s}}) {
+        Type(form.m_bonus, from);
+        QTest::keyClick(&form.m_bonus, key);
+        QCOMPARE(form.m_bonus.text(), to);
+    }
+}
+
+void FormFieldsTest::theWheelChangesNothingInPassing()
+{
+    CFieldForm form;
+    auto const turn = [](QWidget& widget) {
+        auto const centre = QPointF(widget.rect().center());
+        QWheelEvent event(
+            centre, widget.mapToGlobal(centre), {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&widget, &event);
+    };
+    form.m_name.setFocus();
+    for (auto* const widget : std::initializer_list<QWidget*>{
+             &form.m_level, &form.m_bonus, &form.m_day, form.m_state.viewport()}) {
+        turn(*widget);
+    }
+    QVERIFY(form.m_fields.Take());
+    form.m_fields.Commit();
+    QVERIFY(form.Values() == CFieldValues());
+    form.m_bonus.setFocus();
+    turn(form.m_bonus);
+    QCOMPARE(form.m_bonus.text(), u"4"_s);
+    form.m_day.setFocus();
+    turn(form.m_day);
+    QCOMPARE(form.m_day.text(), u"12/24/2026"_s);
+}
+
+void FormFieldsTest::dropDownsTellWhenTheyClose()
+{
+    CFieldForm form;
+    auto& list = form.m_level;
+    QStringList seen;
+    connect(&list, &CDropDown::Closed, &list, [&] { seen += list.currentText(); });
+    list.showPopup();
+    QTest::keyClick(list.view(), Qt::Key_Up);
+    QTest::keyClick(list.view(), Qt::Key_Up);
+    QCOMPARE(seen, QStringList());
+    QTest::keyClick(list.view(), Qt::Key_Return);
+    QTRY_COMPARE(seen, QStringList{u"0"_s});
+    list.showPopup();
+    QTest::keyClick(list.view(), Qt::Key_Escape);
+    QTRY_COMPARE(seen, (QStringList{u"0"_s, u"0"_s}));
+    QTest::keyClick(&list, Qt::Key_Down); // chosen while closed
+    list.setCurrentIndex(2);
+    QCoreApplication::processEvents();
+    QCOMPARE(seen, (QStringList{u"0"_s, u"0"_s, u"1"_s}));
+}
+
+void FormFieldsTest::oneLineListShowsItsChoice()
+{
+    CFieldForm form;
+    auto& list = form.m_state;
+    list.Select(-1);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton); // takes the focus and chooses nothing
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton);
+    QVERIFY(list.hasFocus());
+    QCOMPARE(list.SelectedText(), QString());
+    QTest::keyClicks(&list, u"i"_s);
+    QCOMPARE(list.SelectedText(), u"IL"_s);
+    QVERIFY(list.viewport()->rect().contains(list.visualItemRect(list.currentItem()).center()));
+    QTest::keyClick(&list, Qt::Key_Up);
+    QCOMPARE(list.SelectedText(), u"AL"_s);
+    list.verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    QCOMPARE(list.SelectedText(), u"IL"_s);
+    QTest::keyClick(&list, Qt::Key_Delete);
+    QCOMPARE(list.SelectedText(), QString());
+}
+
+void FormFieldsTest::beginningsAreFound()
+{
+    QComboBox list;
+    list.addItems({u"Wellness"_s, u"wells"_s, u"PE 101"_s, u"PE 10"_s, u"well"_s});
+    for (auto const& [text, row] : {std::pair(u"WELLS"_s, 1), {QString(), -1},
+             {u"pe 10"_s, 3}, // not the one that only begins so
+             {u"PE 1012"_s, -1}, {u"wel"_s, 0}}) {
+        QCOMPARE(SelectBeginning(list, text), row >= 0);
+        QCOMPARE(list.currentIndex(), row);
+    }
 }
 
 void FormFieldsTest::rowsRepeat()
 {
     QWidget form;
     form.setWindowTitle(u"Stations"_s);
-    auto* const grid = new QGridLayout(&form);
-    std::vector const ids = {1017, 1018, 1019, 1020};
-    auto const rows = BuildNumberRows(*grid,
+    QGridLayout grid(&form);
+    std::array const ids = {1017, 1018, 1019, 1020};
+    auto const rows = BuildNumberRows(grid,
         {.m_strName = u"station"_s,
             .m_nCount = 4,
             .m_nColumns = 2,
             .m_bSpin = true,
             .m_lstEditIDs = ids});
     NameRows(rows, {u"Leg Press"_s, u"Push & Pull"_s, u"Rowing"_s});
-    CFormFields fields;
-    std::array<std::int16_t, 4> values = {1, 2, 3, 4};
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        fields.Number(*rows[i].m_pSpin, values[i], {0, 999});
-    }
-    fields.Show();
     form.show();
     QVERIFY(QTest::qWaitForWindowActive(&form));
     QCOMPARE(FaultsOf(form), QStringList());
@@ -242,13 +379,26 @@ void FormFieldsTest::rowsRepeat()
     QVERIFY(!Child<QLabel>(form, "station4Label").isVisible());
     QCOMPARE(ControlID(&Child<QLineEdit>(form, "station3Edit")), 1019);
     QVERIFY(rows[2].m_pSpin->x() > rows[1].m_pSpin->x());
-    Child<CSpinField>(form, "station2Spin").setFocus();
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    rows[1].m_pSpin->setFocus();
+    QTest::keyClick(rows[1].m_pSpin, Qt::Key_Tab);
     QVERIFY(Child<CSpinField>(form, "station3Spin").hasFocus());
-    Type(*rows[2].m_pSpin, u"77"_s);
-    QVERIFY(fields.Take());
-    fields.Commit();
-    QCOMPARE(values, (std::array<std::int16_t, 4>{1, 2, 77, 4}));
+}
+
+void FormFieldsTest::filesAreAskedForInOnePlace()
+{
+    CFileQuestion const question{u"Restore"_s, u"/no/such"_s, u"Data Files (*.dat)"_s, false};
+    {
+        CFileRecorder recorder;
+        recorder.AnswerNext({u"/a.dat"_s});
+        QCOMPARE(AskForFile(nullptr, question), u"/a.dat"_s);
+        QCOMPARE(recorder.Questions().constFirst().m_strTitle, u"Restore"_s);
+    }
+    CDialogUser const user({[](QDialog& dialog) {
+        QCOMPARE(dialog.windowTitle(), u"Restore"_s);
+        dialog.reject();
+    }});
+    QCOMPARE(AskForFile(nullptr, question), QString());
+    QCOMPARE(user.Faults(), QStringList());
 }
 
 static CTestEntryOf<FormFieldsTest> const g_entry;

@@ -1,18 +1,21 @@
 #include "platform/qt/DateField.h"
-#include "platform/qt/TimeField.h"
-#include "tests/QtTests.h"
 
+#include "platform/qt/TimeField.h"
+#include "platform/qt/TypedDate.h"
+#include "tests/QtTests.h"
+#include "tests/ui/DialogUser.h"
+#include "tests/ui/FieldForm.h"
+#include "tests/ui/MessageRecorder.h"
+
+#include <QApplication>
 #include <QCalendarWidget>
-#include <QCheckBox>
 #include <QDialogButtonBox>
-#include <QHBoxLayout>
-#include <QLabel>
+#include <QMap>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
 #include <QToolButton>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -24,62 +27,11 @@ private Q_SLOTS:
     void readsWhatAClerkTypes();
     void readsTimes();
     void showsTheStandardFormOnceLeft();
-    void tellsWhenItIsLeftWrong();
+    void isRefusedWhenItIsLeftWrong();
     void keepsAMissingValueUntilItIsTouched();
     void keysChangeThePartAtTheCursor();
     void calendarChooses();
 };
-
-namespace
-{
-
-/// Three fields, another one and a button box in a window.
-class CForm : public QWidget
-{
-public:
-    CForm()
-    {
-        auto* const label = new QLabel(u"&Other"_s);
-        label->setBuddy(&m_other);
-        auto* const layout = new QHBoxLayout(this);
-        for (QWidget* const widget : std::initializer_list<QWidget*>{
-                 &m_date, &m_optional, &m_time, label, &m_other, &m_buttons}) {
-            layout->addWidget(widget);
-        }
-        m_date.SetDate({2026, 11, 24});
-        Show();
-    }
-
-    void Show()
-    {
-        show();
-        activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(this));
-        m_other.setFocus();
-        m_date.setFocus();
-    }
-
-    CDateField m_date;
-    COptionalDateField m_optional;
-    CTimeField m_time;
-    QLineEdit m_other;
-    QDialogButtonBox m_buttons{QDialogButtonBox::Ok | QDialogButtonBox::Cancel};
-};
-
-void Click(QWidget& widget)
-{
-    QTest::mouseClick(&widget, Qt::LeftButton, {}, {8, widget.height() / 2});
-}
-
-void Retype(QLineEdit& field, QString const& text)
-{
-    field.setFocus();
-    field.selectAll();
-    QTest::keyClick(&field, Qt::Key_Delete);
-    QTest::keyClicks(&field, text);
-}
-
-} // namespace
 
 void DateFieldTest::readsWhatAClerkTypes()
 {
@@ -143,90 +95,94 @@ void DateFieldTest::readsTimes()
 
 void DateFieldTest::showsTheStandardFormOnceLeft()
 {
-    CForm form; // gives the field the focus, and so selects what is in it
+    CFieldForm form; // gives the field the focus, and so selects what is in it
     QString typed;
     for (auto const letter : "1/2/2031"_ba) {
-        QTest::keyClick(&form.m_date, letter);
-        QCOMPARE(form.m_date.text(), typed += QLatin1Char(letter));
+        QTest::keyClick(&form.m_day, letter);
+        QCOMPARE(form.m_day.text(), typed += QLatin1Char(letter));
     }
-    QCOMPARE(form.m_date.Date(), QDate(2031, 1, 2));
-    form.m_other.setFocus(Qt::PopupFocusReason);
-    QCOMPARE(form.m_date.text(), typed);
-    form.m_date.setFocus();
-    form.m_other.setFocus();
-    QCOMPARE(form.m_date.text(), u"01/02/2031"_s);
-    Retype(form.m_time, u"6:05p"_s);
+    QCOMPARE(form.m_day.Date(), QDate(2031, 1, 2));
+    form.m_name.setFocus(Qt::PopupFocusReason);
+    QCOMPARE(form.m_day.text(), typed);
+    form.m_day.setFocus();
+    form.m_name.setFocus();
+    QCOMPARE(form.m_day.text(), u"01/02/2031"_s);
+    Type(form.m_time, u"6:05p"_s);
     QCOMPARE(form.m_time.text(), u"6:05p"_s);
     QTest::keyClick(&form.m_time, Qt::Key_Tab);
     QCOMPARE(form.m_time.text(), u"18:05:00"_s);
     QCOMPARE(form.m_time.Time(), QTime(18, 5));
 }
 
-void DateFieldTest::tellsWhenItIsLeftWrong()
+void DateFieldTest::isRefusedWhenItIsLeftWrong()
 {
-    CForm form;
-    auto& field = form.m_date;
-    auto const activateAnother = [] {
-        QWidget window;
-        window.show();
-        window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+    CMessageRecorder messages;
+    CFieldForm form;
+    auto& field = form.m_day;
+    auto const click = [](QWidget& widget) {
+        QTest::mouseClick(&widget, Qt::LeftButton, {}, {8, widget.height() / 2});
     };
-    auto const openCalendar = [&] {
-        QTest::keyClick(&field, Qt::Key_F4);
-        QApplication::activePopupWidget()->close();
+    auto const tabAndClose = [&] {
+        QTest::keyClick(&field, Qt::Key_Tab);
+        form.close();
     };
     std::vector<std::pair<bool, std::function<void()>>> const ways = {
         {true, [&] { QTest::keyClick(&field, Qt::Key_Tab); }},
-        {true, [&] { Click(form.m_other); }},
-        {true, [&] { QTest::keyClick(&form, Qt::Key_O, Qt::AltModifier); }},
-        {true, [&] { Click(*form.m_buttons.button(QDialogButtonBox::Ok)); }},
-        {false, [&] { Click(*form.m_buttons.button(QDialogButtonBox::Cancel)); }},
+        {true, [&] { click(form.m_time); }}, // wrong as well, and left by the refusal
+        {true, [&] { QTest::keyClick(&form, Qt::Key_N, Qt::AltModifier); }},
+        {true, [&] { click(*form.m_buttons.button(QDialogButtonBox::Ok)); }},
+        {false, [&] { click(*form.m_buttons.button(QDialogButtonBox::Cancel)); }},
         {false, [&] { QTest::keyClick(&field, Qt::Key_Tab, Qt::ShiftModifier); }}, // to Cancel
-        {false, [&] { form.m_other.setFocus(); }},
-        {false, openCalendar},
-        {false, activateAnother},
-        {false, [&] { form.hide(); }},
+        {false, [&] { form.m_name.setFocus(); }},
+        {false, tabAndClose},
     };
-    for (auto const& [told, leave] : ways) {
+    messages.m_fnWhileShown = [&] { QVERIFY(!field.hasFocus()); };
+    QStringList told;
+    Type(form.m_time, u"x"_s);
+    for (auto const& [isTold, leave] : ways) {
         form.Show();
-        Retype(field, u"13/1/2026"_s);
+        Type(field, u"13/1/2026"_s);
         QVERIFY(!field.IsGood() && !field.Date().isValid());
-        QSignalSpy const left(&field, &CPartsField::LeftWrong);
         leave();
-        QCOMPARE(left.size(), told ? 1 : 0);
+        QCOMPARE(messages.Texts(), told); // not in the middle of the click
+        told += isTold ? QStringList{u"Enter a date, such as 11/24/2026."_s} : QStringList();
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        QCOMPARE(messages.Texts(), told);
         QCOMPARE(field.text(), u"13/1/2026"_s);
+        QVERIFY(!isTold || (field.hasFocus() && field.selectedText() == field.text()));
     }
 }
 
 void DateFieldTest::keepsAMissingValueUntilItIsTouched()
 {
-    CForm form;
-    auto& field = form.m_date;
+    CMessageRecorder const messages;
+    CFieldForm form;
+    auto& field = form.m_day;
     field.SetDate({});
     QVERIFY(field.IsGood() && field.text().isEmpty());
-    Retype(field, u"x"_s);
+    Type(field, u"x"_s);
     QVERIFY(!field.IsGood());
-    Retype(field, {});
+    Type(field, {});
     QVERIFY(field.IsGood()); // again as it came
     field.SetDate({2026, 11, 24});
-    Retype(field, u" "_s);
+    Type(field, u" "_s);
     QVERIFY(!field.IsGood());
     field.SetMayBeEmpty(true);
     QVERIFY(field.IsGood());
 
-    auto& optional = form.m_optional.Field();
-    form.m_optional.SetDate(QDate(2026, 1, 2));
-    QSignalSpy const left(&optional, &CPartsField::LeftWrong);
-    Retype(optional, u"x"_s);
-    QVERIFY(!form.m_optional.IsGood());
-    Click(*form.m_optional.findChild<QCheckBox*>());
-    QVERIFY(!form.m_optional.Date() && form.m_optional.IsGood() && left.isEmpty());
+    form.m_from.SetDate(QDate(2026, 1, 2));
+    Type(form.m_from.Field(), u"x"_s);
+    QVERIFY(!form.m_from.IsGood());
+    QTest::mouseClick(&form.m_hasFrom, Qt::LeftButton, {}, {8, form.m_hasFrom.height() / 2});
+    QCoreApplication::processEvents();
+    QVERIFY(!form.m_from.Date() && form.m_from.IsGood());
+    QCOMPARE(messages.Texts(), QStringList());
 }
 
 void DateFieldTest::keysChangeThePartAtTheCursor()
 {
-    CForm form;
+    CFieldForm form;
     QMap<QChar, Qt::Key> const keys = {
         {u'u', Qt::Key_Up}, {u'd', Qt::Key_Down}, {u'n', Qt::Key_PageUp}, {u'p', Qt::Key_PageDown}};
     struct CRow
@@ -239,21 +195,21 @@ void DateFieldTest::keysChangeThePartAtTheCursor()
         QString selected;
     };
     std::vector<CRow> const rows = {
-        {form.m_date, u"1/31/2026"_s, -1, u"u"_s, u"02/28/2026"_s, u"02"_s},
-        {form.m_date, u"2/28/2026"_s, 0, u"dd"_s, u"01/28/2026"_s, u"01"_s},
-        {form.m_date, u"01/28/2026"_s, 4, u"uuuu"_s, u"01/31/2026"_s, u"31"_s},
-        {form.m_date, u"1/31/2026"_s, 3, u"nppp"_s, u"11/28/2025"_s, u"28"_s},
-        {form.m_date, u"2/29/2028"_s, 9, u"d"_s, u"02/28/2027"_s, u"2027"_s},
-        {form.m_date, u"2028-02-29"_s, 10, u"d"_s, u"02/28/2028"_s, u"28"_s},
-        {form.m_date, u"123199"_s, 1, u"d"_s, u"11/30/1999"_s, u"11"_s},
-        {form.m_date, u"123199"_s, 4, u"d"_s, u"12/30/1999"_s, u"30"_s},
-        {form.m_date, u"13/1/26"_s, 0, u"un"_s, u"13/1/26"_s, {}},
+        {form.m_day, u"1/31/2026"_s, -1, u"u"_s, u"02/28/2026"_s, u"02"_s},
+        {form.m_day, u"2/28/2026"_s, 0, u"dd"_s, u"01/28/2026"_s, u"01"_s},
+        {form.m_day, u"01/28/2026"_s, 4, u"uuuu"_s, u"01/31/2026"_s, u"31"_s},
+        {form.m_day, u"1/31/2026"_s, 3, u"nppp"_s, u"11/28/2025"_s, u"28"_s},
+        {form.m_day, u"2/29/2028"_s, 9, u"d"_s, u"02/28/2027"_s, u"2027"_s},
+        {form.m_day, u"2028-02-29"_s, 10, u"d"_s, u"02/28/2028"_s, u"28"_s},
+        {form.m_day, u"123199"_s, 1, u"d"_s, u"11/30/1999"_s, u"11"_s},
+        {form.m_day, u"123199"_s, 4, u"d"_s, u"12/30/1999"_s, u"30"_s},
+        {form.m_day, u"13/1/26"_s, 0, u"un"_s, u"13/1/26"_s, {}},
         {form.m_time, u"23:59:59"_s, 0, u"un"_s, u"23:59:59"_s, u"23"_s},
         {form.m_time, u"6:05p"_s, 5, u"d"_s, u"18:04:00"_s, u"04"_s},
         {form.m_time, u"00:00:01"_s, 8, u"dd"_s, u"00:00:00"_s, u"00"_s},
     };
     for (auto const& row : rows) {
-        Retype(row.field, row.text);
+        Type(row.field, row.text);
         row.cursor < 0 ? row.field.selectAll() : row.field.setCursorPosition(row.cursor);
         for (auto const key : row.keys) {
             QTest::keyClick(&row.field, keys[key]);
@@ -261,15 +217,15 @@ void DateFieldTest::keysChangeThePartAtTheCursor()
         QCOMPARE(row.field.text(), row.result);
         QCOMPARE(row.field.selectedText(), row.selected);
     }
-    Retype(form.m_date, {});
-    QTest::keyClick(&form.m_date, Qt::Key_Up);
-    QCOMPARE(form.m_date.Date(), QDate::currentDate());
+    Type(form.m_day, {});
+    QTest::keyClick(&form.m_day, Qt::Key_Up);
+    QCOMPARE(form.m_day.Date(), QDate::currentDate());
 }
 
 void DateFieldTest::calendarChooses()
 {
-    CForm form;
-    auto& field = form.m_date;
+    CFieldForm form;
+    auto& field = form.m_day;
     auto const open = [&] { return field.findChild<QCalendarWidget*>(u"calendar"_s); };
     auto const press = [&](Qt::Key key) {
         QTest::keyClick(QApplication::activePopupWidget()->focusWidget(), key);
@@ -290,7 +246,7 @@ void DateFieldTest::calendarChooses()
     field.undo();
     QCOMPARE(field.text(), u"11/24/2026"_s);
     field.clear();
-    form.m_other.setFocus();
+    form.m_name.setFocus();
     field.findChild<QToolButton*>()->click();
     QCOMPARE(open()->selectedDate(), QDate::currentDate());
     Q_EMIT open()->clicked({2027, 1, 2});

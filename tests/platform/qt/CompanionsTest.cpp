@@ -11,7 +11,10 @@
 #include <QTest>
 
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <memory>
+#include <string>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -45,11 +48,6 @@ private:
 
 namespace
 {
-
-bool Exists(std::string const& path)
-{
-    return access(path.c_str(), F_OK) == 0;
-}
 
 /// What any program does to take a name; false when another has it.
 bool Lock(CDescriptor const& file)
@@ -92,14 +90,14 @@ std::unique_ptr<QProcess> CompanionsTest::Run(CCompanion const& companion, char 
 void CompanionsTest::aNameIsTakenAsLongAsItsHolderLives()
 {
     auto const file = Path("corvana/Corvana.lock");
-    QVERIFY(!IsCORVAppRunning("Corvana", false) && !Exists(file));
+    QVERIFY(!IsCORVAppRunning("Corvana", false) && !std::filesystem::exists(file));
     {
         auto const other = Open(file);
         QVERIFY(Lock(other));
         QVERIFY(IsCORVAppRunning("Corvana", false) && IsCORVAppRunning("Corvana", true));
         QVERIFY(!IsCORVAppRunning("Another", false));
     }
-    QVERIFY(Exists(file) && !IsCORVAppRunning("Corvana", false));
+    QVERIFY(std::filesystem::exists(file) && !IsCORVAppRunning("Corvana", false));
     QVERIFY(Lock(Open(file))); // a look does not take the name
     QVERIFY(!IsCORVAppRunning("Corvana", true) && !IsCORVAppRunning("Corvana", true));
     QVERIFY(!Lock(Open(file)));
@@ -113,7 +111,7 @@ void CompanionsTest::namesAreNoPaths()
         QVERIFY2(!RuntimeFile(name, ".lock"), name.c_str());
         QVERIFY(!IsCORVAppRunning(name.c_str(), true));
     }
-    QVERIFY(!Exists(Path("Other.lock")));
+    QVERIFY(!std::filesystem::exists(Path("Other.lock")));
 }
 
 void CompanionsTest::onlyAFolderOfTheUserAloneIsUsed()
@@ -125,7 +123,8 @@ void CompanionsTest::onlyAFolderOfTheUserAloneIsUsed()
         QVERIFY(mode != 0 || symlink(folder.c_str(), Path("corvana").c_str()) == 0);
         std::string reason;
         QVERIFY(!RuntimeFolder(&reason) && reason.starts_with(Path("corvana: ")));
-        QVERIFY(!IsCORVAppRunning("Other", true) && !Exists(folder + "/Other.lock"));
+        QVERIFY(
+            !IsCORVAppRunning("Other", true) && !std::filesystem::exists(folder + "/Other.lock"));
     }
     // Nor is it looked for in a folder into which others can put one.
     auto const open = Path("open");
@@ -149,7 +148,8 @@ void CompanionsTest::aCompanionIsFoundAsLongAsItListens()
     QVERIFY(!QuitCompanion(kReportServer));
     auto const killed = Run(kReportServer);
     killed->kill();
-    QVERIFY(HasEnded(*killed) && Exists(Path(m_strSocket)) && !FindCompanion(kReportServer));
+    QVERIFY(HasEnded(*killed) && std::filesystem::exists(Path(m_strSocket))
+        && !FindCompanion(kReportServer));
 
     auto const busy = Run(kReportServer, "busy");
     QVERIFY(HasEnded(*Run(kReportServer))); // there is one copy
@@ -195,12 +195,9 @@ void CompanionsTest::aCompanionIsStartedFromTheFolderBeforeThePath()
 {
     auto const folder = Path("own folder");
     auto const start = [&](char const* content) {
-        QFile program(QString::fromStdString(folder + "/corvrpt"));
-        if (program.open(QIODevice::WriteOnly)) {
-            program.write(content);
-            program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        }
-        program.close();
+        auto const program = folder + "/corvrpt";
+        std::ofstream(program) << content;
+        chmod(program.c_str(), 0700);
         return StartCompanion(kReportServer, folder);
     };
     qputenv("PATH", "/usr/bin:/bin");

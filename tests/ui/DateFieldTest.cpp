@@ -15,6 +15,7 @@
 #include <QToolButton>
 
 #include <functional>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -35,13 +36,7 @@ private Q_SLOTS:
 
 void DateFieldTest::readsWhatAClerkTypes()
 {
-    struct CRow
-    {
-        QDate date;
-        CShortYear rule;
-        QString texts;
-    };
-    std::vector<CRow> const rows = {
+    std::vector<std::tuple<QDate, CShortYear, QString>> const rows = {
         {{1990, 10, 10}, CShortYear::nearest,
             u"10/10/1990|10101990|10 10 1990| 10-10-1990\r\n|10. 10. 1990"_s},
         {{1985, 3, 4}, CShortYear::nearest, u"3/4/1985|03.04.1985|3-04-1985|03041985|3/4/85"_s},
@@ -64,10 +59,10 @@ void DateFieldTest::readsWhatAClerkTypes()
             "0/1/2026|1/0/2026|2026-13-01|20261124|11242|1124202|112420266|11//24/2026|11/24/2026x|"
             "x11/24/2026|11/24/2026 18|today|1\u0661/24/2026|-1/24/2026"_s},
     };
-    for (auto const& row : rows) {
-        for (auto const& text : row.texts.split(u'|')) {
-            auto const date = ParseDate(text, {2026, 11, 25}, row.rule).value_or(QDate());
-            QVERIFY2(date == row.date, qPrintable(text));
+    for (auto const& [date, rule, texts] : rows) {
+        for (auto const& text : texts.split(u'|')) {
+            auto const read = ParseDate(text, {2026, 11, 25}, rule).value_or(QDate());
+            QVERIFY2(read == date, qPrintable(text));
         }
     }
 }
@@ -185,37 +180,30 @@ void DateFieldTest::keysChangeThePartAtTheCursor()
     CFieldForm form;
     QMap<QChar, Qt::Key> const keys = {
         {u'u', Qt::Key_Up}, {u'd', Qt::Key_Down}, {u'n', Qt::Key_PageUp}, {u'p', Qt::Key_PageDown}};
-    struct CRow
-    {
-        QLineEdit& field;
-        QString text;
-        int cursor; // -1: all of it is selected, as Tab does
-        QString keys;
-        QString result;
-        QString selected;
-    };
+    // The cursor at -1: all of the text is selected, as Tab does.
+    using CRow = std::tuple<QLineEdit*, QString, int, QString, QString, QString>;
     std::vector<CRow> const rows = {
-        {form.m_day, u"1/31/2026"_s, -1, u"u"_s, u"02/28/2026"_s, u"02"_s},
-        {form.m_day, u"2/28/2026"_s, 0, u"dd"_s, u"01/28/2026"_s, u"01"_s},
-        {form.m_day, u"01/28/2026"_s, 4, u"uuuu"_s, u"01/31/2026"_s, u"31"_s},
-        {form.m_day, u"1/31/2026"_s, 3, u"nppp"_s, u"11/28/2025"_s, u"28"_s},
-        {form.m_day, u"2/29/2028"_s, 9, u"d"_s, u"02/28/2027"_s, u"2027"_s},
-        {form.m_day, u"2028-02-29"_s, 10, u"d"_s, u"02/28/2028"_s, u"28"_s},
-        {form.m_day, u"123199"_s, 1, u"d"_s, u"11/30/1999"_s, u"11"_s},
-        {form.m_day, u"123199"_s, 4, u"d"_s, u"12/30/1999"_s, u"30"_s},
-        {form.m_day, u"13/1/26"_s, 0, u"un"_s, u"13/1/26"_s, {}},
-        {form.m_time, u"23:59:59"_s, 0, u"un"_s, u"23:59:59"_s, u"23"_s},
-        {form.m_time, u"6:05p"_s, 5, u"d"_s, u"18:04:00"_s, u"04"_s},
-        {form.m_time, u"00:00:01"_s, 8, u"dd"_s, u"00:00:00"_s, u"00"_s},
+        {&form.m_day, u"1/31/2026"_s, -1, u"u"_s, u"02/28/2026"_s, u"02"_s},
+        {&form.m_day, u"2/28/2026"_s, 0, u"dd"_s, u"01/28/2026"_s, u"01"_s},
+        {&form.m_day, u"01/28/2026"_s, 4, u"uuuu"_s, u"01/31/2026"_s, u"31"_s},
+        {&form.m_day, u"1/31/2026"_s, 3, u"nppp"_s, u"11/28/2025"_s, u"28"_s},
+        {&form.m_day, u"2/29/2028"_s, 9, u"d"_s, u"02/28/2027"_s, u"2027"_s},
+        {&form.m_day, u"2028-02-29"_s, 10, u"d"_s, u"02/28/2028"_s, u"28"_s},
+        {&form.m_day, u"123199"_s, 1, u"d"_s, u"11/30/1999"_s, u"11"_s},
+        {&form.m_day, u"123199"_s, 4, u"d"_s, u"12/30/1999"_s, u"30"_s},
+        {&form.m_day, u"13/1/26"_s, 0, u"un"_s, u"13/1/26"_s, {}},
+        {&form.m_time, u"23:59:59"_s, 0, u"un"_s, u"23:59:59"_s, u"23"_s},
+        {&form.m_time, u"6:05p"_s, 5, u"d"_s, u"18:04:00"_s, u"04"_s},
+        {&form.m_time, u"00:00:01"_s, 8, u"dd"_s, u"00:00:00"_s, u"00"_s},
     };
-    for (auto const& row : rows) {
-        Type(row.field, row.text);
-        row.cursor < 0 ? row.field.selectAll() : row.field.setCursorPosition(row.cursor);
-        for (auto const key : row.keys) {
-            QTest::keyClick(&row.field, keys[key]);
+    for (auto const& [field, text, cursor, pressed, result, selected] : rows) {
+        Type(*field, text);
+        cursor < 0 ? field->selectAll() : field->setCursorPosition(cursor);
+        for (auto const key : pressed) {
+            QTest::keyClick(field, keys[key]);
         }
-        QCOMPARE(row.field.text(), row.result);
-        QCOMPARE(row.field.selectedText(), row.selected);
+        QCOMPARE(field->text(), result);
+        QCOMPARE(field->selectedText(), selected);
     }
     Type(form.m_day, {});
     QTest::keyClick(&form.m_day, Qt::Key_Up);

@@ -197,28 +197,22 @@ void FormFieldsTest::textsEndAtTheirLimit()
     auto const face = u"\U0001F600"_s;
     auto const family = u"\U0001F468\u200D\U0001F469\u200D\U0001F467"_s;
     auto const accents = u"A\u0308\u0301"_s;
-    struct CRow
-    {
-        int limit;
-        QString pasted;
-        QString inLine; ///< where letters are counted
-        QString inMemo; ///< where characters are
+    auto const paste = [](auto&& field, int limit, QString const& taken) {
+        LimitText(field, limit);
+        field.paste();
+        QTRY_COMPARE(TextOf(field), taken);
+        field.undo();
+        QCOMPARE(TextOf(field), QString());
     };
-    for (auto const& row :
-        {CRow{5, u"Annie"_s, u"Annie"_s, u"Annie"_s}, CRow{4, u"Annie"_s, u"Anni"_s, u"Anni"_s},
-            CRow{12, face.repeated(13), face.repeated(12), face.repeated(12)},
-            CRow{1, face + u"x"_s, face, face}, CRow{1, accents + u"x"_s, accents, {}},
-            CRow{4, u"a"_s + family + u"bcd"_s, u"a"_s + family + u"bc"_s, u"a"_s}}) {
-        QGuiApplication::clipboard()->setText(row.pasted);
-        auto const paste = [&](auto&& field, QString const& taken) {
-            LimitText(field, row.limit);
-            field.paste();
-            QTRY_COMPARE(TextOf(field), taken);
-            field.undo();
-            QCOMPARE(TextOf(field), QString());
-        };
-        paste(QLineEdit(), row.inLine);
-        paste(QPlainTextEdit(), row.inMemo);
+    // A line counts letters, a memo characters.
+    for (auto const& [limit, pasted, inLine, inMemo] :
+        {std::tuple(5, u"Annie"_s, u"Annie"_s, u"Annie"_s), {4, u"Annie"_s, u"Anni"_s, u"Anni"_s},
+            {12, face.repeated(13), face.repeated(12), face.repeated(12)},
+            {1, face + u"x"_s, face, face}, {1, accents + u"x"_s, accents, QString()},
+            {4, u"a"_s + family + u"bcd"_s, u"a"_s + family + u"bc"_s, u"a"_s}}) {
+        QGuiApplication::clipboard()->setText(pasted);
+        paste(QLineEdit(), limit, inLine);
+        paste(QPlainTextEdit(), limit, inMemo);
     }
 }
 

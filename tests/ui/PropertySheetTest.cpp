@@ -7,9 +7,9 @@
 #include "ui/FieldExchange.h"
 
 #include <QFormLayout>
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QTabBar>
 #include <QTabWidget>
@@ -142,19 +142,13 @@ void PropertySheetTest::pagesAreNotCut()
 void PropertySheetTest::formCheckFindsFaults()
 {
     QWidget form;
-    QGridLayout layout(&form);
-    QLineEdit lower, upper;
-    QLabel label(u"&Name"_s), again(u"&Name"_s), cut(u"A text that is cut"_s);
+    QLabel label(u"&Name"_s, &form), again(u"&Name"_s, &form), cut(u"A text that is cut"_s, &form);
+    QLineEdit lower(&form), upper(&form);
+    QPushButton const silent(&form);
     label.setBuddy(&lower);
     again.setBuddy(&lower);
+    lower.move(0, 100);
     cut.setFixedWidth(10);
-    QPushButton silent;
-    layout.addWidget(&label, 0, 0);
-    layout.addWidget(&again, 1, 0);
-    layout.addWidget(&cut, 2, 0);
-    layout.addWidget(&lower, 1, 1);
-    layout.addWidget(&upper, 0, 1);
-    layout.addWidget(&silent, 2, 1);
     form.show();
     QCOMPARE(FaultsOf(form),
         (QStringList{u"the window has no title"_s, u"Alt+N stands in '&Name' and in '&Name'"_s,

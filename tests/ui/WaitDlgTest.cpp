@@ -1,5 +1,7 @@
 #include "ui/WaitDlg.h"
+
 #include "tests/QtTests.h"
+#include "tests/ui/DialogUser.h"
 #include "ui/ControlID.h"
 #include "ui/ProgressDlg.h"
 
@@ -22,11 +24,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-QProgressBar const& BarOf(CProgressDlg const& progress)
-{
-    return *progress.findChild<QProgressBar*>();
-}
 
 /// Takes a step, long enough after the one before for the bar to be brought up to date.
 void StepSlowly(CProgressDlg& progress)
@@ -71,7 +68,7 @@ void WaitDlgTest::isOnTheScreenAtOnce()
         QVERIFY(wait.windowFlags().testFlag(Qt::FramelessWindowHint));
         QVERIFY(!wait.windowTitle().isEmpty());
         QVERIFY(offset(wait, *m_window) <= 2); // the main window owns what nobody else does
-        auto const& text = *wait.findChild<QLabel*>();
+        auto const& text = Child<QLabel>(wait, "waitText");
         QCOMPARE(text.text(), u"Printing, please wait..."_s);
         QCOMPARE(ControlID(&text), 1302);
     }
@@ -80,8 +77,8 @@ void WaitDlgTest::isOnTheScreenAtOnce()
     dialog.show();
     CProgressDlg const progress(&dialog, u"Loading members, please wait..."_s, 10);
     QVERIFY(offset(progress, dialog) <= 2);
-    QCOMPARE(ControlID(progress.findChild<QLabel*>()), 1267);
-    QCOMPARE(ControlID(&BarOf(progress)), 1265);
+    QCOMPARE(ControlID(&Child<QLabel>(progress, "waitText")), 1267);
+    QCOMPARE(ControlID(&Child<QProgressBar>(progress, "progressBar")), 1265);
 }
 
 void WaitDlgTest::countsIn16Bits()
@@ -91,7 +88,7 @@ void WaitDlgTest::countsIn16Bits()
         {std::tuple(65535, 65535, 1, 2, 3), {65538, 2, 1, 2, 1}, {65536, 1, 0, 0, 0},
             {0, 1, 0, 0, 0}}) {
         CProgressDlg progress(nullptr, u"Loading members, please wait..."_s, count);
-        auto const& bar = BarOf(progress);
+        auto const& bar = Child<QProgressBar>(progress, "progressBar");
         QCOMPARE(bar.maximum(), maximum);
         QCOMPARE(bar.value(), 0);
         for (int const after : {afterOne, afterTwo, afterThree}) {
@@ -105,7 +102,8 @@ void WaitDlgTest::isNotPaintedAtEveryStep()
 {
     constexpr int kSteps = 100'000;
     CProgressDlg progress(nullptr, u"Loading members, please wait..."_s, kSteps);
-    QSignalSpy const changes(&BarOf(progress), &QProgressBar::valueChanged);
+    QSignalSpy const changes(
+        &Child<QProgressBar>(progress, "progressBar"), &QProgressBar::valueChanged);
     QElapsedTimer clock;
     clock.start();
     for (int step = 0; step < kSteps; ++step) {

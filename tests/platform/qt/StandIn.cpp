@@ -25,8 +25,6 @@ using namespace std::chrono_literals;
 namespace
 {
 
-timeval constexpr kWaitForMessage = {2, 0};
-
 bool Misbehaves(std::string_view how)
 {
     auto const* const variable = std::getenv("CORVANA_STANDIN");
@@ -63,7 +61,8 @@ void Answer(CDescriptor const& client, std::string_view text)
 /// whether it asked to quit.
 bool Serve(CDescriptor const& client, std::string const& name)
 {
-    setsockopt(client.Get(), SOL_SOCKET, SO_RCVTIMEO, &kWaitForMessage, sizeof kWaitForMessage);
+    timeval constexpr patience = {2, 0};
+    setsockopt(client.Get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
     std::array<char, kMaxCompanionMessage> buffer = {};
     for (;;) {
         auto const count = recv(client.Get(), buffer.data(), buffer.size(), 0);

@@ -59,6 +59,7 @@ QString TextOf(QWidget const& field)
 
 void FormFieldsTest::everyKindIsShownTakenAndCommitted()
 {
+    CMessageRecorder const messages;
     CFieldForm form;
     CFieldValues const shown = form.Values();
     QCOMPARE(form.m_weight.text(), u"61.2"_s);

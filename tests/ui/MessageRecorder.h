@@ -23,18 +23,12 @@ public:
     std::function<void()> m_fnWhileShown;
 
     QList<CMessage> const& Messages() const { return m_lstMessages; }
-    QStringList Texts() const
-    {
-        QStringList texts;
-        for (auto const& message : m_lstMessages) {
-            texts += message.m_strText;
-        }
-        return texts;
-    }
+    QStringList Texts() const { return m_lstTexts; }
 
     bool Show(QWidget*, CMessage const& message) override
     {
         m_lstMessages += message;
+        m_lstTexts += message.m_strText;
         if (m_fnWhileShown) {
             m_fnWhileShown();
         }
@@ -44,5 +38,6 @@ public:
 private:
     CMessageShower* const m_pBefore;
     QList<CMessage> m_lstMessages;
+    QStringList m_lstTexts;
     QList<bool> m_lstAnswers;
 };

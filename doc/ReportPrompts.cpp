@@ -170,6 +170,7 @@ std::optional<CTwoRows> AskTwo(
     for (auto const& row : rows) {
         dates += ToQt(row.m_dtDate.DateStrLongYear());
     }
+    CWaitCursorPause const pause;
     CCompareDlg dialog(texts, dates, doc.Window());
     dialog.m_nSecond = 1;
     if (dialog.exec() != QDialog::Accepted) {
@@ -188,11 +189,13 @@ bool AskRecords(CCorvanaDoc& doc, CReportJob& job, Set& set, Find const& find,
     if (!AskMember(doc, job)) {
         return false;
     }
-    std::optional<CWaitCursor> wait(std::in_place);
+    CWaitCursor const wait;
     CSetCloser const close(set);
+    auto const unread
+        = [&] { return Stop(doc, texts.m_strUnread.arg(job.m_nParam), set.LastStatus()); };
     auto const rows = ReadRows(set, find(job.m_nParam), date);
     if (!set.LastStatus()) {
-        return Stop(doc, texts.m_strUnread.arg(job.m_nParam), set.LastStatus());
+        return unread();
     }
     if (rows.empty()) {
         return Stop(doc, texts.m_strNone.arg(job.m_nParam));
@@ -204,17 +207,15 @@ bool AskRecords(CCorvanaDoc& doc, CReportJob& job, Set& set, Find const& find,
     if (rows.size() == 1) {
         return Stop(doc, texts.m_strOnlyOne.arg(job.m_nParam));
     }
-    wait.reset();
     auto const chosen = AskTwo(doc, rows, texts.m_compare);
     if (!chosen) {
         return false;
     }
-    wait.emplace();
-    // Another program may have deleted a record while the dialog was open.
+    // As they are stored now: another program may have deleted one since they were shown.
     for (auto const& [row, taken] :
         {std::pair(chosen->first, &job.m_dtFrom), {chosen->second, &job.m_dtTo}}) {
         if (!set.MoveSet(row.m_nPosition)) {
-            return Stop(doc, texts.m_strGone, set.LastStatus());
+            return set.LastStatus() ? Stop(doc, texts.m_strGone) : unread();
         }
         *taken = set.*date;
     }

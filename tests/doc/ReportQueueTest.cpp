@@ -94,6 +94,7 @@ Step Compare(int first, int second)
     return [first, second](QDialog& dialog) {
         SelectRow(dialog, "firstList", first);
         SelectRow(dialog, "secondList", second);
+        QVERIFY(QGuiApplication::overrideCursor() == nullptr); // nobody waits
         ClickOk(dialog);
     };
 }
@@ -251,8 +252,8 @@ void ReportQueueTest::whatCannotBeReportedIsTold()
             type + 1, Member(13), u"Only one %1 is recorded for Member ID 13."_s.arg(kind), false);
     }
     RunOnMembers("PRAGMA legacy_alter_table = ON");
-    for (std::string const table : {"workouts", "classes", "evaluations", "body_compositions"}) {
-        RunOnMembers("ALTER TABLE " + table + " RENAME TO lost_" + table);
+    for (auto const* const table : {"workouts", "classes", "evaluations", "body_compositions"}) {
+        RunOnMembers(std::string("ALTER TABLE ").append(table).append(" RENAME TO lost_") + table);
     }
     auto const unread = u"Error: the %1 could not be read."_s;
     tells(5, day, unread.arg(u"workouts of 11/04/2026"_s), true);
@@ -341,7 +342,7 @@ void ReportQueueTest::twoRecordsAreAskedFor()
 {
     for (auto const& [type, kind, article] :
         {std::tuple(10, u"evaluation"_s, u"an"_s), {12, u"body composition"_s, u"a"_s}}) {
-        auto const refuses = [&](QDialog& dialog) {
+        auto const refuses = [this, kind = kind, article = article](QDialog& dialog) {
             auto const isRefused = [&](QString const& message, QWidget const& focus) {
                 Child<QDialogButtonBox>(dialog, "buttonBox").setFocus();
                 ClickOk(dialog);

@@ -1,11 +1,5 @@
-#include "doc/CorvanaDoc.h"
-
 #include "tests/QtTests.h"
-#include "tests/doc/TestApp.h"
-#include "tests/doc/TestCentre.h"
-#include "tests/ui/MessageRecorder.h"
-
-#include <QTest>
+#include "tests/doc/TestDesk.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,113 +8,93 @@ class CorvanaDocTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void loadsTheConfiguration();
-    void stopsAtTheFirstEmptyTable();
-    void saysWhyAFileCannotBeRead();
+    void saysWhatCannotBeLoaded();
     void takesTheDefaultClassAsFarAsItGoes();
     void startsTheReportServerIfWanted();
 };
 
 void CorvanaDocTest::loadsTheConfiguration()
 {
-    CTestCentre const centre;
+    CTestDesk desk;
     CTestCentre::Run("INSERT INTO lift_stations (name, least_lift, greatest_lift) "
                      "VALUES ('Leg Curl', 10, 250)");
-    CMessageRecorder const messages;
-    CTestApp app;
-    CCorvanaDoc doc(app);
+    auto& doc = desk.m_doc;
     QVERIFY(doc.OnNewDocument());
-    QVERIFY(messages.Texts().isEmpty());
-    QCOMPARE(doc.m_circuit.m_nNumStations, 1);
-
+    QVERIFY(desk.m_messages.Texts().isEmpty());
+    QVERIFY(desk.m_app.m_lstCalls.isEmpty()); // the option of the report server is off
     // The sets are closed, and their values still there.
     QCOMPARE(doc.m_setCenter.m_strCenterName, "Riverside Fitness Center");
     QCOMPARE(doc.m_setTouch.m_clrFrame, 0x784A16U);
     QCOMPARE(doc.m_setDef.m_nDefGradeStat, 1);
-    for (CDAOEFSet* const set : {static_cast<CDAOEFSet*>(&doc.m_setCenter),
-             static_cast<CDAOEFSet*>(&doc.m_setTouch), static_cast<CDAOEFSet*>(&doc.m_setDef),
-             static_cast<CDAOEFSet*>(&doc.m_setBon), static_cast<CDAOEFSet*>(&doc.m_setCat)}) {
+    for (CDAOEFSet const* const set :
+        std::initializer_list<CDAOEFSet const*>{&doc.m_setCenter, &doc.m_setTouch, &doc.m_setDef,
+            &doc.m_setBon, &doc.m_setCat, &doc.m_setCour, &doc.m_setSec}) {
         QVERIFY(set->IsEOF() != 0);
     }
     QCOMPARE(doc.m_lstStnNames, (std::vector<std::string>{"Leg Press", "Chest Press", "Rowing"}));
     QCOMPARE(doc.m_lstStnAbbrs, (std::vector<std::string>{"LP", "CP", "RW"}));
-    QVERIFY(app.m_lstCalls.isEmpty()); // the option is off
+    QCOMPARE(doc.m_circuit.m_nNumStations, 1);
 }
 
-void CorvanaDocTest::stopsAtTheFirstEmptyTable()
+void CorvanaDocTest::saysWhatCannotBeLoaded()
 {
-    CTestCentre const centre;
+    CTestDesk desk;
+    desk.m_app.m_options = {CAppOption::reportServer};
     auto const unread = u"Error: could not retrieve data from %1 recordset."_s;
-    for (auto const& [table, message] :
+    for (auto const& [table, text] :
         {std::pair("categories", u"Error: could not set default class."_s),
             {"stations", unread.arg(u"station"_s)}, {"bonuses", unread.arg(u"bonus"_s)},
             {"defaults", unread.arg(u"defaults"_s)}, {"touch", unread.arg(u"touch screen"_s)},
             {"center", unread.arg(u"center"_s)}}) {
         CTestCentre::Run(std::string("DELETE FROM ").append(table)); // those behind it stay empty
-        CMessageRecorder const messages;
-        CTestApp app;
-        app.m_options = {CAppOption::reportServer};
-        CCorvanaDoc doc(app);
-        QVERIFY(!doc.OnNewDocument());
-        QCOMPARE(messages.Texts(), QStringList{message});
-        QCOMPARE(messages.Messages()[0].m_icon, CMessageIcon::exclamation);
-        QVERIFY(messages.Messages()[0].m_strDetail.isEmpty()); // it is no failure to read
-        QVERIFY(app.m_lstCalls.isEmpty());
-        QVERIFY(doc.m_setCenter.IsEOF() != 0);
+        QVERIFY(!desk.m_doc.OnNewDocument());
+        auto const& message = desk.m_messages.Messages().constLast();
+        QCOMPARE(message.m_strText, text);
+        QCOMPARE(message.m_icon, CMessageIcon::exclamation);
+        QVERIFY(message.m_strDetail.isEmpty()); // it is no failure to read
     }
-}
-
-void CorvanaDocTest::saysWhyAFileCannotBeRead()
-{
-    CTestCentre const centre;
     CDatabaseSession::Get().ShutDown();
-    std::filesystem::remove(centre.Folder() / "center.mdb");
-    CMessageRecorder const messages;
-    CTestApp app;
-    CCorvanaDoc doc(app);
-    QVERIFY(!doc.OnNewDocument());
-    QCOMPARE(
-        messages.Texts(), QStringList{u"Error: could not retrieve data from center recordset."_s});
-    QVERIFY(messages.Messages()[0].m_strDetail.contains(u"center.mdb"_s));
-    QVERIFY(!std::filesystem::exists(centre.Folder() / "center.mdb"));
+    auto const file = desk.m_centre.Folder() / "center.mdb";
+    std::filesystem::remove(file);
+    QVERIFY(!desk.m_doc.OnNewDocument());
+    QVERIFY(desk.m_messages.Messages().constLast().m_strDetail.contains(u"center.mdb"_s));
+    QVERIFY(!std::filesystem::exists(file));
+    QCOMPARE(desk.m_messages.Messages().size(), 7);
+    QVERIFY(desk.m_app.m_lstCalls.isEmpty());
+    QVERIFY(desk.m_doc.m_setCenter.IsEOF() != 0);
 }
 
 void CorvanaDocTest::takesTheDefaultClassAsFarAsItGoes()
 {
-    for (auto const& [remove, expected] :
+    CTestDesk desk;
+    auto& doc = desk.m_doc;
+    for (auto const& [remove, expected] : // each leaves what those before it did
         {std::pair("center WHERE 0", "Staff|Wellness|Morning"), {"sections", "Staff|Wellness|"},
             {"courses WHERE number = 9", "Staff||"}, // though another category has one
             {"categories WHERE number = 7", "Students|PE 101|"}}) {
-        CTestCentre const centre;
         CTestCentre::Run(std::string("DELETE FROM ").append(remove));
-        CTestApp app;
-        CCorvanaDoc doc(app);
-        doc.m_strDefSection = "left over";
         QVERIFY(doc.SetDefaultClass());
-        QCOMPARE(doc.m_strDefCategory + "|" + doc.m_strDefCourse + "|" + doc.m_strDefSection,
-            std::string(expected));
+        QCOMPARE(
+            doc.m_strDefCategory + "|" + doc.m_strDefCourse + "|" + doc.m_strDefSection, expected);
     }
 }
 
 void CorvanaDocTest::startsTheReportServerIfWanted()
 {
     auto const error = u"Error: the report server application failed to initialize on this PC."_s;
-    CTestCentre const centre;
-    for (bool const starts : {true, false}) {
-        CMessageRecorder messages;
-        CTestApp app;
-        app.m_options = {CAppOption::reportServer};
-        app.m_bReportServerStarts = starts;
-        CCorvanaDoc doc(app);
-        QVERIFY(doc.OnNewDocument());
-        QCOMPARE(app.m_lstCalls, QStringList{u"StartReportServer"_s});
-        QCOMPARE(messages.Texts(), starts ? QStringList() : QStringList{error});
-        QVERIFY(starts || messages.Messages()[0].m_icon == CMessageIcon::exclamation);
-
-        doc.StartReportServer(); // the command says how it went in any case
-        QCOMPARE(messages.Texts().constLast(),
-            starts ? u"Report Server is running on this PC."_s : error);
-        QCOMPARE(messages.Messages().constLast().m_icon, CMessageIcon::none);
-    }
+    CTestDesk desk;
+    desk.m_app.m_options = {CAppOption::reportServer};
+    QVERIFY(desk.m_doc.OnNewDocument());
+    QCOMPARE(desk.m_app.m_lstCalls, QStringList{u"StartReportServer"_s});
+    QVERIFY(desk.m_messages.Texts().isEmpty());
+    desk.m_doc.StartReportServer(); // the command says how it went in any case
+    desk.m_app.m_bReportServerStarts = false;
+    desk.m_doc.StartReportServer();
+    QVERIFY(desk.m_doc.OnNewDocument());
+    QCOMPARE(desk.m_messages.Texts(),
+        (QStringList{u"Report Server is running on this PC."_s, error, error}));
+    QCOMPARE(desk.m_messages.Messages()[1].m_icon, CMessageIcon::none);
+    QCOMPARE(desk.m_messages.Messages()[2].m_icon, CMessageIcon::exclamation);
 }
 
 static CTestEntryOf<CorvanaDocTest> const g_entry;

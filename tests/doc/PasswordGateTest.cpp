@@ -1,11 +1,7 @@
-#include "doc/CorvanaDoc.h"
 #include "tests/QtTests.h"
-#include "tests/doc/TestApp.h"
-#include "tests/doc/TestCentre.h"
-#include "tests/ui/DialogUser.h"
+#include "tests/doc/TestDesk.h"
 #include "tests/ui/FormCheck.h"
 #include "tests/ui/LargeFont.h"
-#include "tests/ui/MessageRecorder.h"
 
 #include <QAccessible>
 #include <QLineEdit>
@@ -15,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-QLineEdit& Field(QDialog& dialog)
+QLineEdit& Field(QDialog const& dialog)
 {
     return Child<QLineEdit>(dialog, "passwordEdit");
 }
@@ -36,60 +32,45 @@ class PasswordGateTest : public QObject
 private Q_SLOTS:
     void opensForTheRightPasswordAlone();
     void neverShowsTheText();
-
-private:
-    CTestCentre m_centre;
-    CTestApp m_app;
 };
 
 void PasswordGateTest::opensForTheRightPasswordAlone()
 {
-    CCorvanaDoc doc(m_app);
-    QVERIFY(doc.m_setCenter.SetPassword("Open sesame"));
-    auto const wrong = u"Sorry, you have entered an incorrect password"_s;
-    auto const cancel = [](QDialog& dialog) { ClickCancel(dialog); };
+    CTestDesk desk;
+    QVERIFY(desk.m_doc.m_setCenter.SetPassword("Open sesame"));
+    // Whether it opens, after how many questions whether to retry, of which those are answered.
+    auto const gate = [&](QList<CDialogUser::Step> const& steps, QList<bool> const& retries = {}) {
+        CMessageRecorder messages;
+        messages.AnswerNext(retries);
+        bool const opens = desk.Use(steps, [&] { return desk.m_doc.VerifyPassword(); });
+        for (auto const& message : messages.Messages()) {
+            [&] {
+                QCOMPARE(message.m_strText, u"Sorry, you have entered an incorrect password"_s);
+                QVERIFY(message.m_bQuestion && message.m_question == CQuestion::retryCancel);
+                QVERIFY(message.m_icon == CMessageIcon::none);
+            }();
+        }
+        return std::pair(opens, messages.Messages().size());
+    };
+    auto const right = Enter(u"Open sesame"_s);
     auto const tryAgain = [](QDialog& dialog) {
-        QCOMPARE(Field(dialog).text(), u"nearly right"_s);
         QTRY_VERIFY(Field(dialog).hasFocus());
         QCOMPARE(Field(dialog).selectedText(), u"nearly right"_s);
         ClickCancel(dialog);
     };
-    struct Case
-    {
-        QList<CDialogUser::Step> steps;
-        QList<bool> retries;
-        qsizetype messages = 0;
-        bool opens = false;
-    };
-    for (auto const& [steps, retries, count, opens] : {
-             Case{{Enter(u"Open sesame"_s)}, {}, 0, true},
-             Case{{cancel}, {}, 0, false},
-             Case{{Enter(u"open sesame"_s), Enter(u""_s), Enter(u"Open sesame"_s)}, {true, true}, 2,
-                 true},
-             Case{{Enter(u"a"_s), Enter(u"b"_s), Enter(u"c"_s)}, {true, true, false}, 3, false},
-             Case{{Enter(u"nearly right"_s), tryAgain}, {true}, 1, false},
-         }) {
-        CMessageRecorder messages;
-        messages.AnswerNext(retries);
-        CDialogUser const user(steps);
-        QCOMPARE(doc.VerifyPassword(), opens);
-        QCOMPARE(user.Faults(), QStringList());
-        QCOMPARE(messages.Texts(), QStringList(count, wrong));
-        for (auto const& message : messages.Messages()) {
-            QVERIFY(message.m_bQuestion && message.m_question == CQuestion::retryCancel);
-            QVERIFY(message.m_icon == CMessageIcon::none);
-        }
-    }
+    using Result = std::pair<bool, qsizetype>;
+    QCOMPARE(gate({right}), Result(true, 0));
+    QCOMPARE(gate({ClickCancel}), Result(false, 0));
+    QCOMPARE(gate({Enter(u"open sesame"_s), Enter({}), right}, {true, true}), Result(true, 2));
+    QCOMPARE(gate({Enter(u"a"_s), Enter(u"b"_s)}, {true, false}), Result(false, 2));
+    QCOMPARE(gate({Enter(u"nearly right"_s), tryAgain}, {true}), Result(false, 1));
     CTestCentre::Run("UPDATE center SET password_hash = 'damaged'");
-    CMessageRecorder const messages;
-    CDialogUser const user({Enter(u"Open sesame"_s)});
-    QVERIFY(!doc.VerifyPassword());
-    QCOMPARE(messages.Texts(), QStringList{wrong});
+    QCOMPARE(gate({right}), Result(false, 1));
 }
 
 void PasswordGateTest::neverShowsTheText()
 {
-    CCorvanaDoc doc(m_app);
+    CTestDesk desk;
     auto const look = [](QDialog& dialog) {
         Type(Field(dialog), u"secret"_s);
         auto* const access = QAccessible::queryAccessibleInterface(&Field(dialog));
@@ -100,11 +81,9 @@ void PasswordGateTest::neverShowsTheText()
         QCOMPARE(FaultsOf(dialog), QStringList());
         ClickCancel(dialog);
     };
-    CDialogUser const user({look, look});
-    QVERIFY(!doc.VerifyPassword());
+    QVERIFY(!desk.Use({look}, [&] { return desk.m_doc.VerifyPassword(); }));
     CLargeFont const large;
-    QVERIFY(!doc.VerifyPassword());
-    QCOMPARE(user.Faults(), QStringList());
+    QVERIFY(!desk.Use({look}, [&] { return desk.m_doc.VerifyPassword(); }));
 }
 
 static CTestEntryOf<PasswordGateTest> const g_entry;

@@ -20,12 +20,7 @@ public:
     void SetUpPrinter() override { m_lstCalls += QStringLiteral("SetUpPrinter"); }
     void Exit() override { m_lstCalls += QStringLiteral("Exit"); }
     bool IsOptionOn(CAppOption option) const override { return m_options.contains(option); }
-    void ToggleOption(CAppOption option) override
-    {
-        if (m_options.erase(option) == 0) {
-            m_options.insert(option);
-        }
-    }
+    void ToggleOption(CAppOption) override { m_lstCalls += QStringLiteral("ToggleOption"); }
     bool StartReportServer() override
     {
         m_lstCalls += QStringLiteral("StartReportServer");
@@ -43,21 +38,19 @@ public:
     QWidget* Window() override { return nullptr; }
     void ShowResult(QString const& text) override { m_lstResults += text; }
 
-    void ResetTree() override { m_lstTreeCalls += QStringLiteral("Reset"); }
-    bool AddMemberNode(std::int32_t memberID) override
+    void ResetTree() override { Note(QStringLiteral("Reset")); }
+    bool AddMemberNode(std::int32_t id) override { return Note(QStringLiteral("Add"), id); }
+    bool RemoveMemberNode(std::int32_t id) override { return Note(QStringLiteral("Remove"), id); }
+    bool RefreshMemberNode(std::int32_t id, CTreeNode kind, std::int32_t previousID) override
     {
-        m_lstTreeCalls += QStringLiteral("Add %1").arg(memberID);
-        return true;
+        return Note(QStringLiteral("Refresh"), id, int(kind), previousID);
     }
-    bool RemoveMemberNode(std::int32_t memberID) override
+
+private:
+    template <typename... Numbers>
+    bool Note(QString const& call, Numbers... numbers)
     {
-        m_lstTreeCalls += QStringLiteral("Remove %1").arg(memberID);
-        return true;
-    }
-    bool RefreshMemberNode(std::int32_t memberID, CTreeNode kind, std::int32_t previousID) override
-    {
-        m_lstTreeCalls
-            += QStringLiteral("Refresh %1 %2 %3").arg(memberID).arg(kind).arg(previousID);
+        m_lstTreeCalls += (call + ... + (QChar(u' ') + QString::number(numbers)));
         return true;
     }
 };

@@ -1,29 +1,18 @@
 #pragma once
 
-#include "doc/CorvanaDoc.h"
-#include "tests/doc/TestApp.h"
-#include "tests/doc/TestMembers.h"
-#include "tests/ui/DialogUser.h"
-#include "tests/ui/MessageRecorder.h"
+#include "tests/doc/TestDesk.h"
 #include "ui/Convert.h"
 
 #include <QLineEdit>
 #include <QTabWidget>
 
-/// A desk over a fresh centre that has member 7, on an evening in 2026, and who sits at it.
-class CMemberDesk
+/// A desk over a fresh centre that has member 7, on an evening in 2026.
+class CMemberDesk : public CTestDesk
 {
 public:
-    CTestCentre const m_centre;
-    CMessageRecorder m_messages;
-    CTestApp m_app;
-    CTestViews m_views;
-    CCorvanaDoc m_doc{m_app};
-
     CMemberDesk()
     {
         CEFOleDateTime::SetClock(CEFOleDateTime(2026, 11, 6, 18, 5, 9));
-        m_doc.SetViews(&m_views);
         QVERIFY(m_doc.OnNewDocument());
         StoreSeven();
     }
@@ -71,29 +60,9 @@ public:
         return lines;
     }
 
-    /// The operation's result, after checking that each of its dialogs came and went.
-    template <typename Operation>
-    static bool Use(QList<CDialogUser::Step> const& steps, Operation const& operation)
-    {
-        CDialogUser const user(steps);
-        bool const result = operation();
-        [&] { QCOMPARE(user.Faults(), QStringList()); }();
-        return result;
-    }
     bool Edit(int memberID, CDialogUser::Step const& step)
     {
         return Use({step}, [&] { return m_doc.EditMember(memberID); });
-    }
-
-    /// OK: empty when the form has closed, else the new messages and the field in focus.
-    QString Ok(QDialog const& form) const
-    {
-        auto const before = m_messages.Texts().size();
-        ClickOk(form);
-        auto const texts = m_messages.Texts().sliced(before);
-        return form.isVisible()
-            ? texts.join(u';') + QStringLiteral(" @") + form.focusWidget()->objectName()
-            : QString();
     }
 };
 

@@ -53,26 +53,24 @@ private Q_SLOTS:
     void goalsAndConditionsAreTheirBits();
     void profileChecksInOrder();
     void whatIsTypedAndChosenIsStored();
-    void bonusesAreCheckedFirstAndDatesByDay();
+    void enrollmentChecksInOrder();
     void slotsHoldDifferentClasses();
-    void listsNarrowTheClass();
     void deletesAClassAtOnceOrNotAtAll();
     void classesAreStoredAsTheyAreShown();
 };
 
 void MemberPagesTest::goalsAndConditionsAreTheirBits()
 {
-    QStringList const goals{u"Increase Strength"_s, u"Improve Flexibility"_s, u"Gain Weight"_s,
-        u"Firm Up/Lose Inches"_s, u"Lose Weight"_s, u"Improve Cardiovascular Fitness"_s,
-        u"Reduce Stress/Feel More Relaxed"_s, u"Feel Better/Have More Energy"_s};
-    QStringList const conditions{u"Disabilities/Limitations"_s, u"Cur. Shoulder Prob."_s,
-        u"Shoulder Surgery"_s, u"Shoulder Injury"_s, u"Current Knee Prob."_s, u"Knee Surgery"_s,
-        u"Knee Injury"_s, u"Current Back Prob."_s, u"Back Surgery"_s, u"Back Injury"_s,
-        u"Back Problems"_s, u"Blood Pressure/Heart Medication"_s, u"Stroke"_s,
-        u"Diagnosed Heart Problem"_s, u"Diabetes Type II"_s, u"Diabetes Type I"_s,
-        u"High Blood Pressure"_s, u"History of Family Heart Problems"_s,
-        u"Little Exercise in Past 6 Months"_s, u"20 or More lbs Overweight"_s,
-        u"Smoke or Chew Tobacco"_s};
+    auto const goals = u"Increase Strength|Improve Flexibility|Gain Weight|Firm Up/Lose Inches|"
+                       "Lose Weight|Improve Cardiovascular Fitness|Reduce Stress/Feel More Relaxed|"
+                       "Feel Better/Have More Energy"_s.split(u'|');
+    auto const conditions
+        = u"Disabilities/Limitations|Cur. Shoulder Prob.|Shoulder Surgery|Shoulder Injury|"
+          "Current Knee Prob.|Knee Surgery|Knee Injury|Current Back Prob.|Back Surgery|Back Injury|"
+          "Back Problems|Blood Pressure/Heart Medication|Stroke|Diagnosed Heart Problem|"
+          "Diabetes Type II|Diabetes Type I|High Blood Pressure|History of Family Heart Problems|"
+          "Little Exercise in Past 6 Months|20 or More lbs Overweight|"
+          "Smoke or Chew Tobacco"_s.split(u'|');
     CMemberDesk desk;
     for (auto const& [page, texts, column, mask] :
         {std::tuple(2, goals, "goals", &CDAOProf::m_Goals),
@@ -139,14 +137,16 @@ void MemberPagesTest::whatIsTypedAndChosenIsStored()
     CMemberDesk desk;
     RunOnMembers("UPDATE profiles SET state = 'or', sex = 1, employee = 1, release = 0");
     auto expected = desk.Rows();
-    QVERIFY(desk.Edit(7, [](QDialog& sheet) {
+    QStringList taken;
+    QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
         Type(Edit(sheet, "memberIDEdit"), u"999999999"_s); // everything follows
-        for (auto const& [field, letter, limit] : {std::tuple("firstNameEdit", u'a', 12),
-                 {"middleInitEdit", u'b', 1}, {"lastNameEdit", u'c', 20}, {"addressEdit", u'd', 28},
-                 {"cityEdit", u'e', 16}, {"zipEdit", u'f', 10}, {"phoneEdit", u'g', 14},
-                 {"emailEdit", u'h', 32}, {"emergNameEdit", u'i', 32}, {"emergPhoneEdit", u'j', 14},
-                 {"physicianEdit", u'k', 32}, {"messageEdit", u'l', 200}}) {
-            Type(Child<QWidget>(sheet, field), QString(limit + 1, letter));
+        for (auto const& [field, limit] : {std::pair("firstNameEdit", 12), {"middleInitEdit", 1},
+                 {"lastNameEdit", 20}, {"addressEdit", 28}, {"cityEdit", 16}, {"zipEdit", 10},
+                 {"phoneEdit", 14}, {"emailEdit", 32}, {"emergNameEdit", 32},
+                 {"emergPhoneEdit", 14}, {"physicianEdit", 32}, {"messageEdit", 200}}) {
+            auto const typed = QString(limit + 1, QChar(u'a' + int(taken.size())));
+            Type(Child<QWidget>(sheet, field), typed);
+            taken += typed.first(limit);
         }
         auto& states = Child<COneLineList>(sheet, "stateList");
         QCOMPARE(states.SelectedText(), u"OR"_s);
@@ -157,28 +157,34 @@ void MemberPagesTest::whatIsTypedAndChosenIsStored()
         }
         ClickOk(sheet);
     }));
+    taken.insert(5, u"TX"_s);
     expected.replaceInStrings(u": 7|"_s, u": 999999999|"_s);
-    auto const text = [](char16_t letter, int length) { return QString(length, letter) + u'|'; };
-    expected[0].replace(
-        u"Ann|B|Archer|1"_s, text(u'a', 12) + text(u'b', 1) + text(u'c', 20) + u'0');
-    expected[1] = u"profiles: 999999999|"_s + text(u'd', 28) + text(u'e', 16) + u"TX|"_s
-        + text(u'f', 10) + text(u'g', 14) + text(u'h', 32) + text(u'i', 32) + text(u'j', 14)
-        + text(u'k', 32) + u"1|0|3000000000|0|2147483651|2147483649"_s;
-    expected[4].replace(u"Bring a towel"_s, QString(200, u'l'));
+    expected[0].replace(u"Ann|B|Archer|1"_s, taken.first(3).join(u'|') + u"|0"_s);
+    expected[1] = u"profiles: 999999999|"_s + taken.sliced(3, 9).join(u'|')
+        + u"|1|0|3000000000|0|2147483651|2147483649"_s;
+    expected[4].replace(u"Bring a towel"_s, taken[12]);
     QCOMPARE(desk.Rows(), expected);
     QCOMPARE(desk.m_views.m_lstTreeCalls, QStringList{u"Refresh 999999999 -10 7"_s});
 }
 
-void MemberPagesTest::bonusesAreCheckedFirstAndDatesByDay()
+void MemberPagesTest::enrollmentChecksInOrder()
 {
     CMemberDesk desk;
+    CTestCentre::Run("INSERT INTO sections (number, course, name) VALUES (5, 9, 'Evening')");
     CEFOleDateTime const day(2026, 6, 7);
     auto const atNine = QString::number(day.Seconds() + 9 * 3600);
     RunOnMembers("UPDATE enrollments SET enroll_date = " + FromQt(atNine));
     QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
         CEnrollUser const user(sheet);
+        QVERIFY(user.Delete(1).isVisible() && user.Delete(1).isEnabled());
+        QVERIFY(!user.Delete(2).isVisible() && !user.Delete(2).isEnabled());
+        QVERIFY(!user.List(2, "courseList").isVisible());
+        user.Choose(2, "categoryList", u"Staff"_s);
+        QVERIFY(user.Delete(2).isVisible() && user.Delete(2).isEnabled());
+        QCOMPARE(user.List(2, "courseList").currentText(), u"Wellness"_s);
+        user.Choose(2, "sectionList", u"Morning"_s); // as in the first
         auto& expire = Child<QWidget>(sheet, "expireEdit");
-        Type(expire, u"6/6/26"_s); // the day before; refused only after the bonuses
+        Type(expire, u"6/6/26"_s); // the day before
         for (int box = 1; box <= 3; ++box) {
             for (auto const* const name : {"reEvalSpin", "otherSpin"}) {
                 Type(user.Spin(box, name), u"100"_s);
@@ -191,10 +197,23 @@ void MemberPagesTest::bonusesAreCheckedFirstAndDatesByDay()
         QCOMPARE(
             desk.Ok(sheet), u"Error: expiration date cannot precede enrollment date @expireEdit"_s);
         Type(expire, u"06.07.2026"_s); // the same day, though earlier than the stored hour
+        QCOMPARE(desk.Ok(sheet), kSameClass);
+
+        user.Choose(2, "sectionList", u"Evening"_s);
+        user.Choose(3, "categoryList", u"Students"_s);
+        user.Choose(3, "categoryList", QString());
+        QVERIFY(!user.Delete(3).isVisible() && !user.List(3, "courseList").isVisible());
+        user.Choose(2, "gradeList", u"Withdrawn"_s);
+        Child<QRadioButton>(user.Box(2), "orientYesRadio").click();
+        Type(user.Spin(2, "otherSpin"), u"7"_s);
+        Choose(Child<CDropDown>(sheet, "periodList"), 1);
+        Child<QRadioButton>(sheet, "incentiveNoRadio").click();
         QCOMPARE(desk.Ok(sheet), QString());
     }));
-    QCOMPARE(desk.Rows({u"enrollments"_s})[0],
-        u"enrollments: 7|%1|%2|3|1"_s.arg(atNine).arg(day.Seconds()));
+    QCOMPARE(desk.Rows({u"enrollments"_s, u"classes"_s}),
+        (QStringList{u"enrollments: 7|%1|%2|1|0"_s.arg(atNine).arg(day.Seconds()),
+            u"classes: 7|4|Staff|Wellness|Morning|1|1|99|99"_s,
+            u"classes: 7|5|Staff|Wellness|Evening|4|1|99|7"_s}));
 }
 
 void MemberPagesTest::slotsHoldDifferentClasses()
@@ -226,38 +245,6 @@ void MemberPagesTest::slotsHoldDifferentClasses()
     }
 }
 
-void MemberPagesTest::listsNarrowTheClass()
-{
-    CMemberDesk desk;
-    CTestCentre::Run("INSERT INTO sections (number, course, name) VALUES (5, 9, 'Evening')");
-    QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
-        CEnrollUser const user(sheet);
-        QVERIFY(user.Delete(1).isVisible() && user.Delete(1).isEnabled());
-        QVERIFY(!user.Delete(2).isVisible() && !user.Delete(2).isEnabled());
-        QVERIFY(!user.List(2, "courseList").isVisible());
-
-        user.Choose(2, "categoryList", u"Staff"_s);
-        QVERIFY(user.Delete(2).isVisible() && user.Delete(2).isEnabled());
-        QCOMPARE(user.List(2, "courseList").currentText(), u"Wellness"_s);
-        user.Choose(2, "sectionList", u"Morning"_s);
-        QCOMPARE(desk.Ok(sheet), kSameClass);
-        user.Choose(2, "sectionList", u"Evening"_s);
-        user.Choose(3, "categoryList", u"Students"_s);
-        user.Choose(3, "categoryList", QString());
-        QVERIFY(!user.Delete(3).isVisible() && !user.List(3, "courseList").isVisible());
-        user.Choose(2, "gradeList", u"Withdrawn"_s);
-        Child<QRadioButton>(user.Box(2), "orientYesRadio").click();
-        Type(user.Spin(2, "otherSpin"), u"7"_s);
-        Choose(Child<CDropDown>(sheet, "periodList"), 1);
-        Child<QRadioButton>(sheet, "incentiveNoRadio").click();
-        QCOMPARE(desk.Ok(sheet), QString());
-    }));
-    QCOMPARE(desk.Rows({u"enrollments"_s, u"classes"_s}),
-        (QStringList{u"enrollments: 7|3990000000|4020000000|1|0"_s,
-            u"classes: 7|4|Staff|Wellness|Morning|1|1|2|3"_s,
-            u"classes: 7|5|Staff|Wellness|Evening|4|1|0|7"_s}));
-}
-
 void MemberPagesTest::deletesAClassAtOnceOrNotAtAll()
 {
     CMemberDesk desk;
@@ -265,50 +252,58 @@ void MemberPagesTest::deletesAClassAtOnceOrNotAtAll()
                      " flags = 0x20");
     desk.m_doc.OnNewDocument();
     AddClass(7, 4, "'staff', '', ''"); // the same index, which stays taken; shown as the first
-    auto const& messages = desk.m_messages;
+    auto& messages = desk.m_messages;
+    // What is said when the user asks to delete the class of a box, and answers like that.
+    auto const toDelete = [&](CEnrollUser const& user, int box, QList<bool> const& answers) {
+        auto const before = messages.Messages().size();
+        messages.AnswerNext(answers);
+        user.Delete(box).click();
+        [&] { QVERIFY(desk.m_doc.m_setCls.IsEOF() != 0); }();
+        return messages.Texts().sliced(before);
+    };
+    QStringList const questions{
+        u"Are you sure you want to delete\nthe class: Staff Wellness Morning?"_s,
+        u"Do you want to permanently delete the member's\nworkout, evaluation, and body "
+        "composition data\nthat have been recorded for the class?"_s};
     QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
         CEnrollUser const user(sheet);
-        user.Delete(1).click(); // answered with No
-        QCOMPARE(messages.Messages().size(), 1);
+        QCOMPARE(toDelete(user, 1, {}), questions.first(1));
         RunOnMembers("CREATE TRIGGER no_deletion BEFORE DELETE ON classes "
                      "BEGIN SELECT RAISE(ABORT, 'refused'); END");
-        desk.m_messages.AnswerNext({true, true});
-        user.Delete(1).click(); // fails
-        QCOMPARE(messages.Messages().size(), 4);
+        QCOMPARE(toDelete(user, 1, {true, true}),
+            questions
+                + QStringList{u"Error: the class was not deleted.\n"
+                              "The member's data are as they were before."_s});
+        QVERIFY(!messages.Messages().constLast().m_strDetail.isEmpty());
         QVERIFY(user.Delete(1).isVisible());
         QCOMPARE(CDAOCls().FindClasses(7), 2);
         RunOnMembers("DROP TRIGGER no_deletion");
 
         Type(user.Spin(1, "otherSpin"), u"77"_s);
-        desk.m_messages.AnswerNext({true, false});
-        user.Delete(1).click();
-        QCOMPARE(messages.Messages().size(), 6);
-        QCOMPARE(messages.Texts()[4],
-            u"Are you sure you want to delete\nthe class: Staff Wellness Morning?"_s);
+        QCOMPARE(toDelete(user, 1, {true, false}), questions);
         QCOMPARE(CDAOCls().FindClasses(7), 1);
         QVERIFY(!user.Delete(1).isVisible());
         QCOMPARE(sheet.focusWidget(), &user.List(1, "categoryList"));
         QCOMPARE(user.List(1, "categoryList").currentText(), QString());
-
         user.Choose(1, "categoryList", u"Staff"_s); // the same names, but no longer stored
-        user.Delete(1).click();
-        QCOMPARE(messages.Messages().size(), 6);
-        desk.m_messages.AnswerNext({true, false});
-        user.Delete(2).click();
+        QCOMPARE(toDelete(user, 1, {}), QStringList());
+        QCOMPARE(toDelete(user, 2, {true, false}).size(), 2);
         QCOMPARE(CDAOCls().FindClasses(7), 0);
         QCOMPARE(desk.Ok(sheet), QString()); // without a question about the deletions
     }));
-    QCOMPARE(messages.Messages().size(), 8);
+    for (auto const& message : messages.Messages()) {
+        QVERIFY(!message.m_bQuestion || message.m_question == CQuestion::destroying);
+    }
     QCOMPARE(
         desk.Rows({u"classes"_s}), QStringList{u"classes: 7|5|Staff|Wellness|Morning|3|1|8|9"_s});
     QVERIFY(desk.Rows({u"workouts"_s})[0].startsWith(u"workouts: 7|1|99|"_s)); // kept
 
-    desk.m_messages.AnswerNext({true, true});
+    RunOnMembers("UPDATE workouts SET class_index = 5");
     desk.Edit(7, [&](QDialog& sheet) {
-        CEnrollUser(sheet).Delete(1).click();
+        QCOMPARE(toDelete(CEnrollUser(sheet), 1, {true, true}), questions);
         ClickCancel(sheet); // does not bring the class back
     });
-    QCOMPARE(desk.Rows({u"classes"_s}), QStringList());
+    QCOMPARE(desk.Rows({u"classes"_s, u"workouts"_s}), QStringList());
 }
 
 void MemberPagesTest::classesAreStoredAsTheyAreShown()

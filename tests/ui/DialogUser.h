@@ -50,12 +50,12 @@ inline void Type(QWidget& field, QString const& text)
     }
 }
 
-/// Chooses an entry of a list that drops down.
-inline void Choose(QComboBox& list, int index)
+/// Opens a list, goes to an entry and closes the list by that key.
+inline void Choose(QComboBox& list, int index, Qt::Key key = Qt::Key_Return)
 {
     list.showPopup();
     list.view()->setCurrentIndex(list.model()->index(index, 0));
-    QTest::keyClick(list.view(), Qt::Key_Return);
+    QTest::keyClick(list.view(), key);
     QCoreApplication::processEvents(); // the list tells that it closed once its choice stands
 }
 

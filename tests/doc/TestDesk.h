@@ -1,0 +1,41 @@
+#pragma once
+
+#include "doc/CorvanaDoc.h"
+#include "tests/doc/TestApp.h"
+#include "tests/doc/TestMembers.h"
+#include "tests/ui/DialogUser.h"
+#include "tests/ui/MessageRecorder.h"
+
+/// A document over a fresh centre, and who sits in front of it.
+class CTestDesk
+{
+public:
+    CTestCentre const m_centre;
+    CMessageRecorder m_messages;
+    CTestApp m_app;
+    CTestViews m_views;
+    CCorvanaDoc m_doc{m_app};
+
+    CTestDesk() { m_doc.SetViews(&m_views); }
+
+    /// The operation's result, after checking that each of its dialogs came and went.
+    template <typename Operation>
+    static bool Use(QList<CDialogUser::Step> const& steps, Operation const& operation)
+    {
+        CDialogUser const user(steps);
+        bool const result = operation();
+        [&] { QCOMPARE(user.Faults(), QStringList()); }();
+        return result;
+    }
+
+    /// OK: empty when the form has closed, else the new messages and the field in focus.
+    QString Ok(QDialog const& form) const
+    {
+        auto const before = m_messages.Texts().size();
+        ClickOk(form);
+        auto const texts = m_messages.Texts().sliced(before);
+        return form.isVisible()
+            ? texts.join(u';') + QStringLiteral(" @") + form.focusWidget()->objectName()
+            : QString();
+    }
+};

@@ -2,11 +2,8 @@
 
 #include "workouts/MainViewTree.h"
 
-#include "doc/CorvanaDoc.h"
 #include "store/sets/AddRow.h"
-#include "tests/doc/TestApp.h"
-#include "tests/doc/TestMembers.h"
-#include "tests/ui/MessageRecorder.h"
+#include "tests/doc/TestDesk.h"
 #include "ui/ProgressDlg.h"
 
 #include <QAbstractItemModelTester>
@@ -14,7 +11,6 @@
 #include <QMainWindow>
 #include <QProgressBar>
 #include <QStatusBar>
-#include <QTest>
 
 #include <memory>
 
@@ -84,7 +80,7 @@ inline void StoreAnn()
 }
 
 /// A window with a member tree over a fresh centre. Every change of its model is checked.
-class CTreeWindow : public QMainWindow
+class CTreeWindow : public QMainWindow, public CTestDesk
 {
 public:
     CTreeWindow()
@@ -114,10 +110,6 @@ public:
         return false;
     }
 
-    CTestCentre m_centre;
-    CMessageRecorder m_messages;
-    CTestApp m_app;
-    CCorvanaDoc m_doc{m_app};
     CMainViewTree m_tree{m_doc};
     QAbstractItemModelTester m_tester{
         m_tree.model(), QAbstractItemModelTester::FailureReportingMode::QtTest};

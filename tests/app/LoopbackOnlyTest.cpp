@@ -1,11 +1,10 @@
 // The bind() of app/LoopbackOnly.cpp is linked into this program as into the console.
 #include <gtest/gtest.h>
 
-#include <arpa/inet.h>
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <netdb.h>
 #include <netinet/in.h>
 #include <string>
 #include <sys/socket.h>
@@ -18,26 +17,24 @@ namespace
 /// The address that a socket really has after binding it to this one; "refused" for EACCES.
 std::string BoundTo(std::string const& text, bool onlyV6 = false)
 {
-    sockaddr_in v4{};
-    sockaddr_in6 v6{};
-    v4.sin_family = AF_INET;
-    v6.sin6_family = AF_INET6;
-    bool const isV4 = inet_pton(AF_INET, text.c_str(), &v4.sin_addr) == 1;
-    EXPECT_TRUE(isV4 || inet_pton(AF_INET6, text.c_str(), &v6.sin6_addr) == 1) << text;
-    auto* const name = isV4 ? static_cast<void*>(&v4) : &v6;
-    auto const* const address = isV4 ? static_cast<void*>(&v4.sin_addr) : &v6.sin6_addr;
-    int const family = isV4 ? AF_INET : AF_INET6;
-    socklen_t size = isV4 ? sizeof v4 : sizeof v6;
-    int const fd = socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    addrinfo hints{};
+    hints.ai_flags = AI_NUMERICHOST;
+    addrinfo* found = nullptr;
+    EXPECT_EQ(getaddrinfo(text.c_str(), nullptr, &hints, &found), 0) << text;
+    int const fd = socket(found->ai_family, SOCK_STREAM | SOCK_CLOEXEC, 0);
     int const only = onlyV6 ? 1 : 0;
     setsockopt(fd, IPPROTO_IPV6, IPV6_V6ONLY, &only, sizeof only); // nothing to an IPv4 socket
-    std::array<char, INET6_ADDRSTRLEN> bound{};
-    if (bind(fd, static_cast<sockaddr*>(name), size) != 0) {
-        return errno == EACCES ? "refused" : std::strerror(errno);
+    bool const isBound = bind(fd, found->ai_addr, found->ai_addrlen) == 0;
+    std::string address = errno == EACCES ? "refused" : std::strerror(errno);
+    if (isBound) {
+        address.resize(INET6_ADDRSTRLEN);
+        getsockname(fd, found->ai_addr, &found->ai_addrlen);
+        getnameinfo(found->ai_addr, found->ai_addrlen, address.data(), INET6_ADDRSTRLEN, nullptr, 0,
+            NI_NUMERICHOST);
     }
-    getsockname(fd, static_cast<sockaddr*>(name), &size);
+    freeaddrinfo(found);
     close(fd);
-    return inet_ntop(family, address, bound.data(), bound.size());
+    return address.c_str();
 }
 
 TEST(LoopbackOnlyTest, ConfinesIPv4)

@@ -1,11 +1,16 @@
+#include "doc/ClassDlg.h"
 #include "doc/ClassPicker.h"
 #include "doc/MemberClassDlg.h"
 #include "platform/qt/DropDown.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestDesk.h"
+#include "tests/ui/FormCheck.h"
+#include "tests/ui/LargeFont.h"
 #include "ui/Convert.h"
 
 #include <QLabel>
+
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -22,38 +27,35 @@ QString Entries(QComboBox const& list)
     return entries.join(u'|');
 }
 
-/// A picker, and a catalogue in which one category has two courses, and one of those two sections.
+/// A centre whose first category has two courses, and the first of those two sections.
 class CPickerDesk : public CTestDesk
 {
 public:
-    CClassPicker m_picker;
-
-    explicit CPickerDesk(Qt::Orientation direction)
+    CPickerDesk()
     {
         CTestCentre::Run("INSERT INTO categories (number, name) VALUES (5, 'Guests')");
         CTestCentre::Run("INSERT INTO courses (number, category, name) VALUES (6, 7, 'Yoga')");
         CTestCentre::Run("INSERT INTO sections (number, course, name) VALUES (1, 9, 'Evening')");
-        m_picker.SetUp(m_doc, direction);
-    }
-
-    /// The entries of the three lists; "-" for one that is hidden, as its label must be.
-    QString Shown() const
-    {
-        QStringList texts;
-        auto const& lists = m_picker.Lists();
-        for (auto const& [list, label] : {std::pair(lists.m_pCategory, lists.m_pCategoryLabel),
-                 {lists.m_pCourse, lists.m_pCourseLabel},
-                 {lists.m_pSection, lists.m_pSectionLabel}}) {
-            texts += list->isHidden() ? u"-"_s : Entries(*list);
-            [&] { QCOMPARE(label->isHidden(), list->isHidden()); }();
-        }
-        return texts.join(u" > "_s);
-    }
-    QString Taken() const
-    {
-        return ToQt(m_picker.Category() + "|" + m_picker.Course() + "|" + m_picker.Section());
     }
 };
+
+/// The entries of the three lists; "-" for one that is hidden, as its label must be.
+QString Entries(CClassPicker const& picker)
+{
+    QStringList texts;
+    auto const& lists = picker.Lists();
+    for (auto const& [list, label] : {std::pair(lists.m_pCategory, lists.m_pCategoryLabel),
+             {lists.m_pCourse, lists.m_pCourseLabel}, {lists.m_pSection, lists.m_pSectionLabel}}) {
+        texts += list->isHidden() ? u"-"_s : Entries(*list);
+        [&] { QCOMPARE(label->isHidden(), list->isHidden()); }();
+    }
+    return texts.join(u" > "_s);
+}
+
+std::string Taken(CClassPicker const& picker)
+{
+    return picker.Category() + "|" + picker.Course() + "|" + picker.Section();
+}
 
 } // namespace
 
@@ -68,45 +70,60 @@ private Q_SLOTS:
 
 void ClassPickersTest::listsNarrowEachOther()
 {
-    CPickerDesk desk(Qt::Vertical);
-    auto& picker = desk.m_picker;
+    CLargeFont const large;
+    CPickerDesk desk;
+    CClassDlg dialog(desk.m_doc);
+    auto const taken = [&dialog] {
+        return dialog.m_strCategory + "|" + dialog.m_strCourse + "|" + dialog.m_strSection;
+    };
+    auto const& picker = *dialog.findChild<CClassPicker*>();
     auto& category = *picker.Lists().m_pCategory;
     auto& course = *picker.Lists().m_pCourse;
-    picker.show();
-    QVERIFY(QTest::qWaitForWindowActive(&picker));
-    picker.ShowFresh();
+    dialog.m_strSection = "left over";
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
     auto const fresh = u"[]|Staff|Students|Guests > - > -"_s;
-    QCOMPARE(desk.Shown(), fresh);
-    QVERIFY(picker.IsBlank() && !picker.HasRealClass());
+    QCOMPARE(Entries(picker), fresh);
+    QVERIFY(picker.IsBlank());
+    QCOMPARE(FaultsOf(dialog), QStringList());
+    auto const size = dialog.size();
+    dialog.findChild<QPushButton*>()->setFocus();
+    QCOMPARE(desk.Ok(dialog), u"Error: select a category, course, and/or section @categoryList"_s);
+    QCOMPARE(taken(), "||left over");
 
     Choose(category, 1);
-    QCOMPARE(desk.Shown(), u"|[Staff]|Students|Guests > [Wellness]|Yoga > [Morning]|Evening"_s);
-    QVERIFY(picker.HasRealClass());
+    QCOMPARE(Entries(picker), u"|[Staff]|Students|Guests > [Wellness]|Yoga > [Morning]|Evening"_s);
+    QCOMPARE(FaultsOf(dialog), QStringList());
+    QCOMPARE(dialog.size(), size); // it does not jump when lists come and go
     Choose(course, 1);
-    QCOMPARE(desk.Taken(), u"Staff|Yoga|"_s);
+    QCOMPARE(Taken(picker), "Staff|Yoga|");
     // A list that closes without a new choice leaves those below it alone.
     Choose(category, 1);
     Choose(category, 2, Qt::Key_Escape);
-    QCOMPARE(desk.Taken(), u"Staff|Yoga|"_s);
+    QCOMPARE(Taken(picker), "Staff|Yoga|");
     QTest::keyClick(&course, Qt::Key_Up); // a choice while it is closed
     QTest::keyClick(picker.Lists().m_pSection, Qt::Key_Down);
     Choose(course, 0);
-    QCOMPARE(desk.Taken(), u"Staff|Wellness|Evening"_s);
+    QCOMPARE(desk.Ok(dialog), QString());
+    QCOMPARE(taken(), "Staff|Wellness|Evening");
+    dialog.show();
+    QCOMPARE(Entries(picker), fresh);
     Choose(category, 3);
-    QCOMPARE(desk.Shown(), u"|Staff|Students|[Guests] > - > -"_s);
-    Choose(category, 0);
-    QCOMPARE(desk.Shown(), fresh);
+    QCOMPARE(Entries(picker), u"|Staff|Students|[Guests] > - > -"_s);
+    QCOMPARE(desk.Ok(dialog), QString());
+    QCOMPARE(taken(), "Guests||");
     auto& doc = desk.m_doc;
     QVERIFY(doc.m_setCat.IsEOF() != 0 && doc.m_setCour.IsEOF() != 0 && doc.m_setSec.IsEOF() != 0);
 }
 
 void ClassPickersTest::storedClassesAreShownAndTaken()
 {
-    CPickerDesk desk(Qt::Horizontal);
-    auto& picker = desk.m_picker;
-    auto const show = [&](std::array<std::string, 3> const& stored) {
+    CPickerDesk desk;
+    CClassPicker picker;
+    picker.SetUp(desk.m_doc, Qt::Horizontal);
+    auto const show = [&picker](std::array<std::string, 3> const& stored) {
         picker.ShowStored(stored[0], stored[1], stored[2]);
-        return desk.Shown();
+        return Entries(picker);
     };
     for (auto const& [stored, shown] : {
              std::pair(std::array<std::string, 3>{"staff", "wellness", "Evening"},
@@ -127,12 +144,13 @@ void ClassPickersTest::storedClassesAreShownAndTaken()
     }
     CTestCentre::Run("DELETE FROM categories"); // what is stored stays on show even then
     QCOMPARE(show({"Staff", "Wellness", "Morning"}), u"[Staff] > [Wellness] > [Morning]"_s);
-    QCOMPARE(desk.Taken(), u"Staff|Wellness|Morning"_s);
+    QCOMPARE(Taken(picker), "Staff|Wellness|Morning");
     QVERIFY(!picker.HasRealClass() && !picker.IsBlank());
 }
 
 void ClassPickersTest::memberClassesAreListedAndTaken()
 {
+    CLargeFont const large;
     CTestDesk desk;
     AddMember(12);
     AddClass(12, 2, "'Staff', 'Wellness', 'Morning'");
@@ -140,14 +158,7 @@ void ClassPickersTest::memberClassesAreListedAndTaken()
     auto const all = u"All Categories/Courses/Sections"_s;
     CMemberClassDlg dialog(desk.m_doc);
     auto& list = Child<CDropDown>(dialog, "classList");
-    auto const show = [&](int memberID, int preselect, bool withUnknown, bool withAll) {
-        dialog.m_lMemberID = memberID;
-        dialog.m_nClassIndex = static_cast<std::uint8_t>(preselect);
-        dialog.m_bWithUnknown = withUnknown;
-        dialog.m_bWithAll = withAll;
-        dialog.show();
-        return Entries(list);
-    };
+    dialog.m_lMemberID = 12;
     std::uint8_t taken = 0;
     for (auto const& [preselect, withUnknown, withAll, entries] : {
              std::tuple(4, false, false, u"Staff Wellness Morning|[Students PE 101]"_s),
@@ -158,13 +169,20 @@ void ClassPickersTest::memberClassesAreListedAndTaken()
              {99, false, false, u"[Unknown]|Staff Wellness Morning|Students PE 101"_s},
              {101, false, false, u"[%1]|Staff Wellness Morning|Students PE 101"_s.arg(all)},
          }) {
-        QCOMPARE(show(12, preselect, withUnknown, withAll), entries);
+        dialog.m_nClassIndex = static_cast<std::uint8_t>(preselect);
+        dialog.m_bWithUnknown = withUnknown;
+        dialog.m_bWithAll = withAll;
+        dialog.show();
+        QCOMPARE(Entries(list), entries);
+        QCOMPARE(FaultsOf(dialog), QStringList());
         ClickOk(dialog);
         QCOMPARE(dialog.m_nClassIndex, list.currentData().toInt());
         QCOMPARE(ToQt(dialog.m_strClass), list.currentText());
         QVERIFY(TakeMemberClass(list, taken) && taken == dialog.m_nClassIndex);
     }
-    QCOMPARE(show(13, 101, true, true), QString()); // without classes it keeps what was asked for
+    dialog.m_lMemberID = 13; // without classes it keeps what was asked for
+    dialog.show();
+    QCOMPARE(list.count(), 0);
     ClickOk(dialog);
     QCOMPARE(dialog.m_nClassIndex, 101);
     QCOMPARE(ToQt(dialog.m_strClass), all);

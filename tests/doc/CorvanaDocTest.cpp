@@ -10,7 +10,6 @@ private Q_SLOTS:
     void loadsTheConfiguration();
     void saysWhatCannotBeLoaded();
     void takesTheDefaultClassAsFarAsItGoes();
-    void startsTheReportServerIfWanted();
 };
 
 void CorvanaDocTest::loadsTheConfiguration()
@@ -77,24 +76,6 @@ void CorvanaDocTest::takesTheDefaultClassAsFarAsItGoes()
         QCOMPARE(
             doc.m_strDefCategory + "|" + doc.m_strDefCourse + "|" + doc.m_strDefSection, expected);
     }
-}
-
-void CorvanaDocTest::startsTheReportServerIfWanted()
-{
-    auto const error = u"Error: the report server application failed to initialize on this PC."_s;
-    CTestDesk desk;
-    desk.m_app.m_options = {CAppOption::reportServer};
-    QVERIFY(desk.m_doc.OnNewDocument());
-    QCOMPARE(desk.m_app.m_lstCalls, QStringList{u"StartReportServer"_s});
-    QVERIFY(desk.m_messages.Texts().isEmpty());
-    desk.m_doc.StartReportServer(); // the command says how it went in any case
-    desk.m_app.m_bReportServerStarts = false;
-    desk.m_doc.StartReportServer();
-    QVERIFY(desk.m_doc.OnNewDocument());
-    QCOMPARE(desk.m_messages.Texts(),
-        (QStringList{u"Report Server is running on this PC."_s, error, error}));
-    QCOMPARE(desk.m_messages.Messages()[1].m_icon, CMessageIcon::none);
-    QCOMPARE(desk.m_messages.Messages()[2].m_icon, CMessageIcon::exclamation);
 }
 
 static CTestEntryOf<CorvanaDocTest> const g_entry;

@@ -14,7 +14,6 @@ class CTestApp : public CAppCommands
 public:
     QStringList m_lstCalls;
     std::set<CAppOption> m_options; ///< those that are on
-    bool m_bReportServerStarts = true;
 
     void ShowAbout() override { m_lstCalls += QStringLiteral("ShowAbout"); }
     void SetUpPrinter() override { m_lstCalls += QStringLiteral("SetUpPrinter"); }
@@ -24,7 +23,7 @@ public:
     bool StartReportServer() override
     {
         m_lstCalls += QStringLiteral("StartReportServer");
-        return m_bReportServerStarts;
+        return true;
     }
 };
 

@@ -84,13 +84,6 @@ void Use(QList<CDialogUser::Step> steps, std::function<void()> const& operation)
     }
 }
 
-/// The member whose tree branch and pages are shown: the first in name order.
-std::int32_t SomeMember()
-{
-    CDAOSmMem members;
-    return members.FindAllMembersByName(false) > 0 ? members.m_MemberID : 0;
-}
-
 void Darken()
 {
     QPalette dark(QColor(53, 53, 53), QColor(45, 45, 45));
@@ -148,7 +141,9 @@ void MakeReportPictures(CCorvanaDoc& doc)
 
 void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
 {
-    auto const member = SomeMember();
+    CDAOSmMem members;
+    members.FindAllMembersByName(false);
+    auto const member = members.m_MemberID;
     Use({Prompt(u"member-id"_s, member), Pages(u"member"_s)}, [&] { doc.EditMember(0); });
     Use({Look(u"delete-member"_s)}, [&] { doc.DeleteMember(member, {}); });
     MakeWorkoutPictures(doc);

@@ -4,12 +4,9 @@
 
 #include "store/sets/AddRow.h"
 #include "tests/doc/TestDesk.h"
-#include "ui/ProgressDlg.h"
 
 #include <QAbstractItemModelTester>
-#include <QLabel>
 #include <QMainWindow>
-#include <QProgressBar>
 #include <QStatusBar>
 
 #include <memory>
@@ -93,28 +90,16 @@ public:
         };
         connect(&m_tree, &CMainViewTree::EditAsked, this, note(QStringLiteral("Edit %1 %2 ")));
         connect(&m_tree, &CMainViewTree::DeleteAsked, this, note(QStringLiteral("Delete %1 %2 ")));
-        qApp->installEventFilter(this);
         setCentralWidget(&m_tree);
         resize(300, 500);
         show();
         QVERIFY(QTest::qWaitForWindowExposed(this));
     }
 
-    bool eventFilter(QObject* object, QEvent* event) override
-    {
-        auto const* const window = qobject_cast<CProgressDlg*>(object);
-        if (window != nullptr && event->type() == QEvent::Show) {
-            auto const steps = window->findChild<QProgressBar*>()->maximum();
-            m_lstProgress += window->findChild<QLabel*>()->text() + QString::number(steps);
-        }
-        return false;
-    }
-
     CMainViewTree m_tree{m_doc};
     QAbstractItemModelTester m_tester{
         m_tree.model(), QAbstractItemModelTester::FailureReportingMode::QtTest};
     QStringList m_lstAsked; ///< "Edit -9 5 01/02/2026 07:30:05"
-    QStringList m_lstProgress; ///< the sentences of the progress windows, with their steps
 };
 
 /// The means to use a member tree as the user does.

@@ -99,6 +99,8 @@ void MemberTreeTest::ordersByTextAndBearsHostileRows()
     QVERIFY(width() > 20'000 && !Tree().grab().isNull());
     Tree().ResetTree();
     QCOMPARE(width(), Tree().viewport()->width());
+    Open();
+    QCOMPARE(Children().size(), 11); // loaded anew
 }
 
 void MemberTreeTest::actsOnceMembersAreLoaded()

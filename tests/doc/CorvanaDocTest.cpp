@@ -25,11 +25,9 @@ void CorvanaDocTest::loadsTheConfiguration()
     QCOMPARE(doc.m_setCenter.m_strCenterName, "Riverside Fitness Center");
     QCOMPARE(doc.m_setTouch.m_clrFrame, 0x784A16U);
     QCOMPARE(doc.m_setDef.m_nDefGradeStat, 1);
-    for (CDAOEFSet const* const set :
-        std::initializer_list<CDAOEFSet const*>{&doc.m_setCenter, &doc.m_setTouch, &doc.m_setDef,
-            &doc.m_setBon, &doc.m_setCat, &doc.m_setCour, &doc.m_setSec}) {
-        QVERIFY(set->IsEOF() != 0);
-    }
+    QVERIFY(doc.m_setCenter.IsEOF() && doc.m_setTouch.IsEOF() && doc.m_setDef.IsEOF());
+    QVERIFY(doc.m_setBon.IsEOF() && doc.m_setCat.IsEOF() && doc.m_setCour.IsEOF());
+    QVERIFY(doc.m_setSec.IsEOF());
     QCOMPARE(doc.m_lstStnNames, (std::vector<std::string>{"Leg Press", "Chest Press", "Rowing"}));
     QCOMPARE(doc.m_lstStnAbbrs, (std::vector<std::string>{"LP", "CP", "RW"}));
     QCOMPARE(doc.m_circuit.m_nNumStations, 1);

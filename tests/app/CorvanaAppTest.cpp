@@ -156,7 +156,7 @@ void CorvanaAppTest::companionsComeAndGo()
         u"Error: the Corvana backup utility failed to initialize on this PC."_s};
     QCOMPARE(place.Messages(), error);
     QCOMPARE(Stored(), (QList{0, 0, 1})); // the exit went on all the same
-    place.HaveCompanions();
+    CPlace::HaveCompanions();
     for (bool const isOurs : {true, false}) { // it stops one that it did not start as well
         Store(isOurs ? 1 : 0, 0, 0);
         QVERIFY(isOurs || StartCompanion(kReportServer, COMPANIONS_FOLDER));
@@ -203,7 +203,7 @@ void CorvanaAppTest::aSecondCopyEndsSilently()
 void CorvanaAppTest::answersItsArgumentsWithoutDisplay()
 {
     CPlace place;
-    place.HaveCompanions();
+    CPlace::HaveCompanions();
     auto environment = QProcessEnvironment::systemEnvironment();
     for (auto const& variable : {u"QT_QPA_PLATFORM"_s, u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s}) {
         environment.remove(variable);

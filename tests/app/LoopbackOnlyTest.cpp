@@ -31,10 +31,11 @@ std::string BoundTo(std::string const& text, bool onlyV6 = false)
         getsockname(fd, found->ai_addr, &found->ai_addrlen);
         getnameinfo(found->ai_addr, found->ai_addrlen, address.data(), INET6_ADDRSTRLEN, nullptr, 0,
             NI_NUMERICHOST);
+        address.resize(std::strlen(address.c_str()));
     }
     freeaddrinfo(found);
     close(fd);
-    return address.c_str();
+    return address;
 }
 
 TEST(LoopbackOnlyTest, ConfinesIPv4)

@@ -46,8 +46,8 @@ QString Entries(CClassPicker const& picker)
     auto const& lists = picker.Lists();
     for (auto const& [list, label] : {std::pair(lists.m_pCategory, lists.m_pCategoryLabel),
              {lists.m_pCourse, lists.m_pCourseLabel}, {lists.m_pSection, lists.m_pSectionLabel}}) {
-        texts += list->isHidden() ? u"-"_s : Entries(*list);
-        [&] { QCOMPARE(label->isHidden(), list->isHidden()); }();
+        auto const text = list->isHidden() ? u"-"_s : Entries(*list);
+        texts += label->isHidden() == list->isHidden() ? text : text + u", its label not"_s;
     }
     return texts.join(u" > "_s);
 }

@@ -42,7 +42,7 @@ void PasswordGateTest::opensForTheRightPasswordAlone()
     auto const gate = [&](QList<CDialogUser::Step> const& steps, QList<bool> const& retries = {}) {
         auto const before = desk.m_messages.Messages().size();
         desk.m_messages.AnswerNext(retries);
-        bool const opens = desk.Use(steps, [&] { return desk.m_doc.VerifyPassword(); });
+        bool const opens = CTestDesk::Use(steps, [&] { return desk.m_doc.VerifyPassword(); });
         return std::pair(opens, desk.m_messages.Messages().size() - before);
     };
     auto const right = Enter(u"Open sesame"_s);
@@ -80,7 +80,7 @@ void PasswordGateTest::neverShowsTheText()
         ClickCancel(dialog);
     };
     CLargeFont const large;
-    QVERIFY(!desk.Use({look}, [&] { return desk.m_doc.VerifyPassword(); }));
+    QVERIFY(!CTestDesk::Use({look}, [&] { return desk.m_doc.VerifyPassword(); }));
 }
 
 static CTestEntryOf<PasswordGateTest> const g_entry;

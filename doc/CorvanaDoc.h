@@ -208,8 +208,9 @@ public:
 private:
     bool LoadConfiguration();
     void LoadStations(CDAOStn& set, int count);
-    /// Shows the workouts on which their set stands in a list.
+    // Show the records on which their set stands in a list.
     void ShowFoundWorkouts();
+    void ShowFoundEvaluations();
     void TellNotBuiltYet();
 
     CAppCommands& m_app;

@@ -19,19 +19,7 @@ void CCorvanaDoc::ShowFoundWorkouts()
     TellNotBuiltYet();
 }
 
-bool CCorvanaDoc::EditEvaluationAt(std::int32_t, QString const&)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
-bool CCorvanaDoc::DeleteEvaluationAt(std::int32_t, QString const&)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
-void CCorvanaDoc::ShowMemberEvaluations()
+void CCorvanaDoc::ShowFoundEvaluations()
 {
     TellNotBuiltYet();
 }

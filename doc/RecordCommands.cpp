@@ -31,10 +31,7 @@ bool CRecordCommands::UseAt(
     if (!m_set.LastStatus()) {
         return m_doc.Fail(Tr("Error: the %1 could not be read.").arg(m_strOne), m_set);
     }
-    // Another program has deleted it, and the tree does not know.
-    ShowChanged(memberID,
-        Tr("Member ID %1 does not have this %2 any more.")
-            .arg(QString::number(memberID), m_strOne));
+    ShowGone(memberID); // another program has deleted it, and the tree does not know
     return false;
 }
 
@@ -97,6 +94,13 @@ void CRecordCommands::ShowSaved(std::int32_t memberID) const
 {
     ShowChanged(
         memberID, Tr("The %1 of member ID %2 was saved.").arg(m_strOne, QString::number(memberID)));
+}
+
+void CRecordCommands::ShowGone(std::int32_t memberID) const
+{
+    ShowChanged(memberID,
+        Tr("Member ID %1 does not have this %2 any more.")
+            .arg(QString::number(memberID), m_strOne));
 }
 
 void CRecordCommands::ShowChanged(std::int32_t memberID, QString const& result) const

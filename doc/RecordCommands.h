@@ -50,6 +50,7 @@ public:
     bool AreFound(int count, QString const& none) const;
 
     void ShowSaved(std::int32_t memberID) const;
+    void ShowGone(std::int32_t memberID) const;
     /// Tells the tree that the member's records have changed, and the user where that does not
     /// interrupt anybody.
     void ShowChanged(std::int32_t memberID, QString const& result) const;

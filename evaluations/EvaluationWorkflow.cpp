@@ -1,7 +1,7 @@
 // Adding, editing, deleting and finding evaluations.
 #include "doc/CorvanaDoc.h"
 
-#include "doc/DocViews.h"
+#include "doc/RecordCommands.h"
 #include "evaluations/EvaluationBodyCompPg.h"
 #include "evaluations/EvaluationEditor.h"
 #include "evaluations/EvaluationFitTestPg.h"
@@ -18,12 +18,13 @@
 namespace
 {
 
-void ShowChanged(CCorvanaDoc& doc, std::int32_t memberID, QString const& result)
+CRecordCommands CommandsOf(CCorvanaDoc& doc)
 {
-    if (doc.Views() != nullptr) {
-        doc.Views()->RefreshMemberNode(memberID, kEvaluationsNode, 0);
-    }
-    doc.ShowResult(result.arg(memberID));
+    return {doc, doc.m_setEval,
+        [&doc](std::int32_t memberID, CEFOleDateTime const& date) {
+            return doc.m_setEval.FindEvals(memberID, date);
+        },
+        CCorvanaDoc::tr("evaluation"), CCorvanaDoc::tr("evaluations")};
 }
 
 void AddPages(CPropertySheet& sheet, CCorvanaDoc& doc, CEvaluationRecord& record)
@@ -69,30 +70,49 @@ bool CCorvanaDoc::AddEditEvaluation(CDAOEval* set)
     if (sheet.exec() != QDialog::Accepted) {
         return false;
     }
-    ShowChanged(*this, memberID, tr("The evaluation of member ID %1 was saved."));
+    CommandsOf(*this).ShowSaved(memberID);
     return true;
 }
 
 bool CCorvanaDoc::DeleteEvaluation(CDAOEval const& set)
 {
-    auto const memberID = set.m_lMemberID;
-    if (memberID == 0
-        || !Ask(Window(),
-            tr("Are you sure you want to delete the evaluation\nfor Member ID: %1 dated %2?")
-                .arg(QString::number(memberID), ToQt(set.m_dtEvalDate.DateStrLongYear())),
-            CQuestion::destroying)) {
+    auto const commands = CommandsOf(*this);
+    if (!commands.ConfirmDeletion(set.m_lMemberID, set.m_dtEvalDate)) {
         return false;
     }
     CWaitCursor const wait;
-    auto& evaluations = m_setSmEval;
-    CSetCloser const close(evaluations);
-    bool const isDeleted
-        = evaluations.FindEvals(CDAOSmEval::idEval, set.m_lEvalID) > 0 && evaluations.DelCurrent();
-    if (!evaluations.LastStatus()) {
-        return Fail(tr("Error: the evaluation was not deleted."), evaluations);
+    CSetCloser const close(m_setSmEval);
+    if (m_setSmEval.FindEvals(CDAOSmEval::idEval, set.m_lEvalID) > 0) {
+        return commands.DeleteRow(m_setSmEval);
     }
-    ShowChanged(*this, memberID,
-        isDeleted ? tr("The evaluation of member ID %1 was deleted.")
-                  : tr("Member ID %1 does not have this evaluation any more."));
-    return isDeleted;
+    if (!m_setSmEval.LastStatus()) {
+        return Fail(tr("Error: the evaluation was not deleted."), m_setSmEval);
+    }
+    commands.ShowGone(set.m_lMemberID);
+    return false;
+}
+
+bool CCorvanaDoc::EditEvaluationAt(std::int32_t memberID, QString const& date)
+{
+    return CommandsOf(*this).UseAt(
+        memberID, date, [this] { return AddEditEvaluation(&m_setEval); });
+}
+
+bool CCorvanaDoc::DeleteEvaluationAt(std::int32_t memberID, QString const& date)
+{
+    return CommandsOf(*this).UseAt(memberID, date, [this] { return DeleteEvaluation(m_setEval); });
+}
+
+void CCorvanaDoc::ShowMemberEvaluations()
+{
+    CommandsOf(*this).ShowOfMember(
+        [this](std::int32_t memberID, std::optional<std::uint8_t> classIndex) {
+            return classIndex ? m_setEval.FindEvals(memberID, *classIndex)
+                              : m_setEval.FindEvals(CDAOSmEval::idMember, memberID);
+        },
+        [this](std::int32_t memberID, CClassChoice const& choice) {
+            m_nEvalMemberSel = memberID;
+            m_nEvalClassSel = choice.m_nClassIndex;
+            ShowFoundEvaluations();
+        });
 }

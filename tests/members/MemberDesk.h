@@ -52,7 +52,8 @@ public:
                     auto const& cell = rows.Row(row).Cell(i);
                     cells += cell.type == CCell::text
                         ? QString::fromLatin1(rows.Row(row).Text(cell))
-                        : QString::number(cell.integerValue);
+                        : cell.type == CCell::real ? QString::number(cell.realValue)
+                                                   : QString::number(cell.integerValue);
                 }
                 lines += table + QStringLiteral(": ") + cells.join(u'|');
             }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/db/Database.h"
+#include "store/services/MemberChange.h"
 #include "store/services/MemberServices.h"
 
 #include <string>
@@ -11,114 +11,70 @@
 namespace WholeMember
 {
 
-constexpr int kClasses = 3;
-
 /// Adds or changes the row that a find has found or not.
 template <typename Set, typename Fill>
-bool SaveRow(Set& set, bool found, Fill const& fill)
+bool SaveRow(Set& set, int found, Fill const& fill)
 {
-    bool const begun = (found || (set.LastStatus() && set.OpenSet(false) == 0))
-        && set.Op(found ? CDAOEFSet::opEdit : CDAOEFSet::opAddNew);
+    bool const begun = (found > 0 || (set.LastStatus() && set.OpenSet(false) == 0))
+        && set.Op(found > 0 ? CDAOEFSet::opEdit : CDAOEFSet::opAddNew);
     fill();
     return begun && set.Op(CDAOEFSet::opUpdate);
 }
 
-/// The tables one after the other: each row is a commit of its own where no transaction is open.
-/// With "to" the member gets another ID. The rows below follow the summary: their old ID finds
-/// none of them any more.
-inline bool SaveRows(
-    std::int32_t from, std::int32_t to, std::int64_t save, std::int32_t workoutNumber)
+/// The whole member or nothing of it. With "to" it gets another ID: the rows below follow the
+/// summary, and their old ID finds none of them any more.
+inline bool Save(std::int32_t from, std::int64_t save, std::int32_t to, std::int32_t workoutNumber)
 {
-    CDAOSmMem member;
-    CDAOProf profile;
-    CDAOEnr enrollment;
-    CDAOMsg message;
-    CClassSlot slot;
-    slot.category = std::to_string(save);
-    return SaveRow(member, member.FindMember(CDAOSmMem::idMember, from) != 0, [&] {
-        member.m_MemberID = to;
-        member.m_WorkoutNum = workoutNumber;
-        member.m_FirstName = slot.category;
-        member.m_LastName = "Featherstonehaugh";
-        member.m_Status = 1;
-    }) && SaveRow(profile, profile.FindProfile(to) != 0, [&] {
-        profile.m_MemberID = to;
-        profile.m_Address = slot.category;
-        profile.m_Goals = profile.m_MedHist = static_cast<std::uint32_t>(save);
-    }) && SaveRow(enrollment, enrollment.FindEnrollment(to) != 0, [&] {
-        enrollment.m_MemberID = to;
-        enrollment.m_EnrollDate = CEFOleDateTime::FromSeconds(save);
-    }) && SaveRow(message, message.FindMessages(to) != 0, [&] {
-        message.m_MemberID = to;
-        message.m_Message = slot.category;
-    }) && UpdateClasses(to, slot, slot, slot);
-}
-inline bool SaveRows(std::int32_t memberID, std::int64_t save)
-{
-    return SaveRows(memberID, memberID, save, memberID);
-}
-
-/// The whole member or nothing of it.
-inline bool Save(std::int32_t from, std::int32_t to, std::int64_t save, std::int32_t workoutNumber)
-{
-    CDbStatus status;
-    auto* const database = CDatabaseSession::Get().Open(DataFile::member, status);
-    if (database == nullptr) {
+    CMemberChange change;
+    if (!change.IsOK()) {
         return false;
     }
-    CTransaction transaction(*database);
-    return transaction.Status() && SaveRows(from, to, save, workoutNumber) && transaction.Commit();
+    auto const text = std::to_string(save);
+    CDAOSmMem member;
+    change.Require(SaveRow(member, member.FindMember(CDAOSmMem::idMember, from), [&] {
+        member.m_MemberID = to;
+        member.m_WorkoutNum = workoutNumber;
+        member.m_FirstName = text;
+        member.m_LastName = "Featherstonehaugh";
+        member.m_Status = 1;
+    }));
+    CDAOProf profile;
+    change.Require(SaveRow(profile, profile.FindProfile(to), [&] {
+        profile.m_MemberID = to;
+        profile.m_Address = text;
+        profile.m_Goals = profile.m_MedHist = static_cast<std::uint32_t>(save);
+    }));
+    CDAOEnr enrollment;
+    change.Require(SaveRow(enrollment, enrollment.FindEnrollment(to), [&] {
+        enrollment.m_MemberID = to;
+        enrollment.m_EnrollDate = CEFOleDateTime::FromSeconds(save);
+    }));
+    CDAOMsg message;
+    change.Require(SaveRow(message, message.FindMessages(to), [&] {
+        message.m_MemberID = to;
+        message.m_Message = text;
+    }));
+    CClassSlot slot;
+    slot.category = text;
+    change.Require(UpdateClasses(to, slot, slot, slot));
+    return change.Commit();
 }
 inline bool Save(std::int32_t memberID, std::int64_t save)
 {
-    return Save(memberID, memberID, save, memberID);
+    return Save(memberID, save, memberID, memberID);
 }
 
-/// What a program that shows a member has read: the number of the save, 0 when there is no such
-/// member, -1 when its rows are not all there or not all of one save.
-inline std::int64_t Load(std::int32_t memberID)
-{
-    CDAOSmMem members;
-    CDAOProf profiles;
-    CDAOEnr enrollments;
-    CDAOMsg messages;
-    CDAOCls classes;
-    if (members.FindMember(CDAOSmMem::idMember, memberID) == 0) {
-        return members.LastStatus() ? 0 : -1;
-    }
-    auto const save = std::stoll(members.m_FirstName);
-    bool whole = profiles.FindProfile(memberID) == 1 && profiles.m_Address == members.m_FirstName
-        && profiles.m_Goals == save && profiles.m_MedHist == save
-        && enrollments.FindEnrollment(memberID) == 1 && enrollments.m_EnrollDate.Seconds() == save
-        && messages.FindMessages(memberID) == 1 && messages.m_Message == members.m_FirstName
-        && classes.FindClasses(memberID) == kClasses;
-    for (int i = 0; i < kClasses; ++i) {
-        whole = whole && classes.m_Category == members.m_FirstName;
-        classes.Op(CDAOEFSet::opMoveNext);
-    }
-    return whole ? save : -1;
-}
-
-/// The number of members whose rows are not all there or not all of one save; -1 when that cannot
-/// be read. One statement, so that it sees one moment.
-inline std::int64_t Partial()
-{
-    constexpr char const* kSelect
-        = "SELECT count(*) FROM members AS m WHERE NOT EXISTS (SELECT 1 FROM profiles AS p "
-          "WHERE p.member_id = m.member_id AND p.address = m.first_name "
-          "AND p.goals = m.first_name AND p.medical_history = m.first_name) "
-          "OR NOT EXISTS (SELECT 1 FROM enrollments AS e WHERE e.member_id = m.member_id "
-          "AND e.enroll_date = m.first_name) "
-          "OR NOT EXISTS (SELECT 1 FROM messages AS n WHERE n.member_id = m.member_id "
-          "AND n.message = m.first_name) "
-          "OR 3 <> (SELECT count(*) FROM classes AS c WHERE c.member_id = m.member_id "
-          "AND c.category = m.first_name)";
-    CDbStatus status;
-    auto* const database = CDatabaseSession::Get().Open(DataFile::member, status);
-    CRowBlock rows;
-    return database != nullptr && database->Query(kSelect, {}, rows)
-        ? rows.Row(0).Cell(0).integerValue
-        : -1;
-}
+/// Selects the number of members whose rows are not all there or not all of one save, by one
+/// statement, so that it sees one moment.
+constexpr char const* kSelectPartial
+    = "SELECT count(*) FROM members AS m WHERE NOT EXISTS (SELECT 1 FROM profiles AS p "
+      "WHERE p.member_id = m.member_id AND p.address = m.first_name "
+      "AND p.goals = m.first_name AND p.medical_history = m.first_name) "
+      "OR NOT EXISTS (SELECT 1 FROM enrollments AS e WHERE e.member_id = m.member_id "
+      "AND e.enroll_date = m.first_name) "
+      "OR NOT EXISTS (SELECT 1 FROM messages AS n WHERE n.member_id = m.member_id "
+      "AND n.message = m.first_name) "
+      "OR 3 <> (SELECT count(*) FROM classes AS c WHERE c.member_id = m.member_id "
+      "AND c.category = m.first_name)";
 
 } // namespace WholeMember

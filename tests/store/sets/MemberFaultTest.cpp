@@ -3,7 +3,9 @@
 #include "tests/store/WholeMember.h"
 #include "tests/store/text/DataFileFixture.h"
 
+#include <csignal>
 #include <functional>
+#include <sys/resource.h>
 
 namespace
 {
@@ -13,14 +15,27 @@ namespace fs = std::filesystem;
 class MemberFaultTest : public CDataFileTest
 {
 protected:
+    using Operation = std::function<bool()>;
+
+    /// Makes data files, and a centre which they change: some in it have one another's numbers.
     void SetUp() override
     {
         CDataFileTest::SetUp();
+        for (std::int32_t id = 1; id <= 16; ++id) {
+            AddMember(id);
+        }
+        for (int i = 1; i <= 400; ++i) {
+            Add(m_setEval, {{"member_id", 1}, {"eval_date", i}, {"eval_id", i}});
+        }
+        Run(DataFile::member, "UPDATE messages SET message = hex(zeroblob(20000))");
+        m_strMembers = Backup(m_setMem);
+        m_strEvals = Backup(m_setEval);
+        Run(DataFile::member, "DELETE FROM members");
         for (std::int32_t id = 1; id <= 3; ++id) {
-            ASSERT_TRUE(WholeMember::Save(id, id));
+            ASSERT_TRUE(WholeMember::Save(id, id, id, 501 + id % 3));
             for (int i = 0; i < 5; ++i) {
-                AddWorkout(id, 3'900'000'000 + i);
-                Add(m_setEval, {{"member_id", id}, {"eval_id", id * 100 + i}});
+                AddWorkout(id, kTime + i);
+                Add(m_setEval, {{"member_id", id}, {"eval_date", i}, {"eval_id", id * 100 + i}});
                 Add(m_setBodyComp, {{"member_id", id}});
             }
         }
@@ -30,6 +45,8 @@ protected:
         fs::rename(m_strPath, m_folder / "model.mdb");
     }
 
+    /// Opens the centre as it was made. Little of it is kept in memory, so that much is written
+    /// long before a restore ends.
     void StartAnew() const
     {
         CDatabaseSession::Get().ShutDown();
@@ -37,17 +54,22 @@ protected:
             fs::remove(m_strPath + extension);
         }
         fs::copy_file(m_folder / "model.mdb", m_strPath);
-        Database(DataFile::member);
+        Run(DataFile::member, kLittleMemory);
     }
 
-    static std::map<std::string, Rows> State()
+    /// Whether a limit on the size of files killed a program in the write that passed it.
+    bool IsKilled(Operation const& operation, rlim_t mostBytes) const
     {
-        std::map<std::string, Rows> state;
-        for (auto const* const table : {"members", "profiles", "enrollments", "classes", "messages",
-                 "workouts", "evaluations", "skinfolds", "lifts", "body_compositions"}) {
-            state[table] = Dump(table, false);
-        }
-        return state;
+        StartAnew();
+        auto peer = StartPeer([&](CPeer const& /*self*/) {
+            Run(DataFile::member, kLittleMemory);
+            std::signal(SIGXFSZ, [](int) { std::raise(SIGKILL); });
+            rlimit const limit = {mostBytes, RLIM_INFINITY};
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            operation();
+            CDatabaseSession::Get().ShutDown();
+        });
+        return !peer.Finish();
     }
 
     static bool GiveNewID()
@@ -58,7 +80,6 @@ protected:
         set.m_MemberID = 77;
         bool const done = set.Op(CDAOEFSet::opUpdate);
         EXPECT_EQ(set.LastStatus().IsOK(), done);
-        EXPECT_EQ(WholeMember::Load(77), done ? 2 : 0);
         return done;
     }
 
@@ -67,6 +88,13 @@ protected:
         CDAOSmMem set;
         all ? set.FindAllMembers(true) : set.FindMember(CDAOSmMem::idMember, 2);
         bool const done = all ? set.DelAll() == 3 : set.DelCurrent();
+        EXPECT_EQ(set.LastStatus().IsOK(), done);
+        return done;
+    }
+
+    static bool RestoreAll(CDAOFileSet& set, std::string const& file)
+    {
+        bool const done = Restore(set, file, 0, false) > 0;
         EXPECT_EQ(set.LastStatus().IsOK(), done);
         return done;
     }
@@ -83,19 +111,23 @@ protected:
             && transaction.Commit();
     }
 
+    static constexpr char const* kLittleMemory = "PRAGMA cache_size = 20";
     std::string const m_strPath = m_folder / DataFileName(DataFile::member);
+    std::string m_strMembers;
+    std::string m_strEvals;
 };
 
 } // namespace
 
-/// Every operation is repeated with another call that writes failing each time. Either all of it
-/// was done, or it told its failure and changed nothing in any table.
+/// Every operation is killed in one write after the other, and repeated with another call that
+/// writes failing each time. Either all of it was done, or it changed nothing in any table and,
+/// where it could, told its failure.
 TEST_F(MemberFaultTest, EachOperationIsDoneAsAWholeOrNotAtAll)
 {
-    std::vector<std::function<bool()>> const operations = {
+    std::vector<Operation> const operations = {
         [] { return WholeMember::Save(7, 70); },
         [] { return WholeMember::Save(2, 20); },
-        [] { return WholeMember::Save(2, 77, 20, 2); },
+        [] { return WholeMember::Save(2, 20, 77, 2); },
         GiveNewID,
         [] { return Delete(false); },
         [] { return Delete(true); },
@@ -107,16 +139,27 @@ TEST_F(MemberFaultTest, EachOperationIsDoneAsAWholeOrNotAtAll)
         [] { return DeleteClassData(2, 1); },
         Post,
         DoAll,
+        [&] { return RestoreAll(m_setMem, m_strMembers); },
+        [&] { return RestoreAll(m_setEval, m_strEvals); },
     };
     for (auto const& operation : operations) {
         SCOPED_TRACE(&operation - operations.data());
         StartAnew();
-        auto const before = State();
+        auto const before = DumpAll();
         ASSERT_TRUE(operation());
-        auto const after = State();
-        ASSERT_NE(before, after);
+        auto const after = DumpAll();
+        ASSERT_TRUE(before != after);
         EXPECT_EQ(Number(DataFile::member, "SELECT count(*) FROM pragma_foreign_key_check"), 0)
             << "rows that did not follow or go with their member";
+        int unchanged = 0;
+        for (rlim_t size = 1; IsKilled(operation, size); size += size / 4 + 4096) {
+            auto const now = DumpAll();
+            ASSERT_TRUE(now == before || now == after) << "killed at " << size;
+            unchanged += now == before ? 1 : 0;
+            ASSERT_LT(size, 1U << 30);
+        }
+        EXPECT_GT(unchanged, 1) << "the limits do not reach the store";
+        EXPECT_TRUE(DumpAll() == after);
         int const struck = Faults::ForEach([&](int nth, int error, bool lasting) {
             SCOPED_TRACE(testing::Message() << error << (lasting ? " from " : " at ") << nth);
             StartAnew();
@@ -124,10 +167,10 @@ TEST_F(MemberFaultTest, EachOperationIsDoneAsAWholeOrNotAtAll)
             bool const done = operation();
             bool const hit = Faults::End();
             EXPECT_TRUE(hit || done);
-            EXPECT_EQ(State(), done ? after : before);
+            EXPECT_TRUE(DumpAll() == (done ? after : before));
             EXPECT_TRUE(WholeMember::Save(99, 99)) << "not usable any more";
             CDatabaseSession::Get().ShutDown();
-            EXPECT_EQ(WholeMember::Load(99), 99) << "for who opens the file next";
+            EXPECT_TRUE(IsMember(99, CDAOSmMem::idMember)) << "for who opens the file next";
             return hit && !HasFailure();
         });
         EXPECT_GT(struck, 8) << "the faults do not reach the store";
@@ -138,14 +181,12 @@ TEST_F(MemberFaultTest, EachOperationIsDoneAsAWholeOrNotAtAll)
 TEST_F(MemberFaultTest, ARefusedRowTakesTheWholeSaveBack)
 {
     StartAnew();
-    EXPECT_FALSE(WholeMember::Save(7, 7, 70, 2)) << "the workout number of another member";
-    EXPECT_FALSE(IsMember(7, CDAOSmMem::idMember));
-    EXPECT_FALSE(WholeMember::Save(1, 2, 10, 1)) << "the ID of another member";
-    EXPECT_EQ(WholeMember::Load(1), 1);
+    auto const before = DumpAll();
+    EXPECT_FALSE(WholeMember::Save(7, 70, 7, 502)) << "the workout number of another member";
+    EXPECT_FALSE(WholeMember::Save(1, 10, 2, 1)) << "the ID of another member";
     Run(DataFile::member,
         "CREATE TRIGGER refuse BEFORE UPDATE ON classes WHEN NEW.category = '30' "
         "BEGIN SELECT RAISE(ABORT, 'no'); END");
     EXPECT_FALSE(WholeMember::Save(3, 30)) << "the last of its tables";
-    EXPECT_EQ(WholeMember::Load(3), 3);
-    EXPECT_EQ(WholeMember::Partial(), 0);
+    EXPECT_TRUE(DumpAll() == before);
 }

@@ -1,5 +1,4 @@
 #include "store/services/MemberSearchData.h"
-#include "store/sets/DAOChkIn.h"
 #include "store/sets/DAOEval.h"
 #include "store/sets/DAOMemCls.h"
 #include "tests/store/MemberFixture.h"
@@ -80,18 +79,6 @@ TEST_F(MemberTest, AreFoundByEitherNumberAndListedByNameIgnoringCase)
     ASSERT_EQ(whole.FindMember(CDAOSmMem::idWorkout, 502), 1);
     EXPECT_EQ(MemberIDOf(whole), 2);
     EXPECT_EQ(whole.m_ExpireDate.DateStrLongYear(), "12/31/2026");
-}
-
-TEST_F(MemberTest, CheckInsComeOldestFirst)
-{
-    for (std::int32_t const member : {7, 8, 9}) {
-        Add<CDAOChkIn>([&](CDAOChkIn& set) {
-            set.m_lMemberID = member;
-            set.m_dtCheckIn = CEFOleDateTime(2026, 11, 16, 12, member == 7 ? 1 : 0);
-        });
-    }
-    CDAOChkIn set;
-    EXPECT_EQ(Walk(set, &CDAOChkIn::m_lMemberID, set.FindChkIns()), (Ids{8, 9, 7}));
 }
 
 TEST_F(MemberTest, FindsWorkoutsOfASpanOfTime)

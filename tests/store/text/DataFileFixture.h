@@ -120,7 +120,7 @@ protected:
     }
 
     /// All rows of a table without their keys: each with the bytes and types of its cells.
-    static Rows Dump(std::string const& table, bool sorted = true)
+    static Rows Dump(std::string const& table)
     {
         CRowBlock block;
         auto const status = Database(DataFile::member)
@@ -138,9 +138,6 @@ protected:
                 row << ' ';
             }
             rows.push_back(row.str());
-        }
-        if (sorted) {
-            std::sort(rows.begin(), rows.end());
         }
         return rows;
     }

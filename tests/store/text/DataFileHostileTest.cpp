@@ -1,3 +1,4 @@
+#include "tests/store/ForeignProgram.h"
 #include "tests/store/text/DataFileFixture.h"
 
 namespace
@@ -10,17 +11,7 @@ protected:
     void SetUp() override
     {
         CDataFileTest::SetUp();
-        for (auto const* const set : m_sets) {
-            for (auto const& part : set->GetLine().Parts()) {
-                std::string columns = "id INTEGER PRIMARY KEY AUTOINCREMENT";
-                columns += part.link.empty() ? "" : ", " + part.link;
-                for (auto const& column : part.columns) {
-                    columns += ", " + column.name;
-                }
-                Run(DataFile::member, "DROP TABLE IF EXISTS " + part.table);
-                Run(DataFile::member, "CREATE TABLE " + part.table + " (" + columns + ")");
-            }
-        }
+        CForeignProgram(DataFile::member).LoosenTables();
     }
 
     /// The cells of a record whose parts are all there.

@@ -113,7 +113,7 @@ TEST_F(DataFileNumberTest, AnEvaluationWhoseNumberIsTakenGetsOneBehindAllOthers)
         Add(m_setEval, {{"member_id", id == 20 ? 2 : 1}, {"eval_date", id}, {"eval_id", id}});
     }
     auto const file = Backup(m_setEval);
-    auto const lifts = Dump("lifts WHERE eval_id < 20", false);
+    auto const lifts = Dump("lifts WHERE eval_id < 20");
     EXPECT_FALSE(lifts.empty());
     Run(DataFile::member, "UPDATE evaluations SET eval_id = 500 WHERE eval_id = 20");
     auto const bad = Backup(m_setEval) + "\n";
@@ -134,6 +134,6 @@ TEST_F(DataFileNumberTest, AnEvaluationWhoseNumberIsTakenGetsOneBehindAllOthers)
             5);
         Run(DataFile::member,
             "UPDATE lifts SET eval_id = eval_id - " + number + " + 10 WHERE eval_id <> 12");
-        EXPECT_EQ(Dump("lifts", false), lifts);
+        EXPECT_EQ(Dump("lifts"), lifts);
     }
 }

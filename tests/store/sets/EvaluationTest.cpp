@@ -59,28 +59,3 @@ TEST_F(EvaluationTest, FindsSelectTheirRowsOldestFirst)
         EXPECT_EQ(CDAOEval().FindEvals(CDAOSmEval::idEval, number), number == 20 ? 1 : 0);
     }
 }
-
-TEST_F(EvaluationTest, OtherStationsHoldNothing)
-{
-    CDAOWk workout;
-    CDAOCirc lifts;
-    for (int const none : {-1, 0, 1'000'000}) {
-        workout.SetStnVal(13 + none, 7);
-        lifts.SetStnVal(24 + none, 7);
-        EXPECT_EQ(workout.GetStnVal(13 + none), none < 0 ? 7 : 0);
-        EXPECT_EQ(lifts.GetStnVal(24 + none), none < 0 ? 7 : 0);
-    }
-    EXPECT_EQ(workout.GetStnVal(-1) + lifts.GetStnVal(-1), 0);
-    EXPECT_EQ(CDAOEval().GetStnVal(-1) + CDAOEval().GetStnVal(24), 0);
-}
-
-TEST_F(EvaluationTest, AfterTheLargestNumberComesTheFirstFreeOne)
-{
-    AddMember(5);
-    for (std::string const number : {"1", "2", "3"}) {
-        AddRecords(5, 1, {}, number);
-    }
-    EXPECT_EQ(CDAOSmEval().GenerateIDNum(), 4);
-    Run(DataFile::member, "UPDATE evaluations SET eval_id = 2147483647 WHERE eval_id = 2");
-    EXPECT_EQ(CDAOSmEval().GenerateIDNum(), 2);
-}

@@ -3,7 +3,7 @@
 #include "store/sets/DAOMemCls.h"
 #include "tests/store/MemberFixture.h"
 
-#include <numeric>
+#include <algorithm>
 
 namespace
 {
@@ -56,6 +56,7 @@ TEST_F(MemberTest, AreFoundByEitherNumberAndListedByNameIgnoringCase)
     AddMember(1, "smith", "Bo");
     AddMember(2, "adams", "Cy");
     AddMember(3, "SMITH", "Al");
+    Run(DataFile::member, "UPDATE members SET status = 200 WHERE member_id = 3");
     CDAOSmMem set;
     auto const found = [&](int count) { return Walk(set, &CDAOSmMem::m_MemberID, count); };
     EXPECT_EQ(found(set.FindAllMembersByName(true)), (Ids{2, 3, 1}));
@@ -129,7 +130,7 @@ TEST_F(MemberTest, EachCriterionFindsByItsOwnField)
         {By(Search::sPeriod, std::uint8_t(3)), "enrollments SET period = 3"},
         {By(Search::sExpireDate, day, day), "enrollments SET expire_date = " + noon},
         {By(Search::sEnrollDate, day, day), "enrollments SET enroll_date = " + noon},
-        {By(Search::sMemberID, 22), "members SET status = 2"},
+        {By(Search::sMemberID, 22), "members SET status = 1"},
         {ByText(Search::sClass, "xYZ"), "classes SET category = 'Xyz'"},
     };
     for (std::int32_t number = 1; number <= 23; ++number) {
@@ -150,11 +151,6 @@ TEST_F(MemberTest, EachCriterionFindsByItsOwnField)
     for (auto const& [search, change] : cases) {
         EXPECT_EQ(Found(search), Ids{++id}) << change;
     }
-    CDAOSmMem present;
-    Ids expected(cases.size());
-    std::iota(expected.begin(), expected.end(), 1);
-    std::erase(expected, 14);
-    EXPECT_EQ(Walk(present, &CDAOSmMem::m_MemberID, present.FindAllMembers(false)), expected);
 }
 
 TEST_F(MemberTest, SearchMeetsAllCriteria)

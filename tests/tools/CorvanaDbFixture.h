@@ -1,18 +1,17 @@
 #pragma once
 
-#include "store/sets/DatabaseSession.h"
-#include "tests/TempFolder.h"
+#include "tests/store/StoreFixture.h"
 
 #include <array>
 #include <cstdlib>
 #include <fstream>
-#include <gtest/gtest.h>
+#include <iterator>
 #include <pty.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
 /// Runs corvana-db over a data folder that is not there yet.
-class CCorvanaDbTest : public testing::Test
+class CCorvanaDbTest : public CStoreTest
 {
 protected:
     using Words = std::vector<std::string>;
@@ -24,7 +23,6 @@ protected:
         Write(m_password, std::string(kPassword) + "\n");
         std::filesystem::copy_file(CORVANA_SETTINGS, m_settings);
     }
-    void TearDown() override { CDatabaseSession::Get().ShutDown(); }
 
     /// Makes a file that its owner alone may read.
     static void Write(std::filesystem::path const& path, std::string_view text)
@@ -58,9 +56,9 @@ protected:
         return line;
     }
     /// Runs it without a terminal.
-    Result Run(Words const& arguments, Words const& before = {}) const
+    Result Command(Words const& arguments, Words const& before = {}) const
     {
-        auto const file = (m_temporary.Path() / "said").string();
+        auto const file = (m_folder / "said").string();
         auto const line = "setsid -w" + CommandLine(arguments, before) + " </dev/null >" + file
             + " 2>" + file + "2";
         int const status = std::system(line.c_str()); // NOLINT(cert-env33-c)
@@ -70,7 +68,7 @@ protected:
     void Expect(int exitCode, std::string const& said, Words const& arguments,
         Words const& before = {}) const
     {
-        auto const [code, output, errors] = Run(arguments, before);
+        auto const [code, output, errors] = Command(arguments, before);
         EXPECT_EQ(code, exitCode) << said;
         EXPECT_NE((output + errors).find(said), std::string::npos) << said << ":\n"
                                                                    << output << errors;
@@ -109,16 +107,9 @@ protected:
     /// The names in the data folder, "none" when there is no folder.
     std::string Names() const
     {
-        auto const list = m_temporary.Path() / "names";
+        auto const list = m_folder / "names";
         auto const line = "ls -A " + m_data.string() + " >" + list.string() + " 2>/dev/null";
         return std::system(line.c_str()) == 0 ? TextOf(list) : "none"; // NOLINT(cert-env33-c)
-    }
-    static CDatabase& Database(DataFile file)
-    {
-        CDbStatus status;
-        auto* const database = CDatabaseSession::Get().Open(file, status);
-        EXPECT_NE(database, nullptr) << status.Text();
-        return *database;
     }
     /// The text that a SELECT finds.
     static std::string Select(DataFile file, std::string const& what)
@@ -129,9 +120,8 @@ protected:
         return status ? std::string(rows.Row(0).Text(rows.Row(0).Cell(0))) : "";
     }
 
-    CTempFolder m_temporary;
-    std::filesystem::path const m_data = m_temporary.Path() / "far" / "data";
-    std::filesystem::path const m_password = m_temporary.Path() / "password";
-    std::filesystem::path const m_settings = m_temporary.Path() / "settings.toml";
+    std::filesystem::path const m_data = m_folder / "far" / "data";
+    std::filesystem::path const m_password = m_folder / "password";
+    std::filesystem::path const m_settings = m_folder / "settings.toml";
     Words const m_create = {"create", m_settings.string(), "--password-file", m_password.string()};
 };

@@ -65,7 +65,7 @@ TEST_F(CorvanaDbTest, WhatIsThereIsNeverTouched)
 
 TEST_F(CorvanaDbTest, BadPasswordsMakeAndChangeNothing)
 {
-    auto const other = (m_temporary.Path() / "other").string();
+    auto const other = (m_folder / "other").string();
     Words const password = {"password", "--password-file", other};
     Write(other, "1234567");
     Expect(1, "password", {"demo", "--password-file", other});
@@ -80,14 +80,14 @@ TEST_F(CorvanaDbTest, BadPasswordsMakeAndChangeNothing)
         Write(other, bad);
         Expect(1, said, password);
     }
-    for (auto const* const path : {m_temporary.Path().c_str(), "/nowhere"}) {
+    for (auto const* const path : {m_folder.c_str(), "/nowhere"}) {
         Expect(1, "Cannot read the password", {"password", "--password-file", path});
     }
     Expect(1, "no terminal", {"password"});
     EXPECT_TRUE(CDAOCenter().ChkPassword(kPassword)) << "a refused password changed the old one";
 
     Write(other, "a new password\r\nsecond line\n");
-    auto const changed = Run(password);
+    auto const changed = Command(password);
     EXPECT_EQ(changed.exitCode, 0);
     EXPECT_EQ(changed.errors, "");
     EXPECT_TRUE(CDAOCenter().ChkPassword("a new password"));
@@ -121,7 +121,7 @@ TEST_F(CorvanaDbTest, StoppedAnywhereItLeavesAllFilesOrNone)
     int failures = 0;
     for (auto const* const blocks : {"0", "7", "24", "90", "200", "900"}) {
         auto const result
-            = Run(m_create, {"sh", "-c", R"(trap "" XFSZ; ulimit -f $0; exec "$@")", blocks});
+            = Command(m_create, {"sh", "-c", R"(trap "" XFSZ; ulimit -f $0; exec "$@")", blocks});
         EXPECT_EQ(Names(), result.exitCode == 0 ? kAllFiles : "none") << blocks << result.errors;
         failures += result.exitCode == 0 ? 0 : 1;
         fs::remove_all(m_data.parent_path());
@@ -129,7 +129,7 @@ TEST_F(CorvanaDbTest, StoppedAnywhereItLeavesAllFilesOrNone)
     EXPECT_GT(failures, 3);
     EXPECT_LT(failures, 6);
     for (auto const* const seconds : {"0.005", "0.02", "0.05", "0.2"}) {
-        Run(m_create, {"timeout", "--signal", "TERM", seconds});
+        Command(m_create, {"timeout", "--signal", "TERM", seconds});
         EXPECT_TRUE(Names() == "none" || Names() == kAllFiles) << seconds << Names();
         fs::remove_all(m_data.parent_path());
     }
@@ -161,10 +161,6 @@ TEST_F(CorvanaDbTest, FolderThatCannotBeWrittenIsRefused)
     Expect(1, m_data.string() + "\": Permission denied", m_create, AsOrdinaryUser());
     EXPECT_EQ(Names(), "");
     fs::remove(m_data);
-    ::chmod(m_data.parent_path().c_str(), 0500);
-    Expect(1, "Permission denied", m_create, AsOrdinaryUser());
-    EXPECT_EQ(Names(), "none");
-    ::chmod(m_data.parent_path().c_str(), 0700);
     Write(m_data, "a file");
     Expect(1, "", m_create);
     EXPECT_EQ(fs::file_size(m_data), 6U);
@@ -173,10 +169,9 @@ TEST_F(CorvanaDbTest, FolderThatCannotBeWrittenIsRefused)
 TEST_F(CorvanaDbTest, CheckTellsUsersFindingsAndFilesItCannotRead)
 {
     MakeCenter();
-    std::int64_t changed = 0;
-    ASSERT_TRUE(Database(DataFile::report).Execute("CREATE TABLE extra (n INTEGER)", {}, changed));
+    Run(DataFile::report, "CREATE TABLE extra (n INTEGER)");
     Expect(1, "report.mdb: NOT as it should be\n    unknown: extra", {"check"});
-    ASSERT_TRUE(Database(DataFile::report).Execute("DROP TABLE extra", {}, changed));
+    Run(DataFile::report, "DROP TABLE extra");
     Expect(0,
         "report.mdb: all well\n    open in tools_tests (process " + std::to_string(::getpid())
             + ")\ncenter.mdb: all well\nmember.mdb",
@@ -202,21 +197,16 @@ TEST_F(CorvanaDbTest, CheckTellsUsersFindingsAndFilesItCannotRead)
     fs::remove(center);
     Expect(2, "does not exist", {"check"});
     Expect(1, "does not exist", {"info"});
-    Expect(1, "does not exist", {"password", "--password-file", m_password.string()});
     EXPECT_FALSE(fs::exists(center));
 }
 
 TEST_F(CorvanaDbTest, InfoListsQueuedJobsAndNoSecrets)
 {
     MakeCenter();
-    std::int64_t changed = 0;
-    auto const add = [&changed](std::string const& rows) {
-        auto const status = Database(DataFile::report)
-                                .Execute("INSERT INTO reports (type, parameter, date_from, "
-                                         "date_to, category, course, section) "
-                                        + rows,
-                                    {}, changed);
-        ASSERT_TRUE(status) << status.Text();
+    auto const add = [](std::string const& rows) {
+        Run(DataFile::report,
+            "INSERT INTO reports (type, parameter, date_from, date_to, category, course, section) "
+                + rows);
     };
     auto const values = R"(VALUES (1, 0, 0, 0, '', '', ''),
         (4, 5, 0, 0, 'Staff', '', 'Noon'),
@@ -228,7 +218,7 @@ TEST_F(CorvanaDbTest, InfoListsQueuedJobsAndNoSecrets)
         (-1, -2147483648, 0, 0, '', '', ''),
         (2147483647, 99999999999, 0, 0, 'x' || printf('%.*c', 100, 'é'), '', ''))";
     add(values);
-    auto const info = Run({"info"});
+    auto const info = Command({"info"});
     EXPECT_EQ(info.exitCode, 0) << info.errors;
     std::string accents;
     for (int i = 0; i < 39; ++i) {
@@ -252,7 +242,7 @@ Queued report jobs: 10
     EXPECT_EQ(info.output.find("argon2"), std::string::npos);
     add("SELECT 1, n, 0, 0, '', '', '' FROM (WITH RECURSIVE numbers(n) AS (VALUES (1) UNION ALL "
         "SELECT n + 1 FROM numbers WHERE n < 100000) SELECT n FROM numbers)");
-    auto const many = Run({"info"}).output;
+    auto const many = Command({"info"}).output;
     EXPECT_TRUE(many.ends_with("    Member Count: parameter 10\n    ... and 99990 more\n")) << many;
     Expect(1, "could not be written", {"info"}, {"sh", "-c", R"(exec "$0" "$@" >/dev/full)"});
 }

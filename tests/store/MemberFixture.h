@@ -73,11 +73,6 @@ protected:
             + Count("body_compositions" + where);
     }
 
-    static std::int64_t Count(std::string const& sql)
-    {
-        return Number(DataFile::member, "SELECT count(*) FROM " + sql);
-    }
-
     /// The index and the name of each class, in stored order: "5A 6B".
     static std::string Classes(std::int32_t member)
     {

@@ -7,11 +7,16 @@
 #include "tests/platform/db/PeerProcess.h"
 
 #include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <vector>
 
 /// A fresh, empty centre in a folder of its own for each case.
 class CStoreTest : public testing::Test
 {
 protected:
+    using Rows = std::vector<std::string>;
+
     void SetUp() override
     {
         for (auto const file : kDataFiles) {
@@ -76,6 +81,33 @@ protected:
         return status && rows.Rows() > 0 ? rows.Row(0).Cell(0).integerValue : -1;
     }
 
+    static std::int64_t Count(std::string const& rows, DataFile file = DataFile::member)
+    {
+        return Number(file, "SELECT count(*) FROM " + rows);
+    }
+
+    /// All rows of a table without their keys: each with the bytes and types of its cells.
+    static Rows Dump(std::string const& table, DataFile file = DataFile::member)
+    {
+        CRowBlock block;
+        auto const status
+            = Database(file).Query("SELECT * FROM " + table + " ORDER BY id", {}, block);
+        EXPECT_TRUE(status) << status.Text();
+        Rows rows;
+        for (std::size_t i = 0; i < block.Rows(); ++i) {
+            std::ostringstream row;
+            for (std::size_t column = 1; column < block.Columns(); ++column) {
+                auto const& cell = block.Row(i).Cell(column);
+                row << int(cell.type) << ' ' << std::hexfloat;
+                cell.type == CCell::text       ? row << cell.size << ' ' << block.Row(i).Text(cell)
+                    : cell.type == CCell::real ? row << cell.realValue
+                                               : row << cell.integerValue;
+                row << ' ';
+            }
+            rows.push_back(row.str());
+        }
+        return rows;
+    }
     /// Another program at work on the centre. No connection may live in two processes.
     static CPeer StartPeer(CPeer::Task const& task)
     {

@@ -64,10 +64,9 @@ inline bool Save(std::int32_t memberID, std::int64_t save)
     return Save(memberID, save, memberID, memberID);
 }
 
-/// Selects the number of members whose rows are not all there or not all of one save, by one
-/// statement, so that it sees one moment.
-constexpr char const* kSelectPartial
-    = "SELECT count(*) FROM members AS m WHERE NOT EXISTS (SELECT 1 FROM profiles AS p "
+/// The members whose rows are not all there or not all of one save.
+constexpr char const* kPartial
+    = "members AS m WHERE NOT EXISTS (SELECT 1 FROM profiles AS p "
       "WHERE p.member_id = m.member_id AND p.address = m.first_name "
       "AND p.goals = m.first_name AND p.medical_history = m.first_name) "
       "OR NOT EXISTS (SELECT 1 FROM enrollments AS e WHERE e.member_id = m.member_id "

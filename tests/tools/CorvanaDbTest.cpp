@@ -34,7 +34,9 @@ TEST_F(CorvanaDbTest, DemoIsBelievableWholeAndPrivate)
         CDatabaseSession::Get().SetDataFolder(m_data);
         return Select(DataFile::member, "group_concat(last_name) FROM members");
     };
-    EXPECT_NE(demo("7"), demo("8"));
+    auto const seven = demo("7");
+    EXPECT_NE(demo("8"), seven);
+    EXPECT_EQ(demo("7"), seven);
     CDatabaseSession::Get().ShutDown();
     EXPECT_EQ(Names(), kAllFiles);
     EXPECT_EQ(fs::status(m_data).permissions(), fs::perms(0700));
@@ -152,18 +154,6 @@ TEST_F(CorvanaDbTest, FileThatAppearsMeanwhileEndsItWithoutATrace)
     creating.join();
     EXPECT_EQ(Names(), "member.mdb\n");
     EXPECT_EQ(fs::file_size(m_data / "member.mdb"), 4U);
-}
-
-TEST_F(CorvanaDbTest, FolderThatCannotBeWrittenIsRefused)
-{
-    fs::create_directories(m_data);
-    ::chmod(m_data.c_str(), 0500);
-    Expect(1, m_data.string() + "\": Permission denied", m_create, AsOrdinaryUser());
-    EXPECT_EQ(Names(), "");
-    fs::remove(m_data);
-    Write(m_data, "a file");
-    Expect(1, "", m_create);
-    EXPECT_EQ(fs::file_size(m_data), 6U);
 }
 
 TEST_F(CorvanaDbTest, CheckTellsUsersFindingsAndFilesItCannotRead)

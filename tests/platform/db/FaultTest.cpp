@@ -2,6 +2,7 @@
 #include "tests/platform/db/Faults.h"
 
 #include <functional>
+#include <set>
 
 namespace
 {
@@ -11,11 +12,11 @@ namespace fs = std::filesystem;
 class FaultTest : public CFamiliesTest
 {
 protected:
-    std::vector<std::string> Names() const
+    std::set<std::string> Names() const
     {
-        std::vector<std::string> names;
-        for (auto const& [name, bytes] : Folder()) {
-            names.push_back(name);
+        std::set<std::string> names;
+        for (auto const& entry : fs::directory_iterator(m_folder)) {
+            names.insert(entry.path().filename());
         }
         return names;
     }

@@ -17,9 +17,8 @@ protected:
             "ALTER TABLE families ADD COLUMN city TEXT NOT NULL DEFAULT 'Bern'");
         schema.steps.emplace_back(
             "CREATE TABLE families_new (id INTEGER PRIMARY KEY AUTOINCREMENT, number INTEGER NOT "
-            "NULL "
-            "UNIQUE CHECK (number > 0), children INTEGER NOT NULL, note TEXT NOT NULL, "
-            "city TEXT NOT NULL);"
+            "NULL UNIQUE CHECK (number > 0), children INTEGER NOT NULL, note TEXT NOT NULL, city "
+            "TEXT NOT NULL);"
             "INSERT INTO families_new SELECT id, number, children, note, city FROM families;"
             "DROP TABLE families;"
             "ALTER TABLE families_new RENAME TO families -- and so it ends");

@@ -67,20 +67,15 @@ std::vector<CTableCase> Cases()
 class HostileRowTest : public CStoreTest
 {
 protected:
-    /// The row of a table, without one column, as SQLite writes it.
-    static std::string Row(CDAOEFSet& set, std::string const& without)
+    /// The rows of a table, without one column.
+    static Rows Without(std::string const& column, CDAOEFSet& set)
     {
-        std::string sql = "SELECT id";
-        for (auto const& column : set.Columns()) {
-            if (column.name != without) {
-                sql += " || typeof(" + column.name + ") || quote(CAST(" + column.name
-                    + " AS BLOB))";
-            }
+        std::string columns = "id";
+        for (auto const& other : set.Columns()) {
+            columns += other.name == column ? "" : ", " + other.name;
         }
-        CRowBlock rows;
         auto const& kind = *set.GetClass();
-        EXPECT_TRUE(Database(kind.file).Query(sql + " FROM " + std::string(kind.table), {}, rows));
-        return rows.Rows() == 1 ? std::string(rows.Row(0).Text(rows.Row(0).Cell(0))) : "";
+        return Dump("(SELECT " + columns + " FROM " + std::string(kind.table) + ")", kind.file);
     }
 
     /// Puts a row into a table and changes one field of it.
@@ -95,13 +90,12 @@ protected:
             foreign.Run(InsertInto(set, valueOf));
         }
         SCOPED_TRACE(table);
-        auto const before = Row(set, given.column);
-        ASSERT_NE(before, "");
+        auto const before = Without(given.column, set);
         ASSERT_EQ(set.OpenSet(true), 1);
         EXPECT_TRUE(set.Op(CDAOEFSet::opEdit));
         given.setField();
         EXPECT_TRUE(set.Op(CDAOEFSet::opUpdate));
-        EXPECT_TRUE(before == Row(set, given.column)) << "more was changed than the field";
+        EXPECT_TRUE(before == Without(given.column, set)) << "more was changed than the field";
         set.Op(CDAOEFSet::opClose);
     }
 
@@ -122,7 +116,6 @@ protected:
         CMemberSearchData all;
         all.SetSearchCriteria(CMemberSearchData::sLastName, "long", nullptr, nullptr);
         all.SetSearchCriteria(CMemberSearchData::sAge, 0, 125);
-        all.SetSearchCriteria(CMemberSearchData::sGoals, std::int32_t(-1));
         all.SetSearchCriteria(CMemberSearchData::sClass, "\xFF", "", "");
         for (auto const& search : {CMemberSearchData(), all}) {
             Walk<CDAOMem>([&](auto& set) { return set.FindMembers(search, true, true); });

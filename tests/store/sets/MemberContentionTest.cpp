@@ -26,7 +26,7 @@ protected:
     static bool Read()
     {
         CDAOMem list;
-        bool whole = Number(DataFile::member, WholeMember::kSelectPartial) == 0;
+        bool whole = Count(WholeMember::kPartial) == 0;
         for (int count = list.FindAllMembers(true); count > 0; --count) {
             whole = whole && list.m_Address == list.m_FirstName;
             list.Op(CDAOEFSet::opMoveNext);
@@ -67,7 +67,7 @@ TEST_F(MemberContentionTest, WritersLoseNoRowAndAReaderSeesWholeMembers)
     auto const saves = StepsOf(one) + StepsOf(two);
     StepsOf(reader);
     EXPECT_LT(longestLog, 24U << 20) << "nobody ever came to a checkpoint";
-    EXPECT_EQ(Number(DataFile::member, "SELECT count(*) FROM members"), kShared + saves);
+    EXPECT_EQ(Count("members"), kShared + saves);
     EXPECT_EQ(Number(DataFile::member, "SELECT max(eval_id) FROM evaluations"), saves);
-    EXPECT_EQ(Number(DataFile::member, WholeMember::kSelectPartial), 0);
+    EXPECT_EQ(Count(WholeMember::kPartial), 0);
 }

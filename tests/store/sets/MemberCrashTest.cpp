@@ -16,8 +16,6 @@ TEST_F(MemberCrashTest, AMemberIsSavedWholeOrNotAtAllByAProgramThatIsKilled)
         auto const id = save % 3 < 2 ? member : member + 1'000'000;
         return WholeMember::Save(member, save, id, member);
     };
-    auto const number
-        = [](std::string const& sql) { return Number(DataFile::member, "SELECT " + sql); };
     for (int kill = 0; kill < 20; ++kill) {
         SCOPED_TRACE(kill);
         auto saving = StartPeer([&](CPeer const& self) {
@@ -32,12 +30,13 @@ TEST_F(MemberCrashTest, AMemberIsSavedWholeOrNotAtAllByAProgramThatIsKilled)
             EXPECT_EQ(*told, ++save);
         }
         // One more may have been saved without the time to tell.
-        auto const last = number("max(CAST(first_name AS INTEGER)) FROM members");
+        auto const last
+            = Number(DataFile::member, "SELECT max(CAST(first_name AS INTEGER)) FROM members");
         ASSERT_TRUE(last == save || last == save + 1) << last << " " << save;
-        EXPECT_EQ(number("count(*) FROM members"), last / 3 + 1);
-        EXPECT_EQ(number("count(*) FROM members WHERE member_id > 1000000"), (last + 1) / 3);
-        ASSERT_EQ(Number(DataFile::member, WholeMember::kSelectPartial), 0);
-        EXPECT_EQ(number("count(*) FROM pragma_integrity_check WHERE integrity_check <> 'ok'"), 0);
+        EXPECT_EQ(Count("members"), last / 3 + 1);
+        EXPECT_EQ(Count("members WHERE member_id > 1000000"), (last + 1) / 3);
+        ASSERT_EQ(Count(WholeMember::kPartial), 0);
+        EXPECT_EQ(Count("pragma_integrity_check WHERE integrity_check <> 'ok'"), 0);
         save = last + 1;
     }
     EXPECT_GT(save, 100) << "killed before it came to work";

@@ -149,7 +149,7 @@ TEST_F(MemberFaultTest, EachOperationIsDoneAsAWholeOrNotAtAll)
         ASSERT_TRUE(operation());
         auto const after = DumpAll();
         ASSERT_TRUE(before != after);
-        EXPECT_EQ(Number(DataFile::member, "SELECT count(*) FROM pragma_foreign_key_check"), 0)
+        EXPECT_EQ(Count("pragma_foreign_key_check"), 0)
             << "rows that did not follow or go with their member";
         int unchanged = 0;
         for (rlim_t size = 1; IsKilled(operation, size); size += size / 4 + 4096) {

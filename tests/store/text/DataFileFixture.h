@@ -19,7 +19,6 @@ class CDataFileTest : public CStoreTest
 {
 protected:
     using Fixed = std::map<std::string, std::int64_t, std::less<>>; ///< values by column
-    using Rows = std::vector<std::string>;
     using Limits = std::numeric_limits<std::int64_t>;
     static constexpr std::int64_t kTime = 3'900'000'000; ///< in the year 2023
     /// What other programs can store, by the alternatives of a value.
@@ -119,28 +118,6 @@ protected:
         return set.Restore(stream, '|', memberID, keepExisting);
     }
 
-    /// All rows of a table without their keys: each with the bytes and types of its cells.
-    static Rows Dump(std::string const& table)
-    {
-        CRowBlock block;
-        auto const status = Database(DataFile::member)
-                                .Query("SELECT * FROM " + table + " ORDER BY id", {}, block);
-        EXPECT_TRUE(status) << status.Text();
-        Rows rows;
-        for (std::size_t i = 0; i < block.Rows(); ++i) {
-            std::ostringstream row;
-            for (std::size_t column = 1; column < block.Columns(); ++column) {
-                auto const& cell = block.Row(i).Cell(column);
-                row << int(cell.type) << ' ' << std::hexfloat;
-                cell.type == CCell::text       ? row << cell.size << ' ' << block.Row(i).Text(cell)
-                    : cell.type == CCell::real ? row << cell.realValue
-                                               : row << cell.integerValue;
-                row << ' ';
-            }
-            rows.push_back(row.str());
-        }
-        return rows;
-    }
     /// All that a restore could change.
     static std::map<std::string, Rows> DumpAll()
     {
@@ -150,10 +127,6 @@ protected:
             tables[table] = Dump(table);
         }
         return tables;
-    }
-    static std::int64_t Count(std::string const& table)
-    {
-        return Number(DataFile::member, "SELECT count(*) FROM " + table);
     }
 
     std::mt19937_64 m_random{20261124};

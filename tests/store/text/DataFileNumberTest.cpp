@@ -1,108 +1,95 @@
 #include "tests/store/text/DataFileFixture.h"
 
-#include <set>
-
 namespace
 {
 
 /// What becomes of numbers that others have: workout numbers, and those of evaluations.
-using DataFileNumberTest = CDataFileTest;
-
-using Numbers = std::map<std::int64_t, std::int64_t>; // by member
-
-/// Which of some members a file stores that gives each the number 500 more than his ID: whose
-/// number stays with a member that is not replaced is not stored.
-std::set<std::int64_t> Stored(std::set<std::int64_t> members, Numbers const& there)
+class DataFileNumberTest : public CDataFileTest
 {
-    for (bool done = false; !done;) {
-        done = true;
-        for (auto const& [id, number] : there) {
-            done = done && (members.contains(id) || members.erase(number - 500) == 0);
+protected:
+    /// "1=502 2=501": members with these workout numbers. Their status tells those of files.
+    void AddMembers(std::string const& members, std::int64_t status)
+    {
+        std::istringstream words(members);
+        std::int32_t id = 0;
+        std::int64_t number = 0;
+        for (char equals = 0; words >> id >> equals >> number;) {
+            Add(m_setMem, {{"member_id", id}, {"workout_number", number}, {"status", status}});
+            AddWorkout(id, kTime);
         }
     }
-    return members;
-}
-
-std::map<std::int64_t, std::string> LinesByMember(std::string const& file)
-{
-    std::istringstream stream(file);
-    std::map<std::int64_t, std::string> lines;
-    for (std::string line; std::getline(stream, line);) {
-        lines[std::stoi(line.substr(4))] = line + "\n";
+    std::string FileOf(std::string const& members)
+    {
+        std::istringstream words(members);
+        std::string file;
+        for (std::string member; words >> member;) {
+            Run(DataFile::member, "DELETE FROM members");
+            AddMembers(member, 2);
+            file += Backup(m_setMem);
+        }
+        return file;
     }
-    return lines;
-}
+    /// The members that there are; those that were restored end in "n".
+    static std::string Members()
+    {
+        CDAOSmMem set;
+        std::string found;
+        for (int count = set.FindAllMembers(true); count > 0; --count) {
+            found += std::to_string(set.m_MemberID) + "=" + std::to_string(set.m_WorkoutNum)
+                + (set.m_Status == 2 ? "n " : " ");
+            set.Op(CDAOEFSet::opMoveNext);
+        }
+        return found;
+    }
+};
 
 } // namespace
 
 /// A member who is there is kept or replaced whole. Members can have taken over one another's
-/// numbers since the file was written.
+/// numbers since the file was written: only a number that stays with another keeps a member out.
 TEST_F(DataFileNumberTest, OnlyANumberThatStaysWithAnotherMemberKeepsAMemberOut)
 {
-    std::vector<std::int32_t> order = {1, 2, 3, 4, 5};
-    for (auto const id : order) {
-        AddMember(id);
-    }
-    auto const lines = LinesByMember(Backup(m_setMem));
-    for (int round = 0; round < 100; ++round) {
+    struct Case
+    {
+        char const* what;
+        char const* there;
+        char const* given;
+        std::string expected;
+        int skipped = 0;
+        bool keepExisting = false;
+        std::int32_t only = 0;
+    };
+    for (auto const& c : {
+             Case{"new ones", "", "2=502 1=501", "2=502n 1=501n "},
+             Case{"two exchange", "1=502 2=501", "1=501 2=502", "1=501n 2=502n "},
+             Case{"a ring", "1=502 2=503 3=501", "3=503 1=501 2=502", "1=501n 2=502n 3=503n "},
+             Case{"a ring and who waits for it", "1=502 2=501 3=504", "4=504 3=503 2=502 1=501",
+                 "1=501n 2=502n 3=503n 4=504n "},
+             Case{"a chain", "1=502 2=503", "3=503 2=502 1=501", "1=501n 2=502n 3=503n "},
+             Case{"a chain behind one who is not given", "1=502 2=503 7=504", "1=503 2=504 3=505",
+                 "1=502 2=503 7=504 3=505n ", 2},
+             Case{"where others step aside is somebody", "1=502 2=501 7=999999999", "1=501 2=502",
+                 "1=501n 2=502n 7=999999999 "},
+             Case{"two want one number", "1=501 2=502", "1=502 3=502 2=503", "1=502n 2=503n ", 1},
+             Case{"some are kept", "1=502 2=501", "1=501 3=503", "1=502 2=501 3=503n ", 0, true},
+             Case{"one who is kept has it", "1=503", "1=501 3=503", "1=503 ", 1, true},
+             Case{"one is asked for", "1=504", "1=501 2=502", "1=504 2=502n ", 0, false, 2},
+             Case{"another one has it", "1=502 2=501", "1=501 2=502", "1=502 2=501 ", 1, false, 2},
+         }) {
+        SCOPED_TRACE(c.what);
+        auto const file = FileOf(c.given);
         Run(DataFile::member, "DELETE FROM members");
-        // Two who are not in the file; one of them where others would step aside.
-        Add(m_setMem, {{"member_id", 7}, {"workout_number", 999'999'999}});
-        std::vector<std::int64_t> numbers = {501, 502, 503, 504, 505, 506};
-        std::shuffle(numbers.begin(), numbers.end(), m_random);
-        Numbers there;
-        for (std::int32_t id = 1; id <= 6; ++id) {
-            if (Random(1, 6) > 1) {
-                there[id] = numbers[static_cast<std::size_t>(id) - 1];
-                Add(m_setMem, {{"member_id", id}, {"workout_number", there[id]}});
-                AddWorkout(id, kTime);
-            }
-        }
-        auto expected = LinesByMember(Backup(m_setMem));
-        auto const workouts = Backup(m_setWk);
-        std::string file;
-        std::shuffle(order.begin(), order.end(), m_random);
-        for (auto const id : order) {
-            file += lines.at(id);
-        }
-        auto const only = static_cast<std::int32_t>(std::max(Random(-5, 5), std::int64_t(0)));
-        bool const keepExisting = Random(1, 3) == 1;
-        std::set<std::int64_t> asked;
-        for (auto const id : order) {
-            if ((only == 0 || id == only) && !(keepExisting && there.contains(id))) {
-                asked.insert(id);
-            }
-        }
-        auto const stored = Stored(asked, there);
-        for (auto const id : stored) {
-            expected[id] = lines.at(id);
-        }
-        ASSERT_EQ(Restore(m_setMem, file, only, keepExisting), std::ssize(stored)) << file;
-        ASSERT_EQ(m_setMem.LastSkipped(), std::ssize(asked) - std::ssize(stored));
-        ASSERT_EQ(LinesByMember(Backup(m_setMem)), expected);
-        ASSERT_EQ(Backup(m_setWk), workouts);
+        AddMembers(c.there, 1);
+        auto const before = DumpAll();
+        EXPECT_EQ(Restore(m_setMem, file + "\n", c.only, c.keepExisting), 0);
+        EXPECT_EQ(DumpAll(), before);
+        // Who waited then waits no longer.
+        EXPECT_EQ(Restore(m_setMem, file, c.only, c.keepExisting),
+            std::count(c.expected.begin(), c.expected.end(), 'n'));
+        EXPECT_EQ(Members(), c.expected);
+        EXPECT_EQ(m_setMem.LastSkipped(), c.skipped);
+        EXPECT_EQ(Dump("workouts"), before.at("workouts"));
     }
-}
-
-TEST_F(DataFileNumberTest, OfTwoMembersThatWantOneNumberOneGetsIt)
-{
-    std::string file;
-    for (auto const& [member, number] : {std::pair(1, 502), {3, 502}, {2, 503}}) {
-        Run(DataFile::member, "DELETE FROM members");
-        Add(m_setMem, {{"member_id", member}, {"workout_number", number}});
-        file += Backup(m_setMem);
-    }
-    Run(DataFile::member, "DELETE FROM members");
-    AddMember(1);
-    AddMember(2);
-    auto const before = DumpAll();
-    EXPECT_EQ(Restore(m_setMem, file + "\n", 0, false), 0);
-    EXPECT_EQ(Restore(m_setMem, Backup(m_setMem), 0, false), 2);
-    EXPECT_EQ(m_setMem.LastSkipped(), 0);
-    EXPECT_EQ(DumpAll(), before) << "who waited in a restore that failed waits no longer";
-    EXPECT_EQ(Restore(m_setMem, file, 0, false), 2);
-    EXPECT_EQ(m_setMem.LastSkipped(), 1);
-    EXPECT_EQ(Count("members WHERE workout_number IN (502, 503)"), 2);
 }
 
 TEST_F(DataFileNumberTest, AnEvaluationWhoseNumberIsTakenGetsOneBehindAllOthers)
@@ -122,7 +109,7 @@ TEST_F(DataFileNumberTest, AnEvaluationWhoseNumberIsTakenGetsOneBehindAllOthers)
     for (auto const& [other, member, first] :
         {std::tuple(Limits::min(), 0, 21), {Limits::min(), 1, 21}, {2'147'483'647, 0, 1}}) {
         Run(DataFile::member, "DELETE FROM evaluations");
-        for (auto const& [id, date] : Numbers{{10, 97}, {11, 98}, {other, 99}}) {
+        for (auto const& [id, date] : {std::pair(std::int64_t(10), 97), {11, 98}, {other, 99}}) {
             Add(m_setEval, {{"member_id", 1}, {"eval_date", date}, {"eval_id", id}});
         }
         EXPECT_EQ(Restore(m_setEval, bad), 0);

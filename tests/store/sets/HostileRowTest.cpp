@@ -20,15 +20,12 @@ namespace
 using namespace std::string_literals;
 using Values = std::vector<std::string>; // as they stand in SQL
 
-Values const kNumbers = {"-9223372036854775808", "9223372036854775807", "4294967296", "2147483648",
-    "65536", "300", "-1"};
-Values const kMeasures = {"9e999", "-9e999", "1e308", "5e-324", "-0.0"};
-Values const kTexts = {"CAST(zeroblob(70000) AS TEXT)",
+/// What tables without types take.
+Values const kAnything = {"NULL", "x'00FF00'", "zeroblob(70000)", "'text'", "'12'", "''", "7",
+    "7.5", "-9223372036854775808", "9223372036854775807", "4294967296", "2147483648", "65536",
+    "300", "-1", "9e999", "-9e999", "1e308", "5e-324", "-0.0", "CAST(zeroblob(70000) AS TEXT)",
     "replace(hex(zeroblob(8000)), '0', 'long ')", "CAST(x'6100620A5C7C' AS TEXT)",
-    "CAST(x'FFFEC0AF' AS TEXT)", "CAST(x'EDA080' AS TEXT)", "''"};
-/// What only tables without types take.
-Values const kAnything
-    = {"NULL", "x'00FF00'", "zeroblob(70000)", "'text'", "'12'", "7", "7.5", "9e999"};
+    "CAST(x'FFFEC0AF' AS TEXT)", "CAST(x'EDA080' AS TEXT)"};
 
 /// A table with one row, and a change of one field of it.
 struct CTableCase
@@ -150,23 +147,15 @@ TEST_F(HostileRowTest, EachColumnHasAFieldOfItsOwn)
     }
 }
 
-TEST_F(HostileRowTest, AChangeOfOneFieldKeepsWhatFitsNoFieldAlsoInTablesWithoutTypes)
+TEST_F(HostileRowTest, AChangeOfOneFieldKeepsWhatFitsNoField)
 {
-    for (bool const hasTypes : {true, false}) {
+    CForeignProgram(DataFile::member).LoosenTables();
+    CForeignProgram(DataFile::checkIn).LoosenTables();
+    for (auto const& value : kAnything) {
         for (auto const& given : Cases()) {
-            for (std::size_t nth = 0; nth < kAnything.size(); ++nth) {
-                ExpectOnlyChanges(given, [&](CColumn const& column) {
-                    auto const& values = !hasTypes        ? kAnything
-                        : column.type == ColumnType::text ? kTexts
-                        : column.type == ColumnType::real ? kMeasures
-                                                          : kNumbers;
-                    return values[nth % values.size()];
-                });
-            }
+            ExpectOnlyChanges(given, [&](CColumn const& /*column*/) { return value; });
         }
         ReadEverything();
-        CForeignProgram(DataFile::member).LoosenTables();
-        CForeignProgram(DataFile::checkIn).LoosenTables();
     }
     std::vector<std::string> findings;
     EXPECT_TRUE(Database(DataFile::member).Check(findings));

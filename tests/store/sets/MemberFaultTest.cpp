@@ -72,31 +72,32 @@ protected:
         return !peer.Finish();
     }
 
+    /// Whether it was done, which the set must tell.
+    static bool IsDone(CDAOEFSet const& set, bool done)
+    {
+        EXPECT_EQ(set.LastStatus().IsOK(), done);
+        return done;
+    }
+
     static bool GiveNewID()
     {
         CDAOSmMem set;
         set.FindMember(CDAOSmMem::idMember, 2);
         set.Op(CDAOEFSet::opEdit);
         set.m_MemberID = 77;
-        bool const done = set.Op(CDAOEFSet::opUpdate);
-        EXPECT_EQ(set.LastStatus().IsOK(), done);
-        return done;
+        return IsDone(set, set.Op(CDAOEFSet::opUpdate));
     }
 
     static bool Delete(bool all)
     {
         CDAOSmMem set;
         all ? set.FindAllMembers(true) : set.FindMember(CDAOSmMem::idMember, 2);
-        bool const done = all ? set.DelAll() == 3 : set.DelCurrent();
-        EXPECT_EQ(set.LastStatus().IsOK(), done);
-        return done;
+        return IsDone(set, all ? set.DelAll() == 3 : set.DelCurrent());
     }
 
     static bool RestoreAll(CDAOFileSet& set, std::string const& file)
     {
-        bool const done = Restore(set, file, 0, false) > 0;
-        EXPECT_EQ(set.LastStatus().IsOK(), done);
-        return done;
+        return IsDone(set, Restore(set, file, 0, false) > 0);
     }
 
     static bool Post() { return corv_apiPostMemberMessage("Hello", 2, true) == apiSuccess; }

@@ -127,7 +127,7 @@ TEST_F(RecordSetTest, RefusedRowIsToldAndCanBeTriedAgain)
 {
     CDAOSmMem set;
     for (std::int32_t const workoutNumber : {11, 12}) {
-        set.OpenSet(false);
+        EXPECT_EQ(set.OpenSet(false), 0);
         EXPECT_TRUE(set.Op(CDAOEFSet::opAddNew));
         set.m_MemberID = 1;
         set.m_WorkoutNum = workoutNumber;
@@ -136,12 +136,10 @@ TEST_F(RecordSetTest, RefusedRowIsToldAndCanBeTriedAgain)
     EXPECT_EQ(set.LastStatus().Error(), DbError::constraint);
     set.m_MemberID = 2;
     EXPECT_TRUE(set.Op(CDAOEFSet::opUpdate));
+    EXPECT_TRUE(set.Op(CDAOEFSet::opRequery)) << set.LastStatus().Text();
+    EXPECT_EQ(set.CountSet(), 0) << "it was opened for adding";
     EXPECT_EQ(set.FindMember(CDAOSmMem::idWorkout, 12), 1);
     EXPECT_EQ(set.m_MemberID, 2);
-    // Opened for adding it holds nothing of the find before.
-    EXPECT_EQ(set.OpenSet(false), 0);
-    EXPECT_TRUE(set.Op(CDAOEFSet::opRequery)) << set.LastStatus().Text();
-    EXPECT_EQ(set.CountSet(), 0);
 }
 
 TEST_F(RecordSetTest, DelAllDeletesTheSelectionAlone)
@@ -158,8 +156,7 @@ TEST_F(RecordSetTest, DelAllDeletesTheSelectionAlone)
     ASSERT_EQ(set.FindReports(), 1);
     EXPECT_EQ(set.m_nRptType, 1000);
     CDatabaseSession::Get().ShutDown();
-    EXPECT_FALSE(set.MoveSet(0)) << "no selection outlives that";
-    EXPECT_FALSE(set.Op(CDAOEFSet::opDelete));
+    EXPECT_FALSE(set.MoveSet(0) || set.Op(CDAOEFSet::opDelete)) << "no selection outlives that";
     EXPECT_EQ(set.FindReports(), 1);
 }
 

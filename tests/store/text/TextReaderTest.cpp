@@ -108,6 +108,9 @@ TEST(TextReaderTest, TakesANumberOnlyInTheShortestSpelling)
 TEST(TextReaderTest, NoticesEveryChangedBitAndACutAnywhereButBetweenLines)
 {
     auto file = FourKinds();
+    EXPECT_EQ(WriteBack(file + file).reason, "");
+    EXPECT_EQ(WriteBack(file + "\n").reason, "line 5, field 1: is no kind of record.");
+    EXPECT_EQ(WriteBack("WK1\n").reason, "line 1: does not end with a check sum.");
     for (std::size_t byte = 0; byte < file.size(); ++byte) {
         bool const between = byte == 0 || file[byte - 1] == '\n';
         ASSERT_EQ(WriteBack(std::string_view(file).substr(0, byte)).accepted, between) << byte;
@@ -120,20 +123,6 @@ TEST(TextReaderTest, NoticesEveryChangedBitAndACutAnywhereButBetweenLines)
     }
 }
 
-TEST(TextReaderTest, TakesNothingButWholeLinesWithCheckSums)
-{
-    auto const lines = FourKinds();
-    EXPECT_EQ(WriteBack(lines + lines).reason, "");
-    EXPECT_EQ(WriteBack(lines + "\n").reason, "line 5, field 1: is no kind of record.");
-    EXPECT_EQ(WriteBack("WK1\n").reason, "line 1: does not end with a check sum.");
-    for (char const separator : {'a', '0', '\\', '-', '\n', '\x80', '\0', ' '}) {
-        std::istringstream stream(lines);
-        EXPECT_FALSE(CTextReader(stream, separator).Next()) << separator;
-        std::ostringstream written;
-        EXPECT_FALSE(CText(&written, separator).End()) << separator;
-    }
-}
-
 TEST(TextReaderTest, TakesAndWritesLinesUpToTheLongest)
 {
     std::ofstream null("/dev/null");
@@ -142,8 +131,7 @@ TEST(TextReaderTest, TakesAndWritesLinesUpToTheLongest)
         std::string const text(CText::kLongestLine - 13 + more, 'a');
         std::istringstream stream(WithCheckSums("TT1|" + text + "\n"));
         CTextReader reader(stream, '|');
-        std::string_view read;
-        EXPECT_EQ(reader.Next() && reader.Text(read) && read == text, more == 0);
+        EXPECT_EQ(reader.Next(), more == 0);
         EXPECT_EQ(reader.Status().Text(), more == 0 ? "" : "line 1: is longer than a line can be.");
         writer.Begin("TT1");
         writer.Text(text);

@@ -21,15 +21,6 @@ protected:
         return names;
     }
 
-    /// Makes a copy or a new file, or moves the log into the file.
-    CDbStatus Make(std::string const& name, CDatabase& database) const
-    {
-        auto const path = m_folder / name;
-        return name == "copy.mdb" ? database.CopyTo(path)
-            : name == "new.mdb"   ? CreateDatabase(path, Schema())
-                                  : database.Checkpoint();
-    }
-
     /// Each trial gets a fresh file with a family in it and returns whether a fault struck.
     void ForEachFault(std::function<bool(int nth, int error, bool lasting)> const& trial)
     {
@@ -52,6 +43,11 @@ TEST_F(FaultTest, AFileIsMadeAsAWholeOrAtTheNextTryAndACheckpointLosesNothing)
 {
     for (std::string const made : {"copy.mdb", "new.mdb", ""}) {
         SCOPED_TRACE(made);
+        auto const make = [&](CDatabase& database) {
+            return made == "copy.mdb" ? database.CopyTo(m_folder / made)
+                : made == "new.mdb"   ? CreateDatabase(m_folder / made, Schema())
+                                      : database.Checkpoint();
+        };
         ForEachFault([&](int nth, int error, bool lasting) {
             auto database = Open();
             EXPECT_TRUE(Save(*database, 2)) << "something in the log";
@@ -61,7 +57,7 @@ TEST_F(FaultTest, AFileIsMadeAsAWholeOrAtTheNextTryAndACheckpointLosesNothing)
                 Write(m_folder / (made + ".part-wal"), "begun");
             }
             Faults::Begin(nth, error, lasting);
-            auto status = Make(made, *database);
+            auto status = make(*database);
             if (made.empty()) {
                 database.reset();
             }
@@ -71,7 +67,7 @@ TEST_F(FaultTest, AFileIsMadeAsAWholeOrAtTheNextTryAndACheckpointLosesNothing)
                 EXPECT_EQ(status.Error() == DbError::full, error == ENOSPC) << status.Text();
                 database = database == nullptr ? Open() : std::move(database);
                 EXPECT_EQ(Names(), before);
-                status = Make(made, *database);
+                status = make(*database);
                 EXPECT_TRUE(status) << status.Text();
             }
             database.reset();

@@ -7,6 +7,7 @@ using TransactionTest = CFamiliesTest;
 
 TEST_F(TransactionTest, WhatGoesWrongTakesAllAlongButARefusedRow)
 {
+    using enum DbError;
     auto const database = Open();
     std::int64_t number = 0;
     std::int64_t key = 1;
@@ -18,6 +19,11 @@ TEST_F(TransactionTest, WhatGoesWrongTakesAllAlongButARefusedRow)
         auto status = Save(*database, ++number);
         return status && commit ? inner.Commit() : status;
     };
+    auto const insert = [&](auto const& row) { return database->Insert(kFamilies, row, key); };
+    auto const update = [&](auto const& row) {
+        return database->Update(kFamilies, 1, row, {false, false, true});
+    };
+    auto const execute = [&](auto const* sql) { return database->Execute(sql, {}, key); };
     auto const fillDisk = [&] {
         // SQLite rolls back by itself when a page that it has to put aside finds no room.
         Faults::Begin(1, ENOSPC, true);
@@ -31,27 +37,18 @@ TEST_F(TransactionTest, WhatGoesWrongTakesAllAlongButARefusedRow)
     // What goes wrong, how, and why nothing can be stored then.
     using Step = std::function<CDbStatus()>;
     std::vector<std::tuple<char const*, Step, DbError, DbError>> const cases = {
-        {"nothing", [] { return CDbStatus(); }, DbError::none, DbError::none},
-        {"a row that breaks a rule", [&] { return database->Insert(kFamilies, twin, key); },
-            DbError::constraint, DbError::none},
-        {"a text too long to be added", [&] { return database->Insert(kFamilies, tooLong, key); },
-            DbError::failed, DbError::failed},
-        {"a text too long for a change",
-            [&] {
-                return database->Update(kFamilies, 1, tooLong, {false, false, true});
-            },
-            DbError::failed, DbError::failed},
-        {"a statement that cannot run",
-            [&] { return database->Execute("DELETE FROM nowhere", {}, key); }, DbError::failed,
-            DbError::failed},
-        {"an inner transaction that is given up", [&] { return save(false); }, DbError::none,
-            DbError::failed},
-        {"a full disk", fillDisk, DbError::full, DbError::full},
+        {"nothing", [] { return CDbStatus(); }, none, none},
+        {"a row that breaks a rule", [&] { return insert(twin); }, constraint, none},
+        {"a text too long to be added", [&] { return insert(tooLong); }, failed, failed},
+        {"a text too long for a change", [&] { return update(tooLong); }, failed, failed},
+        {"no such table", [&] { return execute("DELETE FROM nowhere"); }, failed, failed},
+        {"an inner transaction that is given up", [&] { return save(false); }, none, failed},
+        {"a full disk", fillDisk, full, full},
     };
     std::int64_t stored = 0;
     for (auto const& [what, step, error, reason] : cases) {
         SCOPED_TRACE(what);
-        bool const isStored = reason == DbError::none;
+        bool const isStored = reason == none;
         CTransaction outer(*database);
         EXPECT_TRUE(save(true));
         EXPECT_EQ(step().Error(), error);

@@ -3,6 +3,7 @@
 #include "tests/store/StoreFixture.h"
 #include "tests/store/WholeMember.h"
 
+#include <random>
 #include <thread>
 
 namespace
@@ -70,4 +71,28 @@ TEST_F(MemberContentionTest, WritersLoseNoRowAndAReaderSeesWholeMembers)
     EXPECT_EQ(Count("members"), kShared + saves);
     EXPECT_EQ(Number(DataFile::member, "SELECT max(eval_id) FROM evaluations"), saves);
     EXPECT_EQ(Count(WholeMember::kPartial), 0);
+}
+
+TEST_F(MemberContentionTest, AMemberIsSavedWholeOrNotAtAllByAProgramThatIsKilled)
+{
+    std::mt19937 random(20261124);
+    std::int64_t told = 0;
+    for (int kill = 1; kill <= 20; ++kill) {
+        SCOPED_TRACE(kill);
+        auto saving = StartPeer([&](CPeer const& self) {
+            for (auto id = kill * 10'000; WholeMember::Save(id, id); ++id) {
+                self.Tell(id);
+            }
+        });
+        EXPECT_TRUE(saving.Next());
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 30'000));
+        saving.Kill();
+        for (++told; saving.Next(); ++told) { }
+        // Each one that was killed may have saved one more without the time to tell.
+        auto const saved = Count("members") - kShared;
+        EXPECT_TRUE(saved >= told && saved <= told + kill) << saved << ' ' << told;
+        EXPECT_EQ(Count(WholeMember::kPartial), 0);
+        EXPECT_EQ(Count("pragma_integrity_check WHERE integrity_check <> 'ok'"), 0);
+    }
+    EXPECT_GT(told, 100) << "killed before it came to work";
 }

@@ -30,13 +30,40 @@ TEST_F(CorvanaDbTest, DemoIsBelievableWholeAndPrivate)
     auto const demo = [&](std::string const& seed) {
         fs::remove_all(m_data);
         Expect(0, "Made the centre",
-            {"demo", "--members", "40", "--seed", seed, "--password-file", m_password.string()});
+            {"demo", "--members", "400", "--seed", seed, "--password-file", m_password.string()});
         CDatabaseSession::Get().SetDataFolder(m_data);
         return Select(DataFile::member, "group_concat(last_name) FROM members");
     };
     auto const seven = demo("7");
     EXPECT_NE(demo("8"), seven);
     EXPECT_EQ(demo("7"), seven);
+    auto const later = " > " + std::to_string(CEFOleDateTime::GetCurrentTime().Seconds());
+    std::vector<std::string> wrongs = {"workouts WHERE check_out" + later,
+        "evaluations WHERE eval_date" + later,
+        "evaluations WHERE weight NOT BETWEEN 1 AND 500 OR height NOT BETWEEN 1 AND 90",
+        "body_compositions WHERE percent_fat NOT BETWEEN 2 AND 65 OR method > 3",
+        "workouts JOIN enrollments USING (member_id) WHERE check_in NOT BETWEEN enroll_date AND "
+        "expire_date + 86399 OR check_out <= check_in OR circuits NOT BETWEEN 0 AND 5 OR "
+        "max(station1, station12) > 999",
+        // Nobody comes twice a day.
+        "workouts GROUP BY member_id, check_in / 86400 HAVING count(*) > 1",
+        // Current members are those who have not expired.
+        "members JOIN enrollments USING (member_id) WHERE (status <> 0) <> (expire_date + 86399"
+            + later + ")",
+        "members WHERE length(first_name) > 12 OR length(middle_initial) > 1 OR "
+        "length(last_name) > 20",
+        "profiles WHERE length(address) > 28 OR length(city) > 16 OR length(zip) > 10 OR "
+        "length(phone) > 14 OR length(email) > 32 OR length(emergency_name) > 32 OR "
+        "length(emergency_phone) > 14 OR length(physician) > 32"};
+    for (std::string const table : {"workouts", "evaluations", "body_compositions"}) {
+        EXPECT_GT(Count(table), 100) << table;
+        wrongs.push_back(table
+            + " AS r WHERE class_index <> 99 AND NOT EXISTS (SELECT 1 FROM classes "
+              "WHERE member_id = r.member_id AND class_index = r.class_index)");
+    }
+    for (auto const& wrong : wrongs) {
+        EXPECT_EQ(Count("(SELECT 1 FROM " + wrong + ")"), 0) << wrong;
+    }
     CDatabaseSession::Get().ShutDown();
     EXPECT_EQ(Names(), kAllFiles);
     EXPECT_EQ(fs::status(m_data).permissions(), fs::perms(0700));
@@ -46,7 +73,7 @@ TEST_F(CorvanaDbTest, DemoIsBelievableWholeAndPrivate)
     Expect(0, "checkin.mdb: all well\nreport.mdb: all well\ncenter.mdb: all well\n", {"check"});
     // The circuits and twelve stations of a workout; a report that waits.
     Words const inEnvironment = {"sh", "-c", R"(CORVANA_DATA="$2" exec "$0" "$3")"};
-    for (auto const* const said : {" members: 40 rows", " stations: 13 rows",
+    for (auto const* const said : {" members: 400 rows", " stations: 13 rows",
              " lift_stations: 14 rows", "Queued report jobs: 1\n"}) {
         Expect(0, said, {"info"}, inEnvironment);
     }

@@ -4,6 +4,7 @@
 #include "tests/store/MemberFixture.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace
 {
@@ -16,12 +17,12 @@ class MemberTest : public CMemberTest
 protected:
     /// What a field holds in each row of a find just made.
     template <typename Set, typename Field>
-    static Ids Walk(Set& set, Field Set::*field, int count)
+    static Ids Walk(Set& set, Field const& field, int count)
     {
         EXPECT_TRUE(set.LastStatus()) << set.LastStatus().Text();
         Ids found;
         for (; count > 0; --count) {
-            found.push_back(set.*field);
+            found.push_back(std::invoke(field, set));
             set.Op(CDAOEFSet::opMoveNext);
         }
         return found;
@@ -80,6 +81,49 @@ TEST_F(MemberTest, AreFoundByEitherNumberAndListedByNameIgnoringCase)
     ASSERT_EQ(whole.FindMember(CDAOSmMem::idWorkout, 502), 1);
     EXPECT_EQ(MemberIDOf(whole), 2);
     EXPECT_EQ(whole.m_ExpireDate.DateStrLongYear(), "12/31/2026");
+}
+
+TEST_F(MemberTest, RecordsAreFoundByMemberClassAndTimeOldestFirst)
+{
+    AddMember(5);
+    AddMember(6);
+    AddRecords(5, 1, {2026, 1, 3, 8, 59, 59}, "30");
+    AddRecords(5, 2, {2026, 1, 1, 9, 0, 0}, "10");
+    AddRecords(5, 1, {2026, 1, 2, 9, 0, 1}, "20");
+    AddRecords(6, 1, {2026, 1, 2, 9, 0, 1}, "40");
+    auto const expectFinds = [](auto& set, auto const& number, auto const& find) {
+        auto const found = [&](auto const&... by) { return Walk(set, number, find(set, by...)); };
+        EXPECT_EQ(found(5), (Ids{10, 20, 30}));
+        EXPECT_EQ(found(0), (Ids{10, 20, 40, 30}));
+        EXPECT_EQ(found(20), Ids());
+        EXPECT_EQ(found(5, std::uint8_t(1)), (Ids{20, 30}));
+        EXPECT_EQ(found(6, std::uint8_t(2)), Ids());
+        EXPECT_EQ(found(5, CEFOleDateTime(2026, 1, 2, 9, 0, 1)), Ids{20});
+        EXPECT_EQ(found(5, CEFOleDateTime(2026, 1, 2, 9, 0, 0)), Ids()) << "a second";
+        EXPECT_EQ(found(6, CEFOleDateTime(2026, 1, 3, 8, 59, 59)), Ids());
+    };
+    auto const findEvals = [](auto& set, std::int32_t member, auto const&... by) {
+        if constexpr (sizeof...(by) == 0) {
+            return set.FindEvals(CDAOSmEval::idMember, member);
+        } else {
+            return set.FindEvals(member, by...);
+        }
+    };
+    CDAOSmEval summaries;
+    CDAOEval evaluations;
+    CDAOBodyComp bodyComps;
+    CDAOWk workouts;
+    expectFinds(summaries, &CDAOSmEval::m_lEvalID, findEvals);
+    expectFinds(evaluations, &CDAOEval::m_lEvalID, findEvals);
+    expectFinds(bodyComps, &CDAOBodyComp::m_nMethod,
+        [](auto& set, auto const&... by) { return set.FindBodyComps(by...); });
+    expectFinds(
+        workouts, [](CDAOWk const& set) { return set.GetStnVal(0); },
+        [](auto& set, auto const&... by) { return set.FindWks(by...); });
+    for (int const number : {5, 20}) {
+        EXPECT_EQ(summaries.FindEvals(CDAOSmEval::idEval, number), number == 20 ? 1 : 0);
+        EXPECT_EQ(evaluations.FindEvals(CDAOSmEval::idEval, number), number == 20 ? 1 : 0);
+    }
 }
 
 TEST_F(MemberTest, FindsWorkoutsOfASpanOfTime)

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 
 /// A folder of its own that goes with the object; in memory where the system has such a place,
@@ -30,3 +33,13 @@ public:
 private:
     std::filesystem::path m_path;
 };
+
+inline std::string ReadFile(std::filesystem::path const& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+inline void WriteFile(std::filesystem::path const& path, std::string_view bytes)
+{
+    std::ofstream(path, std::ios::binary) << bytes;
+}

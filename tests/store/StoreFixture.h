@@ -40,14 +40,6 @@ protected:
         return *database;
     }
 
-    /// Adds a row whose fields the function sets.
-    template <typename Set, typename Fill>
-    static void Add(Fill const& fill)
-    {
-        auto const status = AddRow<Set>(fill);
-        EXPECT_TRUE(status) << status.Text();
-    }
-
     /// The SQL that adds a row to the table of a set, with what the function gives for each column.
     template <typename ValueOf>
     static std::string InsertInto(CDAOEFSet& set, ValueOf const& valueOf)

@@ -55,7 +55,7 @@ TEST_F(CenterSettingsTest, WhatTheSettingsSayIsInTheRecords)
 
 TEST_F(CenterSettingsTest, BadSettingsAreToldByLineAndMakeNothing)
 {
-    auto const settings = TextOf(m_settings);
+    auto const settings = ReadFile(m_settings);
     auto const lifts = Tables("lift_station", 24, "least = 1\ngreatest = 2\n");
     auto const stations = Tables("station", 12, "abbreviation = \"s\"\n");
     // What takes the place of what, and what is said of it.

@@ -4,8 +4,6 @@
 
 #include <array>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <pty.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -27,13 +25,8 @@ protected:
     /// Makes a file that its owner alone may read.
     static void Write(std::filesystem::path const& path, std::string_view text)
     {
-        std::ofstream(path, std::ios::binary) << text;
+        WriteFile(path, text);
         ::chmod(path.c_str(), 0600);
-    }
-    static std::string TextOf(std::filesystem::path const& path)
-    {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     /// What a command that has ended left behind.
@@ -62,7 +55,7 @@ protected:
         auto const line = "setsid -w" + CommandLine(arguments, before) + " </dev/null >" + file
             + " 2>" + file + "2";
         int const status = std::system(line.c_str()); // NOLINT(cert-env33-c)
-        return {WEXITSTATUS(status), TextOf(file), TextOf(file + "2")};
+        return {WEXITSTATUS(status), ReadFile(file), ReadFile(file + "2")};
     }
     /// Runs it, and looks into all it says.
     void Expect(int exitCode, std::string const& said, Words const& arguments,
@@ -109,7 +102,7 @@ protected:
     {
         auto const list = m_folder / "names";
         auto const line = "ls -A " + m_data.string() + " >" + list.string() + " 2>/dev/null";
-        return std::system(line.c_str()) == 0 ? TextOf(list) : "none"; // NOLINT(cert-env33-c)
+        return std::system(line.c_str()) == 0 ? ReadFile(list) : "none"; // NOLINT(cert-env33-c)
     }
     /// The text that a SELECT finds.
     static std::string Select(DataFile file, std::string const& what)

@@ -76,7 +76,7 @@ TEST_F(ContentionTest, DeletedTextIsInNoFileAfterACheckpoint)
     // Another process looks, because to close the file here would drop SQLite's locks.
     auto const occurs = [](std::string const& path) {
         return CPeer([&](CPeer const& self) {
-            self.Tell(Bytes(path).find("Penicillin allergy") == std::string::npos ? 0 : 1);
+            self.Tell(ReadFile(path).find("Penicillin allergy") == std::string::npos ? 0 : 1);
         }).Next();
     };
     auto const database = Open();

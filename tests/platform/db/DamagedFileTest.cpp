@@ -29,7 +29,7 @@ protected:
 
 TEST_F(DamagedFileTest, EachKindIsRefusedInItsOwnWordsAndLeftAlone)
 {
-    auto const whole = Bytes(m_strPath);
+    auto const whole = ReadFile(m_strPath);
     ASSERT_GT(whole.size(), 6U * 4096);
     auto const with = [&](std::size_t place, std::string const& bytes) {
         return std::string(whole).replace(place, bytes.size(), bytes);
@@ -50,7 +50,7 @@ TEST_F(DamagedFileTest, EachKindIsRefusedInItsOwnWordsAndLeftAlone)
     for (auto const& [error, word, files] : cases) {
         for (auto const& bytes : files) {
             SCOPED_TRACE(&bytes - files.data());
-            Write(m_strPath, bytes);
+            WriteFile(m_strPath, bytes);
             ExpectRefused(error, word);
         }
     }
@@ -107,12 +107,12 @@ TEST_F(DamagedFileTest, WhatCannotBeWrittenIsRefused)
 // Whatever bit of the header is wrong: the file is refused as it is, or works.
 TEST_F(DamagedFileTest, NoBitOfTheHeaderLeadsToWorse)
 {
-    auto const whole = Bytes(m_strPath);
+    auto const whole = ReadFile(m_strPath);
     for (std::size_t bit = 0; bit < 800 && !HasFailure(); bit += 3) {
         SCOPED_TRACE(bit);
         auto bytes = whole;
         bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << bit % 8));
-        Write(m_strPath, bytes);
+        WriteFile(m_strPath, bytes);
         std::unique_ptr<CDatabase> database;
         auto const status = OpenDatabase(m_strPath, Schema(), database);
         if (status) {

@@ -4,9 +4,7 @@
 #include "tests/TempFolder.h"
 #include "tests/platform/db/PeerProcess.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
@@ -94,22 +92,13 @@ protected:
         return user;
     }
 
-    static std::string Bytes(std::filesystem::path const& path)
-    {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    static void Write(std::filesystem::path const& path, std::string const& bytes)
-    {
-        std::ofstream(path, std::ios::binary) << bytes;
-    }
     /// Names and bytes of all files, but for what programs share in memory.
     std::map<std::string, std::string> Folder() const
     {
         std::map<std::string, std::string> files;
         for (auto const& entry : std::filesystem::directory_iterator(m_folder)) {
             auto const name = entry.path().filename().string();
-            files[name] = name.ends_with("-shm") || !entry.is_regular_file() ? "" : Bytes(entry);
+            files[name] = name.ends_with("-shm") || !entry.is_regular_file() ? "" : ReadFile(entry);
         }
         return files;
     }

@@ -53,8 +53,8 @@ TEST_F(FaultTest, AFileIsMadeAsAWholeOrAtTheNextTryAndACheckpointLosesNothing)
             EXPECT_TRUE(Save(*database, 2)) << "something in the log";
             auto const before = Names();
             if (!made.empty()) { // what a killed maker left
-                Write(m_folder / (made + ".part"), "begun");
-                Write(m_folder / (made + ".part-wal"), "begun");
+                WriteFile(m_folder / (made + ".part"), "begun");
+                WriteFile(m_folder / (made + ".part-wal"), "begun");
             }
             Faults::Begin(nth, error, lasting);
             auto status = make(*database);

@@ -44,7 +44,7 @@ protected:
 
 TEST_F(MigrationTest, AnOldFileComesToThePresentVersionAndLeavesACopy)
 {
-    Write(m_folder / "family.v1.bak", "somebody's");
+    WriteFile(m_folder / "family.v1.bak", "somebody's");
     auto const user = StartUser([](auto& /*database*/) {});
     ExpectRefused(DbError::inUse, "", ThirdSchema());
     EXPECT_TRUE(user->Finish());
@@ -56,7 +56,7 @@ TEST_F(MigrationTest, AnOldFileComesToThePresentVersionAndLeavesACopy)
         DbError::constraint);
     database.reset();
     auto const copy = m_folder / "family.v1-2.bak";
-    EXPECT_EQ(Bytes(m_folder / "family.v1.bak"), "somebody's") << "must not be replaced";
+    EXPECT_EQ(ReadFile(m_folder / "family.v1.bak"), "somebody's") << "must not be replaced";
     EXPECT_EQ(fs::status(copy).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     ExpectAllRows(*Open(copy));
     ExpectRefused(DbError::newer);

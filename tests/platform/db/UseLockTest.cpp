@@ -12,7 +12,7 @@ using UseLockTest = CFamiliesTest;
 TEST_F(UseLockTest, AnyOtherUserKeepsMaintenanceAwayUntilItEndsOrIsKilled)
 {
     auto const lock = m_folder / "family.ldb";
-    Write(lock, "left behind, which means nothing");
+    WriteFile(lock, "left behind, which means nothing");
     for (bool const isKilled : {false, true}) {
         SCOPED_TRACE(isKilled);
         auto const user = StartUser([&](auto& database) { Count(database); });
@@ -39,7 +39,7 @@ TEST_F(UseLockTest, NobodyOpensAFileInMaintenance)
 {
     auto const user = StartUser([&](auto& database) {
         EXPECT_TRUE(database.UseExclusively());
-        Bytes(m_folder / "family.ldb"); // to open and close it elsewhere must not drop the lock
+        ReadFile(m_folder / "family.ldb"); // to open and close it elsewhere must not drop the lock
     });
     ExpectRefused(DbError::inUse);
     user->Kill();

@@ -56,7 +56,7 @@ TEST_F(CenterRecordsTest, PasswordGateFailsClosed)
 {
     CDAOCenter center;
     EXPECT_FALSE(center.ChkPassword("")) << "no centre row";
-    Add<CDAOCenter>([](CDAOCenter& set) { set.m_strCenterName = "Riverside"; });
+    ASSERT_TRUE(AddRow<CDAOCenter>([](CDAOCenter& set) { set.m_strCenterName = "Riverside"; }));
     EXPECT_FALSE(center.ChkPassword("")) << "no password set";
     EXPECT_FALSE(center.SetPassword("short"));
     ASSERT_TRUE(center.SetPassword("Gr\u00FC\u00DFe an alle"));

@@ -12,10 +12,10 @@ class RecordSetTest : public CStoreTest
 protected:
     static void AddReport(std::int32_t type, std::string const& category = "")
     {
-        Add<CDAOReport>([&](CDAOReport& set) {
+        EXPECT_TRUE(AddRow<CDAOReport>([&](CDAOReport& set) {
             set.m_nRptType = type;
             set.m_strRptCategory = category;
-        });
+        }));
     }
 
     static void DeleteReport(std::int32_t type)

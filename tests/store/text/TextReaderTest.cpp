@@ -1,6 +1,7 @@
 #include "store/text/TextReader.h"
 
 #include "store/text/Text.h"
+#include "tests/TempFolder.h"
 #include "tests/fuzz/WriteBack.h"
 
 #include <filesystem>
@@ -164,8 +165,7 @@ TEST(TextReaderTest, WritesBackWhatItAcceptsOfTheKeptFiles)
     std::size_t refused = 0;
     for (auto const& entry :
         fs::directory_iterator(fs::path(CORVANA_SOURCE_DIR) / "tests/fuzz/corpus")) {
-        std::ifstream stream(entry.path(), std::ios::binary);
-        std::string const bytes(std::istreambuf_iterator<char>(stream), {});
+        auto const bytes = ReadFile(entry.path());
         auto const asItIs = WriteBack(bytes);
         auto const withSums = WriteBack(WithCheckSums(bytes));
         EXPECT_TRUE(asItIs.same && withSums.same) << entry.path();

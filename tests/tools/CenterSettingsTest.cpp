@@ -41,13 +41,11 @@ TEST_F(CenterSettingsTest, WhatTheSettingsSayIsInTheRecords)
              {"group_concat(name || abbreviation) FROM stations", "CircuitsCirc,RowerRow"},
              {"group_concat(name || least_lift || '|' || greatest_lift) FROM lift_stations",
                  "Press2.5|400.0,Bar45.0|45.0"},
-             {"group_concat(name) FROM categories", "Day,Evening"},
-             {"group_concat(c.name || o.name) FROM courses AS o JOIN categories AS c "
-              "ON c.number = o.category",
-                 "EveningSpin,EveningWalk"},
-             {"group_concat(o.name || s.name) FROM sections AS s JOIN courses AS o "
-              "ON o.number = s.course",
-                 "SpinA,SpinB"},
+             {"group_concat(c.name || ifnull(o.name, '') || ifnull(s.name, '')) FROM categories AS "
+              "c "
+              "LEFT JOIN courses AS o ON o.category = c.number "
+              "LEFT JOIN sections AS s ON s.course = o.number",
+                 "Day,EveningSpinA,EveningSpinB,EveningWalk"},
          }) {
         EXPECT_EQ(Select(DataFile::center, sql), expected);
     }

@@ -2,7 +2,10 @@
 #include "store/sets/DAOSmMem.h"
 #include "tests/store/StoreFixture.h"
 
+#include <algorithm>
 #include <random>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -23,65 +26,59 @@ protected:
         EXPECT_EQ(
             Run(DataFile::report, "DELETE FROM reports WHERE type = ?", {std::int64_t(type)}), 1);
     }
-};
 
-/// What a record set does, done by a vector.
-struct CVector
-{
+    // What a record set does, done by a vector.
+
+    void AddNext()
+    {
+        AddReport(m_nNext);
+        m_rows.push_back({m_nNext++});
+    }
+    /// The set has moved there, or says that it could not.
+    void Move(std::size_t to, bool moved)
+    {
+        m_nPosition = std::min(to, m_rows.size());
+        m_bOnRow = m_nPosition < m_rows.size() && !m_rows[m_nPosition].deleted;
+        // Nobody must take the row before for one that is deleted.
+        m_nShown = m_nPosition == m_rows.size() ? m_nShown
+            : m_bOnRow                          ? m_rows[m_nPosition].type
+                                                : 0;
+        EXPECT_EQ(moved, m_bOnRow) << m_nPosition;
+        EXPECT_EQ(m_set.m_nRptType, m_nShown) << m_nPosition;
+        EXPECT_EQ(m_set.IsEOF() != 0, m_nPosition == m_rows.size());
+    }
+    void Edit()
+    {
+        EXPECT_EQ(m_set.Op(CDAOEFSet::opEdit), m_bOnRow);
+        if (m_bOnRow) {
+            m_set.m_nRptType = m_nShown = m_rows[m_nPosition].type = m_nNext++;
+            EXPECT_TRUE(m_set.Op(CDAOEFSet::opUpdate));
+        }
+    }
+    /// Closed it does nothing, and keeps its fields.
+    bool OpenAgain()
+    {
+        m_set.Op(CDAOEFSet::opClose);
+        for (auto const operation : {CDAOEFSet::opMoveNext, CDAOEFSet::opMoveFirst,
+                 CDAOEFSet::opEdit, CDAOEFSet::opDelete, CDAOEFSet::opRequery}) {
+            EXPECT_FALSE(m_set.Op(operation)) << operation;
+        }
+        EXPECT_NE(m_set.IsEOF(), 0);
+        EXPECT_EQ(m_set.m_nRptType, m_nShown);
+        return m_set.FindReports() > 0;
+    }
+
     struct Row
     {
         std::int32_t type;
         bool deleted = false;
     };
-    std::vector<Row> rows = {};
-    std::int32_t next = 0;
-    std::size_t position = 0;
-    bool onRow = true;
-    std::int32_t shown = 0; ///< the field of the set
-    CDAOReport set = {};
-
-    void Add(void (*add)(std::int32_t, std::string const&))
-    {
-        add(next, "");
-        rows.push_back({next++});
-    }
-    /// The set has moved there, or says that it could not.
-    void Move(std::size_t to, bool moved)
-    {
-        position = std::min(to, rows.size());
-        onRow = position < rows.size() && !rows[position].deleted;
-        // Nobody must take the row before for one that is deleted.
-        shown = position == rows.size() ? shown : onRow ? rows[position].type : 0;
-        EXPECT_EQ(moved, onRow) << position;
-        EXPECT_EQ(set.m_nRptType, shown) << position;
-        EXPECT_EQ(set.IsEOF() != 0, position == rows.size());
-    }
-    /// Closed it does nothing, and keeps its fields.
-    bool OpenAgain()
-    {
-        set.Op(CDAOEFSet::opClose);
-        for (auto const operation : {CDAOEFSet::opMoveNext, CDAOEFSet::opMoveFirst,
-                 CDAOEFSet::opEdit, CDAOEFSet::opDelete, CDAOEFSet::opRequery}) {
-            EXPECT_FALSE(set.Op(operation)) << operation;
-        }
-        EXPECT_NE(set.IsEOF(), 0);
-        EXPECT_EQ(set.m_nRptType, shown);
-        return set.FindReports() > 0;
-    }
-    void Walk(int step, std::size_t to)
-    {
-        if (step > 1) {
-            Move(position + 1, set.Op(CDAOEFSet::opMoveNext));
-        } else if (step == 1) {
-            Move(to, set.MoveSet(static_cast<std::int32_t>(to)));
-        } else {
-            EXPECT_EQ(set.Op(CDAOEFSet::opEdit), onRow);
-            if (onRow) {
-                set.m_nRptType = shown = rows[position].type = next++;
-                EXPECT_TRUE(set.Op(CDAOEFSet::opUpdate));
-            }
-        }
-    }
+    std::vector<Row> m_rows;
+    std::int32_t m_nNext = 0;
+    std::size_t m_nPosition = 0;
+    bool m_bOnRow = true;
+    std::int32_t m_nShown = 0; ///< the field of the set
+    CDAOReport m_set;
 };
 
 } // namespace
@@ -165,45 +162,41 @@ TEST_F(RecordSetTest, RandomWalkAgreesWithAVector)
 {
     std::mt19937 random(20261124);
     auto const below = [&](std::size_t n) { return random() % n; };
-    CVector vector;
-    while (vector.rows.size() < 700) { // more than two of the largest blocks
-        vector.Add(AddReport);
+    while (m_rows.size() < 700) { // more than two of the largest blocks
+        AddNext();
     }
-    auto& [rows, next, position, onRow, shown, set] = vector;
-    ASSERT_EQ(set.FindReports(), 700);
-    ASSERT_EQ(set.CountSet(), 700);
+    ASSERT_EQ(m_set.FindReports(), 700);
+    ASSERT_EQ(m_set.CountSet(), 700);
     for (int step = 0; step < 4000 && !HasFailure(); ++step) {
         SCOPED_TRACE(step);
-        auto const to = below(rows.size() + 2);
-        switch (below(64)) {
-        case 0: // another program deletes a row
-            if (to < rows.size() && !std::exchange(rows[to].deleted, true)) {
-                DeleteReport(rows[to].type);
+        auto const to = below(m_rows.size() + 2);
+        auto const action = below(64);
+        if (action == 0) { // another program deletes a row
+            if (to < m_rows.size() && !std::exchange(m_rows[to].deleted, true)) {
+                DeleteReport(m_rows[to].type);
             }
-            vector.Move(to, set.MoveSet(static_cast<std::int32_t>(to)));
-            break;
-        case 1:
-            EXPECT_EQ(set.Op(CDAOEFSet::opDelete), onRow);
-            if (std::exchange(onRow, false)) {
-                rows[position].deleted = true;
+            Move(to, m_set.MoveSet(static_cast<std::int32_t>(to)));
+        } else if (action == 1) {
+            EXPECT_EQ(m_set.Op(CDAOEFSet::opDelete), m_bOnRow);
+            if (std::exchange(m_bOnRow, false)) {
+                m_rows[m_nPosition].deleted = true;
             }
-            break;
-        case 2:
-            vector.Add(AddReport);
-            std::erase_if(rows, [](auto const& row) { return row.deleted; });
-            vector.Move(0, step % 2 == 0 ? set.Op(CDAOEFSet::opRequery) : vector.OpenAgain());
-            break;
-        case 3:
-            vector.Move(0, set.Op(CDAOEFSet::opMoveFirst));
-            break;
-        case 4:
-            while (position < rows.size()) {
-                vector.Move(position + 1, set.Op(CDAOEFSet::opMoveNext));
+        } else if (action == 2) {
+            AddNext();
+            std::erase_if(m_rows, [](auto const& row) { return row.deleted; });
+            Move(0, step % 2 == 0 ? m_set.Op(CDAOEFSet::opRequery) : OpenAgain());
+        } else if (action == 3) {
+            Move(0, m_set.Op(CDAOEFSet::opMoveFirst));
+        } else if (action == 4) {
+            while (m_nPosition < m_rows.size()) {
+                Move(m_nPosition + 1, m_set.Op(CDAOEFSet::opMoveNext));
             }
-            break;
-        default:
-            vector.Walk(step % 8, to);
-            break;
+        } else if (step % 8 > 1) {
+            Move(m_nPosition + 1, m_set.Op(CDAOEFSet::opMoveNext));
+        } else if (step % 8 == 1) {
+            Move(to, m_set.MoveSet(static_cast<std::int32_t>(to)));
+        } else {
+            Edit();
         }
     }
 }

@@ -24,10 +24,10 @@ protected:
         for (std::int32_t id = 1; id <= 16; ++id) {
             AddMember(id);
         }
-        for (int i = 1; i <= 400; ++i) {
+        for (int i = 1; i <= 150; ++i) {
             Add(m_setEval, {{"member_id", 1}, {"eval_date", i}, {"eval_id", i}});
         }
-        Run(DataFile::member, "UPDATE messages SET message = hex(zeroblob(20000))");
+        Run(DataFile::member, "UPDATE messages SET message = hex(zeroblob(6000))");
         m_strMembers = Backup(m_setMem);
         m_strEvals = Backup(m_setEval);
         Run(DataFile::member, "DELETE FROM members");
@@ -35,7 +35,7 @@ protected:
             ASSERT_TRUE(WholeMember::Save(id, id, id, 501 + id % 3));
             for (int i = 0; i < 5; ++i) {
                 AddWorkout(id, kTime + i);
-                Add(m_setEval, {{"member_id", id}, {"eval_date", i}, {"eval_id", id * 100 + i}});
+                Add(m_setEval, {{"member_id", id}, {"eval_date", i}, {"eval_id", id * 40 + i}});
                 Add(m_setBodyComp, {{"member_id", id}});
             }
         }

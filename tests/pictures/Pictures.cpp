@@ -116,6 +116,15 @@ void MakeWorkoutPictures(CCorvanaDoc& doc)
     Use({Look(u"find-workouts"_s)}, [&] { doc.FindWorkouts(); });
 }
 
+void MakeEvaluationPictures(CCorvanaDoc& doc)
+{
+    CDAOEval evaluations;
+    int const count = evaluations.FindEvals(CDAOSmEval::idMember, MemberWithTwoEvaluations());
+    if (evaluations.MoveSet(count - 1)) {
+        Use({Pages(u"evaluation"_s)}, [&] { doc.AddEditEvaluation(&evaluations); });
+    }
+}
+
 void MakeReportPictures(CCorvanaDoc& doc)
 {
     auto const member = MemberWithTwoEvaluations();
@@ -147,6 +156,7 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     Use({Prompt(u"member-id"_s, member), Pages(u"member"_s)}, [&] { doc.EditMember(0); });
     Use({Look(u"delete-member"_s)}, [&] { doc.DeleteMember(member, {}); });
     MakeWorkoutPictures(doc);
+    MakeEvaluationPictures(doc);
     MakeReportPictures(doc);
     auto& tree = Child<QTreeView>(frame, "memberTree");
     auto const root = tree.model()->index(0, 0);

@@ -1,3 +1,5 @@
+#include "store/sets/DAOCirc.h"
+#include "store/sets/DAOEvalBodyComp.h"
 #include "tests/platform/db/Faults.h"
 #include "tests/store/MemberFixture.h"
 #include "tests/store/WholeMember.h"
@@ -102,6 +104,28 @@ protected:
 
     static bool Post() { return corv_apiPostMemberMessage("Hello", 2, true) == apiSuccess; }
 
+    /// Its three tables, as the form for evaluations writes them; number 0 adds one.
+    static bool SaveEvaluation(std::int32_t number)
+    {
+        CTransaction transaction(Database(DataFile::member));
+        CDAOSmEval eval;
+        CDAOCirc lifts;
+        CDAOEvalBodyComp folds;
+        auto const begin = [number](CDAOEFSet& set, int found) {
+            return set.Op(number != 0 && found > 0 ? CDAOEFSet::opEdit : CDAOEFSet::opAddNew);
+        };
+        bool const isBegun = begin(eval, eval.FindEvals(CDAOSmEval::idEval, number))
+            && begin(lifts, lifts.FindCircuit(number))
+            && begin(folds, folds.FindEvalBodyComp(number));
+        auto const used = number != 0 ? number : eval.GenerateIDNum();
+        eval.m_lEvalID = lifts.m_lEvalID = folds.m_lEvalID = used;
+        eval.m_lMemberID = 2;
+        eval.m_dWeight = folds.m_dThigh = 12.5;
+        lifts.SetStnVal(3, 145);
+        return isBegun && used != 0 && eval.Op(CDAOEFSet::opUpdate) && lifts.Op(CDAOEFSet::opUpdate)
+            && folds.Op(CDAOEFSet::opUpdate) && transaction.Commit();
+    }
+
     /// The services as parts of a larger change.
     static bool DoAll()
     {
@@ -139,6 +163,8 @@ TEST_F(MemberFaultTest, EachOperationIsDoneAsAWholeOrNotAtAll)
         [] { return UpdateClassIndex(2, 1, CDAOCls::kUnknown); },
         [] { return DeleteClassData(2, 1); },
         Post,
+        [] { return SaveEvaluation(0); },
+        [] { return SaveEvaluation(82); },
         DoAll,
         [&] { return RestoreAll(m_setMem, m_strMembers); },
         [&] { return RestoreAll(m_setEval, m_strEvals); },

@@ -64,6 +64,13 @@ void CFitnessProfilePg::AddGirths(
     AddNumber(*m_ui->hipEdit, hip, {1, 155}, {25, 75}, lastHip);
 }
 
+void CFitnessProfilePg::ShowTrend(std::vector<CTrendPoint> const& history)
+{
+    if (history.size() > 1) {
+        m_ui->pageLayout->insertWidget(1, new CTrendChart(history), 0, Qt::AlignLeft);
+    }
+}
+
 void CFitnessProfilePg::FillLists()
 {
     m_doc.FillMemberClassList(

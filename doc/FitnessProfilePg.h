@@ -3,6 +3,7 @@
 #include "doc/FitnessRecord.h"
 #include "platform/qt/PropertySheet.h"
 #include "ui/FormFields.h"
+#include "ui/TrendChart.h"
 
 #include <memory>
 #include <optional>
@@ -32,6 +33,10 @@ protected:
     /// Two fields more, for circumferences in inches. They are hidden otherwise.
     void AddGirths(
         double& waist, double& hip, std::optional<double> lastWaist, std::optional<double> lastHip);
+
+    /// Below the fields a chart of the member's records, in the order of time; of one record alone
+    /// there is none.
+    void ShowTrend(std::vector<CTrendPoint> const& history);
 
     void FillLists() override;
     void ShowFields() override;

@@ -111,23 +111,27 @@ CEvaluationValues CEvaluationEditor::Values() const
     return values;
 }
 
-/// The member's evaluation before this one, for a new one the latest.
+/// Goes through the member's evaluations: all of them are its history, the one before this one, for
+/// a new one the latest, is the last.
 bool CEvaluationEditor::FindLast()
 {
-    auto& set = m_doc.m_setSmEval;
+    CDAOEval set; // the document's own may stand on the row that is edited
     std::int32_t last = 0;
     int const count = set.FindEvals(CDAOSmEval::idMember, m_record.m_member.m_lMemberID);
     for (int row = 0; row < count && set.LastStatus(); ++row) {
-        bool const isBefore = m_lEvalID == 0
-            || (set.m_lEvalID != m_lEvalID && set.m_dtEvalDate <= m_record.m_now.m_basics.m_dtDate);
-        last = set.m_lEvalID != 0 && isBefore ? set.m_lEvalID : last;
+        if (set.m_lEvalID != 0) { // else the row is gone or damaged
+            m_record.m_history.push_back({set.m_dtEvalDate, set.m_dWeight, set.m_dPercentFat});
+            bool const isBefore = m_lEvalID == 0
+                || (set.m_lEvalID != m_lEvalID
+                    && set.m_dtEvalDate <= m_record.m_now.m_basics.m_dtDate);
+            last = isBefore ? set.m_lEvalID : last;
+        }
         set.Op(CDAOEFSet::opMoveNext);
     }
     if (!set.LastStatus()) {
         return Fail(set.LastStatus());
     }
-    CState state;
-    if (last != 0) {
+    if (CState state; last != 0) {
         if (!Find(last, state)) {
             return false;
         }

@@ -7,4 +7,5 @@ CEvaluationProfilePg::CEvaluationProfilePg(
     : CFitnessProfilePg(doc, tr("Evaluation &Date:"), record.m_member, record.m_now.m_basics,
         record.m_last ? &record.m_last->m_basics : nullptr, parent)
 {
+    ShowTrend(record.m_history);
 }

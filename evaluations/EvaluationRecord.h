@@ -2,8 +2,10 @@
 
 #include "doc/FitnessRecord.h"
 #include "store/fitness/Circuit.h"
+#include "ui/TrendChart.h"
 
 #include <optional>
+#include <vector>
 
 /// What the form of an evaluation shows and takes.
 struct CEvaluationValues
@@ -30,6 +32,7 @@ struct CEvaluationRecord
     CMemberFacts m_member;
     CEvaluationValues m_now;
     std::optional<CEvaluationValues> m_last; ///< the member's evaluation before this one
+    std::vector<CTrendPoint> m_history; ///< the member's evaluations in the order of time
 
     /// A value of the evaluation before, of those in m_now.
     template <typename T>

@@ -307,13 +307,19 @@ void EvaluationTest::okWithoutChangesKeepsEveryByte()
         }
         ClickOk(sheet);
     };
-    QVERIFY(desk.EditIt(look));
+    QVERIFY(desk.EditIt([&](QDialog& sheet) {
+        QVERIFY(sheet.findChild<QWidget*>(u"trendChart"_s) == nullptr);
+        look(sheet);
+    }));
     QCOMPARE(desk.Evaluations(), before);
     desk.Store(2, CEFOleDateTime(2026, 1, 2), 70); // one before it, whose values stand beside
     RunOnMembers("DELETE FROM skinfolds WHERE eval_id = 3"); // rows that are not there are made
     CLargeFont const large;
     QVERIFY(desk.EditIt([&](QDialog& sheet) {
         QCOMPARE(Child<QLabel>(sheet, "weightEditNote").text(), u"last 140.13"_s);
+        QCOMPARE(Child<QWidget>(sheet, "trendChart").accessibleDescription(),
+            u"01/02/2026 to 11/05/2026; weight in pounds: 140.1 to 140.1; "
+            "body fat in percent: 24.0 to 24.0"_s);
         look(sheet);
     }));
     QCOMPARE(desk.Evaluations()[0], before[0]);

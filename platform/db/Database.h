@@ -5,6 +5,7 @@
 #include "platform/db/Status.h"
 #include "platform/db/Value.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -42,6 +43,9 @@ struct CSchema
     int Version() const { return static_cast<int>(steps.size()); }
 };
 
+/// How long a call waits for other programs at most.
+inline constexpr std::chrono::milliseconds kLongestWait{10'000};
+
 /// One open database file, the only connection of this process to it. Every call waits at most
 /// 10 s for other programs, leaves no read open, and tells its failure in what it returns; none
 /// throws. Not for use by several threads.
@@ -54,8 +58,10 @@ public:
 
     virtual std::string const& Path() const = 0;
 
-    // Reading. Reports "moved" within some milliseconds after the file was renamed or deleted;
-    // within a transaction its beginning and its commit report that, and these at once.
+    // Reading. Waits for no program that writes, copies or empties the log, as long as none is
+    // stopped in the very moment of a commit. Reports "moved" within some milliseconds after the
+    // file was renamed or deleted; within a transaction its beginning and its commit report that,
+    // and these at once.
 
     /// Reads the keys of a selection in its order: one pass over the index that serves the clause.
     virtual CDbStatus FindKeys(CTableInfo const& table, CSelection const& selection, CKeyset& keys)
@@ -147,9 +153,11 @@ private:
 /// Opens an existing file of that kind. Never creates one; a file that is missing, empty, cut,
 /// foreign, newer, read-only, damaged or in maintenance is left alone and refused with its own
 /// message. A file of an older version is taken to the present one, all steps in one transaction,
-/// after a copy "NAME.v1.bak" (by the old version's number) was made beside it.
-CDbStatus OpenDatabase(
-    std::string const& path, CSchema const& schema, std::unique_ptr<CDatabase>& database);
+/// after a copy "NAME.v1.bak" (by the old version's number) was made beside it. Waits that long for
+/// a program that uses the file alone, but no longer than 2 s for its maintenance; a wait that was
+/// cut short has no effect on later calls.
+CDbStatus OpenDatabase(std::string const& path, CSchema const& schema,
+    std::unique_ptr<CDatabase>& database, std::chrono::milliseconds wait = kLongestWait);
 
 /// Makes an empty database of that kind under a name that must not exist, readable and writable by
 /// its owner alone, and leaves it closed. Nothing is left behind when it fails.

@@ -253,7 +253,7 @@ CDbStatus CSqliteDatabase::Begin()
     if (auto status = MovedStatus(); !status) {
         return status;
     }
-    if (!m_use.LockCommit(kWait)) {
+    if (!m_use.LockCommit(kLongestWait)) {
         return Failure(SQLITE_BUSY);
     }
     if (auto status = RunControl(m_begin, "BEGIN IMMEDIATE"); !status) {

@@ -55,7 +55,6 @@ public:
     CDbStatus Migrate(int version);
 
 private:
-    static constexpr std::chrono::milliseconds kWait{10'000};
     static constexpr std::chrono::milliseconds kReadersWait{200}; ///< while nobody can write
     static constexpr int kLogPages = 1000; ///< about 4 MB: where a checkpoint pays
 

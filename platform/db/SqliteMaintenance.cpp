@@ -25,7 +25,7 @@ int CSqliteDatabase::MoveLog(int mode, std::chrono::milliseconds wait)
 {
     sqlite3_busy_timeout(m_connection.get(), static_cast<int>(wait.count()));
     int const code = sqlite3_wal_checkpoint_v2(m_connection.get(), nullptr, mode, nullptr, nullptr);
-    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(kWait.count()));
+    sqlite3_busy_timeout(m_connection.get(), static_cast<int>(kLongestWait.count()));
     m_use.UnlockCheckpoint();
     return code;
 }
@@ -52,7 +52,7 @@ CDbStatus CSqliteDatabase::Checkpoint()
     if (auto status = MovedStatus(); !status) {
         return status;
     }
-    auto const end = std::chrono::steady_clock::now() + kWait;
+    auto const end = std::chrono::steady_clock::now() + kLongestWait;
     int code = SQLITE_BUSY;
     // In turns, because others cannot write while this waits for somebody's long read.
     for (;;) {

@@ -15,9 +15,8 @@ namespace
 {
 
 constexpr int kPageSize = 4096;
-constexpr int kWaitMilliseconds = 10000;
 constexpr int kMostBytes = 64 * 1024 * 1024; // of one text: far more than any field of ours
-constexpr auto kMaintenanceWait = std::chrono::seconds(2);
+constexpr std::chrono::milliseconds kMaintenanceWait{2'000};
 
 std::string Quoted(std::string const& path)
 {
@@ -77,7 +76,13 @@ std::string FileName(std::string const& path)
     return path.starts_with('/') ? path : "./" + path;
 }
 
-CDbStatus Connect(std::string const& path, CConnectionPtr& connection)
+void SetWait(sqlite3* connection, std::chrono::milliseconds wait)
+{
+    sqlite3_busy_timeout(connection, static_cast<int>(wait.count()));
+}
+
+CDbStatus Connect(
+    std::string const& path, CConnectionPtr& connection, std::chrono::milliseconds wait)
 {
     // One thread uses a connection. Has no effect, and needs none, once SQLite has been used.
     sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
@@ -88,7 +93,7 @@ CDbStatus Connect(std::string const& path, CConnectionPtr& connection)
     if (code != SQLITE_OK) {
         return SqliteFailure(opened, code, path);
     }
-    sqlite3_busy_timeout(opened, kWaitMilliseconds);
+    SetWait(opened, wait);
     sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kMostBytes);
     sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(opened, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -271,7 +276,7 @@ std::string CopyName(std::string const& path, int version)
 CDbStatus FillNew(std::string const& path, CSchema const& schema)
 {
     CConnectionPtr connection;
-    auto status = Connect(path, connection);
+    auto status = Connect(path, connection, kLongestWait);
     if (!status) {
         return status;
     }
@@ -348,8 +353,8 @@ CDbStatus MakeFile(
 
 } // namespace
 
-CDbStatus OpenDatabase(
-    std::string const& path, CSchema const& schema, std::unique_ptr<CDatabase>& database)
+CDbStatus OpenDatabase(std::string const& path, CSchema const& schema,
+    std::unique_ptr<CDatabase>& database, std::chrono::milliseconds wait)
 {
     database.reset();
     CFileUse use;
@@ -357,14 +362,14 @@ CDbStatus OpenDatabase(
     int version = 0;
     auto status = LookAt(path);
     if (status) {
-        status = use.Acquire(path, kMaintenanceWait);
+        status = use.Acquire(path, std::min(wait, kMaintenanceWait));
     }
     if (status) {
         // Maintenance may have exchanged the file while we waited.
         status = LookAt(path);
     }
     if (status) {
-        status = Connect(path, connection);
+        status = Connect(path, connection, wait);
     }
     if (status) {
         status = Recognise(connection.get(), path, schema, version);
@@ -375,6 +380,7 @@ CDbStatus OpenDatabase(
     if (!status) {
         return Refused(status, connection.get(), path);
     }
+    SetWait(connection.get(), kLongestWait);
     sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     auto opened
         = std::make_unique<CSqliteDatabase>(path, schema, std::move(use), std::move(connection));

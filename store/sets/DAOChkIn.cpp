@@ -8,7 +8,7 @@ CRecordClass const* CDAOChkIn::GetThisClass()
 
 int CDAOChkIn::FindChkIns()
 {
-    return Find("ORDER BY check_in, id");
+    return Select("ORDER BY check_in, id", {}, Extent::mostlyFew);
 }
 
 void CDAOChkIn::ExchangeFields(CFieldExchange& fx)

@@ -10,7 +10,8 @@ public:
     static CRecordClass const* GetThisClass();
     CRecordClass const* GetClass() const override { return GetThisClass(); }
 
-    /// Selects everybody checked in now, oldest check-in first.
+    /// Selects everybody checked in now, oldest check-in first. One statement reads the rows with
+    /// their keys as long as they are a few hundred.
     int FindChkIns();
 
     // The current row.

@@ -80,6 +80,9 @@ public:
     /// The full path of the file that holds the table.
     virtual std::string GetDefaultDBName() const;
 
+    /// The key of the current row, empty while there is none: the row's own for good, since keys are
+    /// never given out twice.
+    std::optional<std::int64_t> CurrentKey() const;
     /// Sets every field to no value: 0, "" or the zero date.
     void ClearFields();
     /// The fields as they are written, to tell whether a row is still as it was read.
@@ -133,8 +136,6 @@ protected:
     /// The current row as the table has it, whatever its fields were set to since. Valid until the
     /// cursor moves. Empty, with the reason as LastStatus(), when the cursor is on no row.
     std::optional<CRowView> CurrentCells();
-    /// The key of the current row, while there is one.
-    std::optional<std::int64_t> CurrentKey() const;
 
 private:
     enum class Edit

@@ -47,12 +47,12 @@ std::string CDatabaseSession::PathOf(DataFile file) const
     return folder.append(DataFileName(file));
 }
 
-CDatabase* CDatabaseSession::Open(DataFile file, CDbStatus& status)
+CDatabase* CDatabaseSession::Open(DataFile file, CDbStatus& status, std::chrono::milliseconds wait)
 {
     auto& database = m_databases[static_cast<std::size_t>(file)];
     status = {};
     if (database == nullptr) {
-        status = OpenDatabase(PathOf(file), DataFileSchema(file), database);
+        status = OpenDatabase(PathOf(file), DataFileSchema(file), database, wait);
     }
     return database.get();
 }

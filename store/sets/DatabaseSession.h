@@ -3,6 +3,7 @@
 #include "platform/db/Database.h"
 
 #include <array>
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -36,8 +37,10 @@ public:
     std::string const& DataFolder() const { return m_strFolder; }
     std::string PathOf(DataFile file) const;
 
-    /// The open database, null when it cannot be opened: status then tells why.
-    CDatabase* Open(DataFile file, CDbStatus& status);
+    /// The open database, null when it cannot be opened: status then tells why. Only opening waits,
+    /// at most that long, for a program that uses the file alone.
+    CDatabase* Open(
+        DataFile file, CDbStatus& status, std::chrono::milliseconds wait = kLongestWait);
 
     /// Closes all files. Record sets that still have a selection lose it; a later find opens the
     /// files again.

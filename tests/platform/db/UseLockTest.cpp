@@ -1,7 +1,10 @@
 #include "platform/db/FileUse.h"
 #include "tests/platform/db/Families.h"
+#include "tests/platform/db/PlainConnection.h"
 
 #include <atomic>
+#include <chrono>
+#include <memory>
 #include <sys/mman.h>
 #include <thread>
 
@@ -44,6 +47,31 @@ TEST_F(UseLockTest, NobodyOpensAFileInMaintenance)
     ExpectRefused(DbError::inUse);
     user->Kill();
     EXPECT_NE(Open(), nullptr) << "the lock must die with its holder";
+}
+
+TEST_F(UseLockTest, AShortWaitIsShortAndOfOpeningAlone)
+{
+    std::unique_ptr<CDatabase> database;
+    auto const open = [&] { return OpenDatabase(m_strPath, Schema(), database, 50ms); };
+    auto const start = std::chrono::steady_clock::now();
+    {
+        auto const user = StartUser([](auto& own) { EXPECT_TRUE(own.UseExclusively()); });
+        ExpectStatus(open(), DbError::inUse);
+    }
+    {
+        CPlainConnection const alone(m_strPath);
+        alone.Run("PRAGMA locking_mode = EXCLUSIVE; DELETE FROM families");
+        ExpectStatus(open(), DbError::busy);
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 1900ms);
+    ASSERT_TRUE(open());
+    CPlainConnection const writer(m_strPath);
+    writer.Run("BEGIN IMMEDIATE");
+    std::jthread const later([&] {
+        std::this_thread::sleep_for(300ms);
+        writer.Run("COMMIT");
+    });
+    EXPECT_TRUE(Save(*database, 1));
 }
 
 // The last user removes the file just when another one has opened it.

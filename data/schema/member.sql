@@ -115,6 +115,7 @@ CREATE TABLE evaluations (
     ergometer INTEGER NOT NULL
 ) STRICT;
 CREATE INDEX evaluations_of_member ON evaluations (member_id, eval_date);
+CREATE INDEX evaluations_by_date ON evaluations (eval_date);
 
 -- Millimetres.
 CREATE TABLE skinfolds (
@@ -190,6 +191,7 @@ CREATE TABLE body_compositions (
     units INTEGER NOT NULL
 ) STRICT;
 CREATE INDEX body_compositions_of_member ON body_compositions (member_id, body_comp_date);
+CREATE INDEX body_compositions_by_date ON body_compositions (body_comp_date);
 
 CREATE VIEW member_view AS
 SELECT m.id AS id, m.member_id AS member_id, e.expire_date AS expire_date,

@@ -16,12 +16,15 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
+#include <vector>
 
 namespace
 {
 
 constexpr std::int64_t kMinute = 60;
 constexpr std::int64_t kHour = 3600;
+constexpr std::int64_t kLongestStay = 90 * kMinute;
 constexpr int kMembersAtOnce = 1000; // a transaction that keeps the log small
 
 double Tenths(double value)
@@ -61,6 +64,17 @@ CFolds FoldsOf(CDemoRandom& random, double percentFat, bool male)
         : CFolds{fold(1.0), fold(0.5), fold(0.85), fold(0.75), fold(0.65), fold(0.55), fold(0.65)};
 }
 
+/// A member who may be checked in.
+struct CCheckedIn
+{
+    double draw; ///< 0 to 1: the smallest ones are here
+    double passed; ///< share of the longest stay that has passed
+    std::int32_t memberID;
+    std::int32_t workoutNumber;
+    std::string firstName;
+    std::string lastName;
+};
+
 class CDemoWriter
 {
 public:
@@ -79,6 +93,7 @@ public:
 
     CDbStatus Write(int members)
     {
+        m_nMostHere = static_cast<std::size_t>(std::clamp(5 + members / 100, 5, 12));
         CDbStatus status;
         auto* const database = CDatabaseSession::Get().Open(DataFile::member, status);
         Note(status);
@@ -94,6 +109,7 @@ public:
             }
         }
         if (m_status) {
+            AddCheckIns();
             AddReport();
         }
         return m_status;
@@ -137,7 +153,7 @@ private:
         if (m_random.Chance(0.45)) {
             AddMeasurements(person);
         }
-        AddCheckIn(person);
+        DrawCheckIn(person);
     }
 
     void AddPerson(CDemoPerson const& person)
@@ -405,23 +421,37 @@ private:
         }
     }
 
-    /// Some of the current members are here, one at least. Nobody comes twice a day.
-    void AddCheckIn(CDemoPerson const& person)
+    /// Draws for each current member who has not been here today whether he is here now: those who
+    /// draw the smallest numbers are. Nobody comes twice a day.
+    void DrawCheckIn(CDemoPerson const& person)
     {
-        bool const here = m_random.Chance(0.03);
-        auto const in
-            = CEFOleDateTime::FromSeconds(m_now.Seconds() - m_random.Between(2, 95) * kMinute);
-        if (!person.current || (!here && m_bSomebodyHere) || in.IsSameDay(m_dtLastVisit)) {
+        CCheckedIn const drawn = {m_random.Share(), m_random.Share(), person.memberID,
+            person.workoutNumber, person.firstName, person.lastName};
+        if (!person.current || m_dtLastVisit.IsSameDay(m_now)) {
             return;
         }
-        m_bSomebodyHere = true;
-        Add(m_setChkIn, [&](CDAOChkIn& set) {
-            set.m_lMemberID = person.memberID;
-            set.m_lWorkoutNo = person.workoutNumber;
-            set.m_strFirstName = person.firstName;
-            set.m_strLastName = person.lastName;
-            set.m_dtCheckIn = in;
-        });
+        auto const place = std::ranges::lower_bound(m_here, drawn.draw, {}, &CCheckedIn::draw);
+        m_here.insert(place, drawn);
+        if (m_here.size() > m_nMostHere) {
+            m_here.pop_back();
+        }
+    }
+
+    /// All of them came today, and a while ago.
+    void AddCheckIns()
+    {
+        auto const span
+            = static_cast<double>(std::min(kLongestStay, m_now.Seconds() - m_today.Seconds()));
+        for (auto const& here : m_here) {
+            auto const passed = static_cast<std::int64_t>(span * (0.02 + 0.98 * here.passed));
+            Add(m_setChkIn, [&](CDAOChkIn& set) {
+                set.m_lMemberID = here.memberID;
+                set.m_lWorkoutNo = here.workoutNumber;
+                set.m_strFirstName = here.firstName;
+                set.m_strLastName = here.lastName;
+                set.m_dtCheckIn = CEFOleDateTime::FromSeconds(m_now.Seconds() - passed);
+            });
+        }
     }
 
     void AddReport()
@@ -434,7 +464,8 @@ private:
     CDbStatus m_status;
     CEFOleDateTime const m_now = CEFOleDateTime::GetCurrentTime();
     CEFOleDateTime m_today = m_now; ///< its midnight
-    bool m_bSomebodyHere = false;
+    std::vector<CCheckedIn> m_here; ///< at this moment, by their draw
+    std::size_t m_nMostHere = 0;
     CEFOleDateTime m_dtLastVisit; ///< of the member that is being written
     std::int32_t m_nEvalID = 0;
     CDAOSmMem m_setSmMem;

@@ -35,6 +35,7 @@ class CAppCommands;
 struct CClassLists;
 class CDAOStn;
 class CDocViews;
+class CQuickStatsDlg;
 class QComboBox;
 class QWidget;
 struct CReportJob;
@@ -149,7 +150,10 @@ public:
     bool QueueReport(int type);
     /// Adds a job to the report queue. Shows that it was added, or tells why it was not.
     bool AddReport(CReportJob const& job);
+    /// Shows the totals of the centre and who is checked in.
     void ShowQuickStats();
+    /// Counts what the dialog shows, and says in it what could not be counted.
+    void CompileStats(CQuickStatsDlg& dialog);
     /// Asks for the password until it is right or the user gives up; true when it was right.
     bool VerifyPassword();
     /// Starts the report server and tells the user whether one runs.

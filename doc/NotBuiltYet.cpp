@@ -71,8 +71,3 @@ void CCorvanaDoc::CompactDatabase()
 {
     TellNotBuiltYet();
 }
-
-void CCorvanaDoc::ShowQuickStats()
-{
-    TellNotBuiltYet();
-}

@@ -1,7 +1,7 @@
 #include "ui/ControlID.h"
 
+#include <QObject>
 #include <QVariant>
-#include <QWidget>
 
 namespace
 {
@@ -10,12 +10,12 @@ constexpr auto kProperty = "controlID";
 
 } // namespace
 
-void SetControlID(QWidget* widget, int id)
+void SetControlID(QObject* object, int id)
 {
-    widget->setProperty(kProperty, id);
+    object->setProperty(kProperty, id);
 }
 
-int ControlID(QWidget const* widget)
+int ControlID(QObject const* object)
 {
-    return widget->property(kProperty).toInt();
+    return object->property(kProperty).toInt();
 }

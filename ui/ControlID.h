@@ -1,9 +1,10 @@
 #pragma once
 
-class QWidget;
+class QObject;
 
-/// Gives a widget the control number by which documents and other programs of the suite know it.
-void SetControlID(QWidget* widget, int id);
+/// Gives a widget, or a timer of one, the control number by which documents and other programs of
+/// the suite know it.
+void SetControlID(QObject* object, int id);
 
-/// The control number of a widget, 0 when it has none.
-int ControlID(QWidget const* widget);
+/// The control number of an object, 0 when it has none.
+int ControlID(QObject const* object);

@@ -98,7 +98,7 @@ protected:
         m_pLast = before;
         if (dialog->isVisible()) {
             m_lstFaults += dialog->windowTitle() + QStringLiteral(" stayed open");
-            dialog->reject();
+            dialog->done(QDialog::Rejected);
         }
     }
 

@@ -5,6 +5,7 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
@@ -29,7 +30,7 @@ bool IsAny(QWidget const* widget)
 bool IsPartOfAnother(QWidget const* widget)
 {
     return IsAny<QAbstractSpinBox, QComboBox, QLineEdit>(widget->parentWidget())
-        || widget->objectName().startsWith(u"qt_"_s);
+        || IsAny<QHeaderView>(widget) || widget->objectName().startsWith(u"qt_"_s);
 }
 
 QString NameOf(QWidget const* widget)

@@ -1,9 +1,11 @@
-// Measures what the editors of members and workouts cost beside their windows: reading a record
-// into its form and saving a change, against the statements that plain SQLite needs for it, on the
-// same file.
+// Measures what the editors of members, workouts and body compositions cost beside their windows:
+// reading a record into its form and saving a change, against the statements that plain SQLite
+// needs for it, on the same file.
 
 #include "bench/ConsoleBench.h"
 #include "bench/RawMember.h"
+#include "bodycomp/BodyCompEditor.h"
+#include "bodycomp/BodyCompRecord.h"
 #include "doc/CorvanaDoc.h"
 #include "members/MemberEditor.h"
 #include "members/MemberEnrollPg.h"
@@ -29,11 +31,14 @@ void StoreMembers(int count)
             "PRAGMA wal_checkpoint(TRUNCATE)");
 }
 
-constexpr int kWorkouts = 10; ///< of each member
+// Of each member.
+constexpr int kWorkouts = 10;
+constexpr int kBodyComps = 5;
 
-std::int64_t CheckIn(int memberID, int workout)
+/// When the n-th workout or body composition of a member was.
+std::int64_t When(int memberID, int n)
 {
-    return 3'900'000'000 + 86'400LL * workout + memberID;
+    return 3'900'000'000 + 86'400LL * n + memberID;
 }
 
 void StoreWorkouts()
@@ -44,7 +49,22 @@ void StoreWorkouts()
         "INSERT INTO workouts SELECT NULL, member_id, 1, 1, ?1 + member_id, ?1 + member_id + 3600,"
         " 3, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110, 120 FROM members");
     for (int workout = 0; workout < kWorkouts; ++workout) {
-        add.Bind(1, CheckIn(0, workout));
+        add.Bind(1, When(0, workout));
+        add.Step();
+        add.Reset();
+    }
+    raw.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+void StoreBodyComps()
+{
+    CRawDatabase const raw(MemberPath());
+    raw.Run("BEGIN");
+    CRawStatement const add(raw,
+        "INSERT INTO body_compositions SELECT NULL, member_id, ?1 + member_id, 1, 70, 180, 2, 1,"
+        " 21.5, 36, 7, 40, 16, 12, 20, 10, 14, 11, 13, 92, 14.2, 7, 0 FROM members");
+    for (int n = 0; n < kBodyComps; ++n) {
+        add.Bind(1, When(0, n));
         add.Step();
         add.Reset();
     }
@@ -125,6 +145,74 @@ private:
     CRawStatement const m_select;
     CRawStatement const m_update;
     std::int64_t m_nSum = 0; ///< so that nothing is read in vain
+};
+
+/// The same for one body composition, with the member and the body composition before.
+class CRawBodyComp
+{
+public:
+    CRawBodyComp()
+        : m_raw(MemberPath())
+        , m_select(m_raw, Select("body_comp_date = ?2"))
+        , m_selectBefore(
+              m_raw, Select("body_comp_date < ?2 ORDER BY body_comp_date DESC, id DESC LIMIT 1"))
+        , m_member(m_raw,
+              "SELECT p.birthday, p.sex FROM members AS m JOIN profiles AS p"
+              " ON p.member_id = m.member_id WHERE m.member_id = ?1")
+        , m_update(m_raw, "UPDATE body_compositions SET triceps = ?1 WHERE id = ?2")
+    {
+    }
+
+    void Load(int memberID, std::int64_t when)
+    {
+        m_member.Bind(1, memberID);
+        m_member.Step();
+        m_dSum += double(m_member.Integer(0) + m_member.Integer(1));
+        m_member.Reset();
+        Read(m_select, memberID, when);
+        Read(m_selectBefore, memberID, when);
+    }
+
+    void Save(int memberID, std::int64_t when, int value)
+    {
+        m_raw.Run("BEGIN IMMEDIATE");
+        m_update.Bind(2, Read(m_select, memberID, when));
+        m_update.Bind(1, value);
+        m_update.Step();
+        m_update.Reset();
+        m_raw.Run("COMMIT");
+    }
+
+private:
+    static std::string Select(std::string const& condition)
+    {
+        return "SELECT id, member_id, body_comp_date, class_index, height, weight, activity_level,"
+               " method, percent_fat, waist, wrist, hip, thigh, chest, abdomen, triceps,"
+               " suprailiac, midaxillary, subscapular, water_temperature, wet_weight, tare_weight,"
+               " units FROM body_compositions WHERE member_id = ?1 AND "
+            + condition;
+    }
+    std::int64_t Read(CRawStatement const& select, int memberID, std::int64_t when)
+    {
+        select.Bind(1, memberID);
+        select.Bind(2, when);
+        std::int64_t key = 0;
+        if (select.Step()) {
+            key = select.Integer(0);
+            for (int column = 1; column < select.Columns(); ++column) {
+                m_dSum += select.Real(column);
+            }
+        }
+        select.Reset();
+        return key;
+    }
+
+    CRawDatabase const m_raw;
+    CRawStatement const m_select;
+    CRawStatement const m_selectBefore;
+    CRawStatement const m_member;
+    CRawStatement const m_update;
+    double m_dSum = 0; ///< so that nothing is read in vain
 };
 
 void Require(bool done)
@@ -214,7 +302,7 @@ void MeasureWorkouts(int count, int repetitions)
     CWorkoutEditor editor(doc.m_setWk, dialog);
     for (int i = 0; i < repetitions; ++i) {
         int const memberID = 1 + i * 7918 % count;
-        auto const checkIn = CheckIn(memberID, i % kWorkouts);
+        auto const checkIn = When(memberID, i % kWorkouts);
         auto const load = [&] {
             Require(doc.m_setWk.FindWks(memberID, CEFOleDateTime::FromSeconds(checkIn)) == 1);
             editor.Load();
@@ -230,6 +318,33 @@ void MeasureWorkouts(int count, int repetitions)
     times.Print("workout");
 }
 
+void MeasureBodyComps(int count, int repetitions)
+{
+    CTimes times;
+    CNoCommands commands;
+    CCorvanaDoc doc(commands);
+    CRawBodyComp raw;
+    for (int i = 0; i < repetitions; ++i) {
+        int const memberID = 1 + i * 7918 % count;
+        auto const when = When(memberID, i % kBodyComps);
+        CBodyCompRecord record;
+        record.m_member.m_lMemberID = memberID;
+        CBodyCompEditor editor(doc, &doc.m_setBodyComp, record);
+        auto const load = [&] {
+            auto const date = CEFOleDateTime::FromSeconds(when);
+            Require(doc.m_setBodyComp.FindBodyComps(memberID, date) == 1 && editor.Load());
+        };
+        times.Take(
+            {[&] { raw.Load(memberID, when); }, load, [&] { raw.Save(memberID, when, 200 + i); },
+                [&] {
+                    load();
+                    record.m_now.m_folds.m_dTriceps = i;
+                },
+                [&] { Require(editor.Save() == CSaveOutcome::saved); }});
+    }
+    times.Print("body composition");
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -240,9 +355,11 @@ int main(int argc, char** argv)
     CBenchCentre const centre({DataFile::center, DataFile::member});
     StoreMembers(most);
     StoreWorkouts();
+    StoreBodyComps();
     std::printf("%d members\n\n| what | raw | editor | ratio |\n|---|---:|---:|---:|\n", most);
     MeasureMembers("member with three classes", 2, most, repetitions);
     MeasureMembers("member with one class", 1, most, repetitions);
     MeasureWorkouts(most, repetitions);
+    MeasureBodyComps(most, repetitions);
     return 0;
 }

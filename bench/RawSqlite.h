@@ -44,6 +44,7 @@ public:
     int Columns() const { return sqlite3_column_count(m_pStatement); }
     void Reset() const { sqlite3_reset(m_pStatement); }
     std::int64_t Integer(int column) const { return sqlite3_column_int64(m_pStatement, column); }
+    double Real(int column) const { return sqlite3_column_double(m_pStatement, column); }
     std::string Text(int column) const
     {
         auto const* const bytes

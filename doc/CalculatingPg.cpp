@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QRadioButton>
 
 bool CCalculatingPg::Calculate()
 {
@@ -44,6 +45,10 @@ void CCalculatingPg::SetBasisLabel(QLabel& label)
     auto const edits = findChildren<QLineEdit*>();
     for (auto const* const edit : edits) {
         connect(edit, &QLineEdit::textEdited, &label, &QLabel::clear);
+    }
+    auto const buttons = findChildren<QRadioButton*>();
+    for (auto const* const button : buttons) {
+        connect(button, &QRadioButton::clicked, &label, &QLabel::clear);
     }
 }
 

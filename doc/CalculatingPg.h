@@ -1,6 +1,5 @@
 #pragma once
 
-#include "doc/FitnessRecord.h"
 #include "platform/qt/PropertySheet.h"
 #include "ui/FormFields.h"
 
@@ -22,7 +21,8 @@ protected:
     /// From here on the results are calculated too whenever the page is left, and on OK.
     void CalculateWhenLeft() { m_bWhenLeft = true; }
     /// The line that tells what a result rests on, while that is what the fields show: the fields
-    /// that were stated before change it back to nothing when they are typed into.
+    /// and radio buttons that the page has by now change it back to nothing when the user changes
+    /// them.
     void SetBasisLabel(QLabel& label);
     void ShowBasis(QString const& text);
 

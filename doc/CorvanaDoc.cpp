@@ -70,9 +70,9 @@ void CCorvanaDoc::LoadStations(CDAOStn& set, int count)
     }
 }
 
-bool CCorvanaDoc::Fail(QString const& text, CDAOEFSet const& set)
+bool CCorvanaDoc::Fail(QString const& text, CDbStatus const& reason)
 {
-    Tell(Window(), text, CMessageIcon::exclamation, ToQt(set.LastStatus().Text()));
+    Tell(Window(), text, CMessageIcon::exclamation, ToQt(reason.Text()));
     return false;
 }
 

@@ -107,6 +107,7 @@ public:
     bool DeleteEvaluationAt(std::int32_t memberID, QString const& date);
     void ShowMemberEvaluations();
     bool AddEditBodyComp(CDAOBodyComp* set);
+    bool DeleteBodyComp(CDAOBodyComp& set);
     bool EditBodyCompAt(std::int32_t memberID, QString const& date);
     bool DeleteBodyCompAt(std::int32_t memberID, QString const& date);
     void ShowMemberBodyComps();
@@ -168,7 +169,8 @@ public:
     /// Shows the result of an operation where it does not interrupt the user.
     void ShowResult(QString const& text);
     /// Tells the failure, with the engine's reason if there is one; always false.
-    bool Fail(QString const& text, CDAOEFSet const& set);
+    bool Fail(QString const& text, CDbStatus const& reason);
+    bool Fail(QString const& text, CDAOEFSet const& set) { return Fail(text, set.LastStatus()); }
     /// Asks for a member ID; 0 when the user cancels.
     std::int32_t AskMemberID(bool mustExist);
 
@@ -215,6 +217,7 @@ private:
     // Show the records on which their set stands in a list.
     void ShowFoundWorkouts();
     void ShowFoundEvaluations();
+    void ShowFoundBodyComps();
     void TellNotBuiltYet();
 
     CAppCommands& m_app;

@@ -24,25 +24,7 @@ void CCorvanaDoc::ShowFoundEvaluations()
     TellNotBuiltYet();
 }
 
-bool CCorvanaDoc::AddEditBodyComp(CDAOBodyComp*)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
-bool CCorvanaDoc::EditBodyCompAt(std::int32_t, QString const&)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
-bool CCorvanaDoc::DeleteBodyCompAt(std::int32_t, QString const&)
-{
-    TellNotBuiltYet();
-    return false;
-}
-
-void CCorvanaDoc::ShowMemberBodyComps()
+void CCorvanaDoc::ShowFoundBodyComps()
 {
     TellNotBuiltYet();
 }

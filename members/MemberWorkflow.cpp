@@ -112,9 +112,7 @@ bool CCorvanaDoc::EditMember(std::int32_t memberID)
     wait.reset();
     waitCursor.reset();
     if (!isRead) {
-        Tell(Window(), tr("Error: member ID %1 could not be read.").arg(memberID),
-            CMessageIcon::exclamation, ToQt(editor.Status().Text()));
-        return false;
+        return Fail(tr("Error: member ID %1 could not be read.").arg(memberID), editor.Status());
     }
     sheet.SetFinish([&] {
         return SaveForm(sheet, tr("member"), tr("Saving member data, please wait..."), editor,

@@ -383,18 +383,18 @@ private:
         });
     }
 
-    /// What the method measures, and the percentage that follows from it.
+    /// The girths, what the method measures, and the percentage that follows from it.
     void Measure(CDemoPerson const& person, double fat, CDAOBodyComp& set)
     {
         auto const sex = SexOf(person);
         int const age = person.AgeAt(set.m_dtBodyCompDate);
+        set.m_dWaist
+            = Tenths(person.height * (person.male ? 0.364 + 0.0081 * fat : 0.21 + 0.008 * fat));
+        set.m_dHip
+            = Tenths(person.height * (person.male ? 0.47 + 0.0033 * fat : 0.38 + 0.007 * fat));
         switch (set.m_nMethod) {
         case CDAOBodyComp::mBodyMeasurements:
-            set.m_dWaist
-                = Tenths(person.height * (person.male ? 0.364 + 0.0081 * fat : 0.21 + 0.008 * fat));
             set.m_dWrist = Tenths(person.male ? m_random.Real(6.5, 7.5) : m_random.Real(5.7, 6.5));
-            set.m_dHip
-                = Tenths(person.height * (person.male ? 0.47 + 0.0033 * fat : 0.38 + 0.007 * fat));
             set.m_dPercentFat = CTapeMsr(
                 sex, age, set.m_dWeight, set.m_dHeight, set.m_dWaist, set.m_dWrist, set.m_dHip)
                                     .PercentFat();

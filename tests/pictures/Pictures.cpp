@@ -22,6 +22,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <set>
 
 using namespace Qt::StringLiterals;
 
@@ -139,6 +140,33 @@ void MakeEvaluationPictures(CCorvanaDoc& doc)
     }
 }
 
+/// The pages of each method, of the last body composition by it.
+void MakeBodyCompPictures(CCorvanaDoc& doc)
+{
+    CDAOBodyComp set;
+    int const count = set.FindBodyComps(0);
+    auto const enter = [&set](QDialog& prompt) {
+        Child<QLineEdit>(prompt, "memberIDEdit").setText(QString::number(set.m_lMemberID));
+        ClickOk(prompt);
+    };
+    Use({enter, Look(u"body-composition-method"_s)}, [&] { doc.AddEditBodyComp(nullptr); });
+    auto const calculate = [](QDialog& sheet) {
+        auto& tabs = Child<QTabWidget>(sheet, "tabs");
+        tabs.setCurrentIndex(1);
+        if (auto* const button = sheet.findChild<QPushButton*>(u"calculateButton"_s)) {
+            button->click();
+        }
+        tabs.setCurrentIndex(0);
+        Pages(u"body-composition"_s)(sheet);
+    };
+    std::set<int> missing{0, 1, 2, 3};
+    for (int row = count - 1; row >= 0 && set.MoveSet(row); --row) {
+        if (CDAOCls().FindClasses(set.m_lMemberID) > 0 && missing.erase(set.m_nMethod) > 0) {
+            Use({calculate}, [&] { doc.AddEditBodyComp(&set); });
+        }
+    }
+}
+
 void MakeReportPictures(CCorvanaDoc& doc)
 {
     auto const member = MemberWithTwoEvaluations();
@@ -171,6 +199,7 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     Use({Look(u"delete-member"_s)}, [&] { doc.DeleteMember(member, {}); });
     MakeWorkoutPictures(doc);
     MakeEvaluationPictures(doc);
+    MakeBodyCompPictures(doc);
     MakeReportPictures(doc);
     MoveCheckIns(doc.m_setChkIn);
     Use({[](QDialog& dialog) {

@@ -147,15 +147,14 @@ private:
     std::int64_t m_nSum = 0; ///< so that nothing is read in vain
 };
 
-/// The same for one body composition, with the member and the body composition before.
+/// The same for one body composition, with the member and all body compositions.
 class CRawBodyComp
 {
 public:
     CRawBodyComp()
         : m_raw(MemberPath())
         , m_select(m_raw, Select("body_comp_date = ?2"))
-        , m_selectBefore(
-              m_raw, Select("body_comp_date < ?2 ORDER BY body_comp_date DESC, id DESC LIMIT 1"))
+        , m_selectAll(m_raw, Select("?2 IS NOT NULL ORDER BY body_comp_date, id"))
         , m_member(m_raw,
               "SELECT p.birthday, p.sex FROM members AS m JOIN profiles AS p"
               " ON p.member_id = m.member_id WHERE m.member_id = ?1")
@@ -170,7 +169,7 @@ public:
         m_dSum += double(m_member.Integer(0) + m_member.Integer(1));
         m_member.Reset();
         Read(m_select, memberID, when);
-        Read(m_selectBefore, memberID, when);
+        Read(m_selectAll, memberID, when);
     }
 
     void Save(int memberID, std::int64_t when, int value)
@@ -197,7 +196,7 @@ private:
         select.Bind(1, memberID);
         select.Bind(2, when);
         std::int64_t key = 0;
-        if (select.Step()) {
+        while (select.Step()) {
             key = select.Integer(0);
             for (int column = 1; column < select.Columns(); ++column) {
                 m_dSum += select.Real(column);
@@ -209,7 +208,7 @@ private:
 
     CRawDatabase const m_raw;
     CRawStatement const m_select;
-    CRawStatement const m_selectBefore;
+    CRawStatement const m_selectAll;
     CRawStatement const m_member;
     CRawStatement const m_update;
     double m_dSum = 0; ///< so that nothing is read in vain

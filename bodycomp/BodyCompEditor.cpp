@@ -83,11 +83,25 @@ bool CBodyCompEditor::Load()
         m_status = m_doc.m_setMem.LastStatus();
         return false;
     }
-    CDAOBodyComp before;
-    if (before.FindBodyCompBefore(member.m_lMemberID, m_record.m_now.m_basics.m_dtDate) > 0) {
-        m_record.m_last = ValuesOf(before);
+    return FindLast();
+}
+
+/// Goes through the member's body compositions: all of them are its history, of those before this
+/// one the latest is the last.
+bool CBodyCompEditor::FindLast()
+{
+    CDAOBodyComp set; // the document's own may stand on the row that is edited
+    int const count = set.FindBodyComps(m_record.m_member.m_lMemberID);
+    for (int row = 0; row < count && set.LastStatus(); ++row) {
+        if (set.m_lMemberID != 0) { // else the row is gone
+            m_record.m_history.push_back({set.m_dtBodyCompDate, set.m_dWeight, set.m_dPercentFat});
+            if (set.m_dtBodyCompDate < m_record.m_now.m_basics.m_dtDate) {
+                m_record.m_last = ValuesOf(set);
+            }
+        }
+        set.Op(CDAOEFSet::opMoveNext);
     }
-    m_status = before.LastStatus();
+    m_status = set.LastStatus();
     return m_status.IsOK();
 }
 

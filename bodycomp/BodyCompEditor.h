@@ -8,7 +8,8 @@ class CCorvanaDoc;
 class CDAOBodyComp;
 struct CBodyCompRecord;
 
-/// Reads a body composition for its form and writes it back. Costs three look-ups of one row.
+/// Reads a body composition for its form and writes it back. Costs two
+/// look-ups, and one pass over the member's body compositions to find the one before.
 class CBodyCompEditor : public CRowEditor
 {
 public:
@@ -21,6 +22,7 @@ public:
     bool Load();
 
 private:
+    bool FindLast();
     void TakeForm() override;
 
     CCorvanaDoc& m_doc;

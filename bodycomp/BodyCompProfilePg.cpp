@@ -8,4 +8,5 @@ CBodyCompProfilePg::CBodyCompProfilePg(CCorvanaDoc& doc, CBodyCompRecord& record
 {
     AddGirths(record.m_now.m_dWaist, record.m_now.m_dHip, record.Last(&CBodyCompValues::m_dWaist),
         record.Last(&CBodyCompValues::m_dHip));
+    ShowTrend(record.m_history);
 }

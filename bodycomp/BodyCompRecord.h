@@ -2,8 +2,10 @@
 
 #include "doc/FitnessRecord.h"
 #include "store/sets/DAOBodyComp.h"
+#include "ui/TrendChart.h"
 
 #include <optional>
+#include <vector>
 
 /// What the forms of a body composition show and take.
 struct CBodyCompValues
@@ -36,6 +38,7 @@ struct CBodyCompRecord
     CMemberFacts m_member;
     CBodyCompValues m_now;
     std::optional<CBodyCompValues> m_last; ///< the member's body composition before this one
+    std::vector<CTrendPoint> m_history; ///< the member's body compositions in the order of time
 
     /// A value of the body composition before, of those in m_now.
     std::optional<double> Last(double CBodyCompValues::*value) const

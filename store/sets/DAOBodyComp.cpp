@@ -32,13 +32,6 @@ int CDAOBodyComp::FindBodyComps(std::int32_t memberID, CEFOleDateTime const& whe
     return FindFew("WHERE member_id = ? AND body_comp_date = ? ORDER BY id", memberID, when);
 }
 
-int CDAOBodyComp::FindBodyCompBefore(std::int32_t memberID, CEFOleDateTime const& when)
-{
-    return FindFew("WHERE member_id = ? AND body_comp_date < ? "
-                   "ORDER BY body_comp_date DESC, id DESC LIMIT 1",
-        memberID, when);
-}
-
 char const* CDAOBodyComp::GetActLevelStr(actlevel level)
 {
     return TextAt(

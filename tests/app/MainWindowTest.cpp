@@ -189,7 +189,7 @@ void MainWindowTest::buttonsReachTheirOperations()
 {
     CWindowDesk desk;
     desk.Show();
-    CDialogUser const user(desk.Cancel(11));
+    CDialogUser const user(desk.Cancel(12));
     auto const buttons = desk.View().findChildren<QPushButton*>();
     QStringList texts;
     for (auto* const button : buttons) {

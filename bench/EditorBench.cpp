@@ -7,6 +7,8 @@
 #include "bodycomp/BodyCompEditor.h"
 #include "bodycomp/BodyCompRecord.h"
 #include "doc/CorvanaDoc.h"
+#include "evaluations/EvaluationEditor.h"
+#include "evaluations/EvaluationRecord.h"
 #include "members/MemberEditor.h"
 #include "members/MemberEnrollPg.h"
 #include "members/MemberGoalsPg.h"
@@ -34,8 +36,9 @@ void StoreMembers(int count)
 // Of each member.
 constexpr int kWorkouts = 10;
 constexpr int kBodyComps = 5;
+constexpr int kEvaluations = 3;
 
-/// When the n-th workout or body composition of a member was.
+/// When the n-th record of a kind of a member was.
 std::int64_t When(int memberID, int n)
 {
     return 3'900'000'000 + 86'400LL * n + memberID;
@@ -68,6 +71,31 @@ void StoreBodyComps()
         add.Step();
         add.Reset();
     }
+    raw.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+/// With skinfolds and 24 lifts; of a member the numbers follow each other.
+void StoreEvaluations()
+{
+    CRawDatabase const raw(MemberPath());
+    raw.Run("BEGIN");
+    CRawStatement const add(raw,
+        "INSERT INTO evaluations SELECT NULL, member_id * 10 + ?1, member_id, ?2 + member_id, 1, "
+        "70,"
+        " 180, 2, 61, 120, 80, 15, 40, 41, 99, 754, 40 FROM members");
+    for (int n = 0; n < kEvaluations; ++n) {
+        add.Bind(1, n);
+        add.Bind(2, When(0, n));
+        add.Step();
+        add.Reset();
+    }
+    std::string lifts;
+    for (int i = 1; i <= 24; ++i) {
+        lifts += ", " + std::to_string(5 * i);
+    }
+    raw.Run(("INSERT INTO lifts SELECT NULL, eval_id" + lifts + " FROM evaluations").c_str());
+    raw.Run("INSERT INTO skinfolds SELECT NULL, eval_id, 21.5, 16, 12, 20, 10, 14, 11, 13"
+            " FROM evaluations");
     raw.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
 }
 
@@ -214,6 +242,74 @@ private:
     double m_dSum = 0; ///< so that nothing is read in vain
 };
 
+/// The same for one evaluation, with the member, the evaluation before and what becomes the
+/// history.
+class CRawEvaluation
+{
+public:
+    CRawEvaluation()
+        : m_raw(MemberPath())
+        , m_member(m_raw,
+              "SELECT p.birthday, p.sex FROM members AS m JOIN profiles AS p"
+              " ON p.member_id = m.member_id WHERE m.member_id = ?1")
+        , m_history(m_raw,
+              "SELECT e.eval_id, e.eval_date, e.weight, s.percent_fat FROM evaluations AS e"
+              " LEFT JOIN skinfolds AS s ON s.eval_id = e.eval_id WHERE e.member_id = ?1"
+              " ORDER BY e.eval_date, e.id")
+        , m_evaluation(m_raw, "SELECT * FROM evaluations WHERE eval_id = ?1")
+        , m_skinfolds(m_raw, "SELECT * FROM skinfolds WHERE eval_id = ?1")
+        , m_lifts(m_raw, "SELECT * FROM lifts WHERE eval_id = ?1")
+        , m_update(m_raw, "UPDATE evaluations SET resting_heart_rate = ?1 WHERE eval_id = ?2")
+    {
+    }
+
+    void Load(int memberID, int evalID)
+    {
+        Read(m_member, memberID);
+        Read(m_history, memberID);
+        ReadTables(evalID);
+        ReadTables(evalID - 1);
+    }
+
+    void Save(int evalID, int value)
+    {
+        m_raw.Run("BEGIN IMMEDIATE");
+        ReadTables(evalID);
+        m_update.Bind(1, value);
+        m_update.Bind(2, evalID);
+        m_update.Step();
+        m_update.Reset();
+        m_raw.Run("COMMIT");
+    }
+
+private:
+    void ReadTables(int evalID)
+    {
+        Read(m_evaluation, evalID);
+        Read(m_skinfolds, evalID);
+        Read(m_lifts, evalID);
+    }
+    void Read(CRawStatement const& select, int number)
+    {
+        select.Bind(1, number);
+        while (select.Step()) {
+            for (int column = 0; column < select.Columns(); ++column) {
+                m_dSum += select.Real(column);
+            }
+        }
+        select.Reset();
+    }
+
+    CRawDatabase const m_raw;
+    CRawStatement const m_member;
+    CRawStatement const m_history;
+    CRawStatement const m_evaluation;
+    CRawStatement const m_skinfolds;
+    CRawStatement const m_lifts;
+    CRawStatement const m_update;
+    double m_dSum = 0; ///< so that nothing is read in vain
+};
+
 void Require(bool done)
 {
     if (!done) {
@@ -344,6 +440,30 @@ void MeasureBodyComps(int count, int repetitions)
     times.Print("body composition");
 }
 
+void MeasureEvaluations(int count, int repetitions)
+{
+    CTimes times;
+    CNoCommands commands;
+    CCorvanaDoc doc(commands);
+    doc.m_circuit.m_nNumStations = CCircuit::kMostStations;
+    CRawEvaluation raw;
+    for (int i = 0; i < repetitions; ++i) {
+        int const memberID = 1 + i * 7918 % count;
+        int const evalID = memberID * 10 + kEvaluations - 1;
+        CEvaluationRecord record;
+        record.m_member.m_lMemberID = memberID;
+        CEvaluationEditor editor(doc, record, evalID);
+        times.Take({[&] { raw.Load(memberID, evalID); }, [&] { Require(editor.Load()); },
+            [&] { raw.Save(evalID, 200 + i); },
+            [&] {
+                Require(editor.Load());
+                record.m_now.m_nRestingHR = i;
+            },
+            [&] { Require(editor.Save() == CSaveOutcome::saved); }});
+    }
+    times.Print("evaluation");
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -355,10 +475,12 @@ int main(int argc, char** argv)
     StoreMembers(most);
     StoreWorkouts();
     StoreBodyComps();
+    StoreEvaluations();
     std::printf("%d members\n\n| what | raw | editor | ratio |\n|---|---:|---:|---:|\n", most);
     MeasureMembers("member with three classes", 2, most, repetitions);
     MeasureMembers("member with one class", 1, most, repetitions);
     MeasureWorkouts(most, repetitions);
     MeasureBodyComps(most, repetitions);
+    MeasureEvaluations(most, repetitions);
     return 0;
 }

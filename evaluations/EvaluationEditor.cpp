@@ -116,6 +116,7 @@ CEvaluationValues CEvaluationEditor::Values() const
 bool CEvaluationEditor::FindLast()
 {
     CDAOEval set; // the document's own may stand on the row that is edited
+    m_record.m_history.clear();
     std::int32_t last = 0;
     int const count = set.FindEvals(CDAOSmEval::idMember, m_record.m_member.m_lMemberID);
     for (int row = 0; row < count && set.LastStatus(); ++row) {

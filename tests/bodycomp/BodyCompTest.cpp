@@ -338,6 +338,7 @@ void BodyCompTest::showsTheValuesBefore()
     QVERIFY(!desk.EditIt([&](QDialog& sheet) {
         Do(sheet, u"waistEdit=200 @1"_s);
         QCOMPARE(Text(sheet, "weightEditNote"), u"last 150.00, 20 % more"_s);
+        QVERIFY(Child<QWidget>(sheet, "trendChart").accessibleDescription().contains(u"150.0"_s));
         QCOMPARE(Text(sheet, "waistEditNote"), u"last 36.00, unusually high"_s);
         QCOMPARE(Text(sheet, "wetWeightEditNote") + Text(sheet, "percentFatEditNote"), QString());
         ClickCancel(sheet);

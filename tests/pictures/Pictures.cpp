@@ -165,6 +165,12 @@ void MakeBodyCompPictures(CCorvanaDoc& doc)
             Use({calculate}, [&] { doc.AddEditBodyComp(&set); });
         }
     }
+    for (int row = count - 1; row >= 0 && set.MoveSet(row); --row) {
+        if (CDAOBodyComp().FindBodyComps(set.m_lMemberID) > 2) {
+            Use({Look(u"body-composition-profile"_s)}, [&] { doc.AddEditBodyComp(&set); });
+            break;
+        }
+    }
 }
 
 void MakeReportPictures(CCorvanaDoc& doc)

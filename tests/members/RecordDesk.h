@@ -1,0 +1,268 @@
+#pragma once
+
+#include "doc/TreeNode.h"
+#include "tests/members/MemberDesk.h"
+#include "tests/platform/db/Faults.h"
+#include "tests/ui/FormCheck.h"
+
+#include <QListWidget>
+
+#include <cerrno>
+
+/// The page of a sheet that is shown; of other forms all of it.
+inline QWidget const& Page(QDialog const& form)
+{
+    auto const* const tabs = form.findChild<QTabWidget*>(QStringLiteral("tabs"));
+    return tabs != nullptr ? *tabs->currentWidget() : static_cast<QWidget const&>(form);
+}
+
+/// Steps of the user on the page that is shown: types into a field ("wristEdit=7"), chooses the
+/// entry of a list ("classList=2"), goes to another page ("@1"), presses a button ("okYesRadio") or
+/// one of the form's own ("OK", "Cancel").
+inline void Do(QDialog const& form, QString const& steps)
+{
+    for (auto const& step : steps.split(u' ', Qt::SkipEmptyParts)) {
+        auto const name = step.section(u'=', 0, 0).toLatin1();
+        auto const text = step.section(u'=', 1);
+        if (step.startsWith(u'@')) {
+            ShowPage(form, step.mid(1).toInt());
+        } else if (step == u"OK" || step == u"Cancel") {
+            Click(form, step == u"OK" ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel);
+        } else if (!step.contains(u'=')) {
+            Child<QAbstractButton>(Page(form), name).click();
+        } else {
+            auto& field = Child<QWidget>(Page(form), name);
+            if (auto* const box = qobject_cast<QComboBox*>(&field)) {
+                Choose(*box, text.toInt());
+            } else if (auto* const list = qobject_cast<QListWidget*>(&field)) {
+                list->setCurrentRow(text.toInt());
+            } else {
+                auto* const inner = field.findChild<QLineEdit*>(); // of a field with arrows
+                Type(inner != nullptr ? *inner : field, text);
+            }
+        }
+    }
+}
+
+inline CDialogUser::Step Steps(QString const& steps)
+{
+    return [steps](QDialog& form) { Do(form, steps); };
+}
+
+/// What labels and fields show: "M|35" for "sexText ageText".
+inline QString Texts(QWidget const& in, QString const& names)
+{
+    QStringList texts;
+    for (auto const& name : names.split(u' ')) {
+        texts += Child<QWidget>(in, name.toLatin1()).property("text").toString();
+    }
+    return texts.join(u'|');
+}
+
+/// A desk whose member 7 has one record of a kind, with the document's commands for the kind, and
+/// the scenarios that every kind must pass.
+template <auto kAddEdit, auto kEditAt, auto kDeleteAt, auto kShowOfMember>
+class CRecordDesk : public CMemberDesk
+{
+public:
+    /// What messages call the kind; its tables, all but the first hanging on that; the record's
+    /// date as the member tree shows it, and its node there.
+    CRecordDesk(QString one, QStringList tables, QString date, CTreeNode node)
+        : m_strOne(std::move(one))
+        , m_lstTables(std::move(tables))
+        , m_strDate(std::move(date))
+        , m_node(node)
+    {
+    }
+
+    QStringList All() const { return Rows(m_lstTables); }
+    bool Add(CDialogUser::Step const& step)
+    {
+        return Use(m_lstPrompts + QList{step}, [this] { return (m_doc.*kAddEdit)(nullptr); });
+    }
+    bool EditIt(CDialogUser::Step const& step)
+    {
+        return Use({step}, [this] { return (m_doc.*kEditAt)(7, m_strDate); });
+    }
+    bool Delete() { return (m_doc.*kDeleteAt)(7, m_strDate); }
+
+    /// The messages that an operation of the document ends with.
+    QString Told(QList<CDialogUser::Step> const& steps, void (CCorvanaDoc::*operation)())
+    {
+        auto const before = m_messages.Texts().size();
+        Use(steps, [&] { return (m_doc.*operation)(), true; });
+        return m_messages.Texts().sliced(before).join(u'|');
+    }
+
+    /// After each of the steps OK gives its refusal: "message @field".
+    void Refuses(QDialog const& form, QList<std::pair<QString, QString>> const& cases) const
+    {
+        for (auto const& [steps, refusal] : cases) {
+            Do(form, steps);
+            QCOMPARE(Ok(form), refusal);
+        }
+    }
+
+    /// Bounds as "page field least greatest", separated by commas; of whole numbers as in "0 to 5",
+    /// as none types a minus there. Beyond them neither OK nor another page is possible.
+    void RefusesBeyond(QDialog const& sheet, QString const& bounds) const
+    {
+        for (auto const& bound : bounds.split(u',')) {
+            bool const isWhole = bound.contains(u" to ");
+            auto const part = QString(bound).remove(QStringLiteral("to ")).split(u' ');
+            auto const text
+                = QStringLiteral("Enter %1 between %2 and %3. @%4")
+                      .arg(isWhole ? QStringLiteral("an integer") : QStringLiteral("a number"),
+                          part[2], part[3], part[1]);
+            int const page = part[0].toInt();
+            ShowPage(sheet, page);
+            for (auto const& [limit, step] : {std::pair(part[2], -0.01), {part[3], 0.01}}) {
+                if (!isWhole || step > 0) {
+                    auto const beyond = limit.toInt() + (isWhole ? 1 : step);
+                    Do(sheet, part[1] + QStringLiteral("=%1 @%2").arg(beyond).arg(page == 0));
+                    QCOMPARE(Tabs(sheet).currentIndex(), page);
+                    QCOMPARE(Ok(sheet), text);
+                }
+                Do(sheet, part[1] + u'=' + limit);
+            }
+        }
+    }
+
+    /// What another program does to the record while the form is open is replaced only when the
+    /// user says so.
+    void AsksBeforeReplacing(QString const& steps, std::string const& sql)
+    {
+        bool const isDeleted = sql == "DELETE FROM " + FromQt(m_lstTables[0]);
+        auto const question
+            = (isDeleted ? QStringLiteral("This %1 has been deleted at another place\nsince you "
+                                          "opened the form.\nDo you want to add the %1 again? @%2")
+                         : QStringLiteral("This %1 has been changed at another place\nsince you "
+                                          "opened the form.\nDo you want to replace those changes "
+                                          "with yours? @%2"))
+                  .arg(m_strOne, LastField(steps));
+        m_messages.AnswerNext({false, true});
+        QVERIFY(EditIt([&](QDialog& form) {
+            Do(form, steps);
+            RunOnMembers(sql);
+            auto const theirs = All();
+            QCOMPARE(Ok(form), question);
+            QCOMPARE(All(), theirs);
+            QCOMPARE(Ok(form), QString());
+        }));
+    }
+
+    /// A record comes, changes and goes only as the user wants it, and as a whole. The steps fill
+    /// the form of a new one, with an entry last that is nowhere else; the class list of the member
+    /// has one class.
+    void LosesNothing(QString const& steps)
+    {
+        auto const before = All();
+        QVERIFY(!Use({ClickCancel}, [this] { return (m_doc.*kAddEdit)(nullptr); }));
+        QVERIFY(!Add(Steps(steps + QStringLiteral(" Cancel"))));
+        QVERIFY(!EditIt(Steps(steps + QStringLiteral(" Cancel"))));
+        QVERIFY(!Delete()); // the answer is no
+        QCOMPARE(All(), before);
+        QCOMPARE(m_views.m_lstTreeCalls, QStringList());
+        QVERIFY(EditIt([&](QDialog& form) { SaveOnFullDisk(form, steps); }));
+        QVERIFY(Add([&](QDialog& form) { SaveOnFullDisk(form, steps); }));
+        CheckShown(2, QStringLiteral("The %1 of member ID 7 was saved."));
+        auto const table = FromQt(m_lstTables.last());
+        RunOnMembers("ALTER TABLE " + table + " RENAME TO away");
+        QVERIFY(!(m_doc.*kEditAt)(7, m_strDate));
+        CheckTold(QStringLiteral("Error: the %1 could not be read."));
+        RunOnMembers("ALTER TABLE away RENAME TO " + table);
+        DeleteFirst();
+        ShowByClass();
+    }
+
+protected:
+    /// Steps in what asks before the form of a new one.
+    QList<CDialogUser::Step> m_lstPrompts = {Steps(QStringLiteral("memberIDEdit=7 OK"))};
+
+private:
+    static QString LastField(QString const& steps)
+    {
+        return steps.section(u' ', -1).section(u'=', 0, 0);
+    }
+    void CheckTold(QString const& text) const
+    {
+        QCOMPARE(m_messages.Texts().constLast(), text.arg(m_strOne));
+    }
+    void CheckShown(int treeCalls, QString const& result) const
+    {
+        QCOMPARE(m_views.m_lstTreeCalls,
+            QStringList(treeCalls, QStringLiteral("Refresh 7 %1 0").arg(int(m_node))));
+        QCOMPARE(m_views.m_lstResults.constLast(), result.arg(m_strOne));
+    }
+
+    /// OK until it is done, on a disk that is full from a later write on each time.
+    void SaveOnFullDisk(QDialog const& form, QString const& steps) const
+    {
+        Do(form, steps);
+        auto const before = All();
+        auto const text = QStringLiteral(
+            "Error: the %1 was not saved.\nYour entries are still in the form. @%2")
+                              .arg(m_strOne, LastField(steps));
+        int nth = 1;
+        for (; form.isVisible() && nth < 60; ++nth) {
+            Faults::Begin(nth, ENOSPC, true);
+            auto const refusal = Ok(form);
+            bool const isFull = Faults::End();
+            if (form.isVisible()) {
+                QVERIFY(isFull);
+                QCOMPARE(refusal, text);
+                QCOMPARE(All(), before);
+            }
+        }
+        QVERIFY(nth > 2);
+        auto const entry = u'|' + steps.section(u'=', -1) + u'|';
+        QCOMPARE(All().filter(entry).size(), before.filter(entry).size() + 1);
+    }
+
+    /// Of two records.
+    void DeleteFirst()
+    {
+        auto rows = All();
+        m_messages.AnswerNext({true, true});
+        Faults::Begin(1, ENOSPC, true);
+        QVERIFY(!Delete());
+        QVERIFY(Faults::End());
+        CheckTold(QStringLiteral("Error: the %1 was not deleted."));
+        QCOMPARE(All(), rows);
+        QVERIFY(Delete());
+        for (qsizetype row = 0; row < rows.size(); ++row) {
+            rows.removeAt(row); // the first one in each table
+        }
+        QCOMPARE(All(), rows);
+        CheckTold(QStringLiteral("Are you sure you want to delete the %1\nfor Member ID: 7 dated ")
+            + m_strDate.section(u' ', 0, 0) + u'?');
+        QCOMPARE(m_messages.Messages().constLast().m_question, CQuestion::destroying);
+        // The entry of the tree is stale now, and others are no date at all.
+        auto const told = m_messages.Texts().size();
+        for (auto const& date : {m_strDate, QStringLiteral("yesterday"), QString()}) {
+            QVERIFY(!(m_doc.*kEditAt)(7, date));
+            QVERIFY(!(m_doc.*kDeleteAt)(7, date));
+        }
+        CheckShown(5, QStringLiteral("Member ID 7 does not have this %1 any more."));
+        QCOMPARE(m_messages.Texts().size(), told);
+    }
+
+    /// Until there is a list, the message that there is none stands for what was found.
+    void ShowByClass()
+    {
+        auto const found = QStringLiteral("This command is not available yet.");
+        auto const none = QStringLiteral("No %1s are recorded for Member ID 7 under Unknown");
+        for (auto const& [entry, text] :
+            {std::pair(0, none.arg(m_strOne)), {1, found}, {2, found}}) {
+            QCOMPARE(Told({Steps(QStringLiteral("memberIDEdit=7 OK")),
+                              Steps(QStringLiteral("classList=%1 OK").arg(entry))},
+                         kShowOfMember),
+                text);
+        }
+    }
+
+    QString const m_strOne;
+    QStringList const m_lstTables;
+    QString const m_strDate;
+    CTreeNode const m_node;
+};

@@ -4,9 +4,12 @@
 #include "store/fitness/SkinFold.h"
 #include "tests/QtTests.h"
 #include "tests/members/RecordDesk.h"
+#include "tests/ui/FormCheck.h"
 #include "tests/ui/LargeFont.h"
 
 #include <QLabel>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 

@@ -131,6 +131,7 @@ void MemberWorkflowTest::aMemberWithoutClassesShowsNobodyElses()
 void MemberWorkflowTest::anotherDesksChangesAreNotOverwritten()
 {
     CMemberDesk desk;
+    AddClass(7, 5, "'Students', 'PE 101', ''");
     auto const question = u"This member has been %1 at another place\nsince you opened the form.\n"
                           "Do you want to %2?"_s;
     auto const replace = question.arg(u"changed"_s, u"replace those changes with yours"_s);
@@ -151,7 +152,8 @@ void MemberWorkflowTest::anotherDesksChangesAreNotOverwritten()
     for (auto const& [sql, asked] : {std::pair("UPDATE members SET last_name = 'Baker'", replace),
              {"UPDATE profiles SET phone = '1'", replace},
              {"UPDATE enrollments SET expire_date = 5", replace},
-             {"UPDATE classes SET grade_status = 3", replace}, {"DELETE FROM classes", replace},
+             {"UPDATE classes SET grade_status = 3 WHERE class_index = 5", replace},
+             {"DELETE FROM classes", replace},
              {"UPDATE messages SET message = 'Call home'", replace},
              {"DELETE FROM members", addAgain}}) {
         desk.m_messages.AnswerNext({false, true});

@@ -3,7 +3,6 @@
 #include "doc/TreeNode.h"
 #include "tests/members/MemberDesk.h"
 #include "tests/platform/db/Faults.h"
-#include "tests/ui/FormCheck.h"
 
 #include <QListWidget>
 

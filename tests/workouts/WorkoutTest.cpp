@@ -1,11 +1,15 @@
 #include "platform/qt/DropDown.h"
 #include "tests/QtTests.h"
 #include "tests/members/RecordDesk.h"
+#include "tests/ui/FormCheck.h"
 #include "tests/ui/LargeFont.h"
 #include "workouts/WorkoutDlg.h"
 
 #include <QGroupBox>
 #include <QLabel>
+
+#include <algorithm>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -173,6 +177,11 @@ void WorkoutTest::keepsWhatIsNotShownAndWhatOthersChanged()
         desk.AsksBeforeReplacing(u"station1Spin=77"_s, sql);
         QCOMPARE(desk.All(), expected);
     }
+    // One that another desk deletes while this one is asked is as good as deleted.
+    desk.m_messages.AnswerNext({true});
+    desk.m_messages.m_fnWhileShown = [] { RunOnMembers("DELETE FROM workouts"); };
+    QVERIFY(desk.Delete());
+    QCOMPARE(desk.m_views.m_lstResults.constLast(), u"The workout of member ID 7 was deleted."_s);
 }
 
 void WorkoutTest::findsByMemberAndDates()

@@ -251,8 +251,14 @@ void EvaluationTest::losesNothing()
 {
     CEvaluationDesk desk;
     desk.LosesNothing(u"weightEdit=150 heightEdit=66"_s);
-    QCOMPARE(int(desk.m_doc.m_nEvalClassSel), 4);
     QCOMPARE(desk.m_doc.m_nEvalMemberSel, 7);
+    auto const proposed = [&desk] {
+        desk.Told({Steps(u"memberIDEdit=7 OK"_s), ClickOk}, &CCorvanaDoc::ShowMemberEvaluations);
+        return int(desk.m_doc.m_nEvalClassSel);
+    };
+    QCOMPARE(proposed(), 4); // the member's only class
+    AddClass(7, 5, "'Students', '', ''");
+    QCOMPARE(proposed(), int(CDAOCls::kAllClasses));
     // Another desk deletes the evaluation while this one is asked.
     desk.Store(11, kDate, 60);
     desk.m_messages.AnswerNext({true});

@@ -2,7 +2,6 @@
 
 #include "workouts/MainViewTree.h"
 
-#include "store/sets/AddRow.h"
 #include "tests/doc/TestDesk.h"
 
 #include <QAbstractItemModelTester>
@@ -10,51 +9,6 @@
 #include <QStatusBar>
 
 #include <memory>
-
-template <typename Set, typename Fill>
-void Store(Fill const& fill)
-{
-    QVERIFY(AddRow<Set>(fill).IsOK());
-}
-
-inline void StoreMember(std::int32_t memberID, std::string const& last,
-    std::string const& first = {}, std::string const& middle = {}, std::uint8_t status = 1)
-{
-    Store<CDAOSmMem>([&](CDAOSmMem& set) {
-        set.m_MemberID = set.m_WorkoutNum = memberID;
-        set.m_LastName = last;
-        set.m_FirstName = first;
-        set.m_MiddleInit = middle;
-        set.m_Status = status;
-    });
-}
-
-/// A member's workout, evaluation and body composition of one moment.
-inline void StoreRecords(std::int32_t memberID, CEFOleDateTime const& when, int minutes = 0,
-    double weight = 0.0, double fat = 0.0)
-{
-    Store<CDAOWk>([&](CDAOWk& set) {
-        set.m_lMemberID = memberID;
-        set.m_dtCheckIn = when;
-        set.m_dtCheckOut = CEFOleDateTime::FromSeconds(when.Seconds() + minutes * 60);
-        set.m_bWorkoutOK = minutes > 20;
-    });
-    Store<CDAOSmEval>([&](CDAOSmEval& set) {
-        set.m_lEvalID = set.GenerateIDNum();
-        set.m_lMemberID = memberID;
-        set.m_dtEvalDate = when;
-        set.m_nRestingHR = 62;
-        set.m_nSystolic = 121;
-        set.m_nDiastolic = 79;
-        set.m_dWeight = weight;
-    });
-    Store<CDAOBodyComp>([&](CDAOBodyComp& set) {
-        set.m_lMemberID = memberID;
-        set.m_dtBodyCompDate = when;
-        set.m_dPercentFat = fat;
-        set.m_dWeight = weight;
-    });
-}
 
 inline CEFOleDateTime const kOlder(2025, 12, 31, 8, 0, 0);
 inline CEFOleDateTime const kNewer(2026, 1, 2, 7, 30, 5);

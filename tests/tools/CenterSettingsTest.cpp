@@ -5,13 +5,6 @@ namespace fs = std::filesystem;
 namespace
 {
 
-std::string Replaced(std::string text, std::string_view from, std::string_view to)
-{
-    auto const at = text.find(from);
-    EXPECT_NE(at, std::string::npos) << from;
-    return text.replace(at, from.size(), to);
-}
-
 /// So many tables of a kind, each with a name of its own.
 std::string Tables(std::string const& kind, int count, std::string const& rest)
 {
@@ -57,8 +50,7 @@ TEST_F(CenterSettingsTest, BadSettingsAreToldByLineAndMakeNothing)
     auto const lifts = Tables("lift_station", 24, "least = 1\ngreatest = 2\n");
     auto const stations = Tables("station", 12, "abbreviation = \"s\"\n");
     // What takes the place of what, and what is said of it.
-    using Case = std::tuple<std::string, std::string, std::string>;
-    std::vector<Case> const cases = {
+    std::vector<std::array<std::string, 3>> const cases = {
         {"[touch]", "[touch", ":9:7: "},
         {"[defaults]", "[default]", ":12:2: unknown key \"default\""},
         {"sections", "section", ":35:1: unknown key \"section\" in [category.course]"},
@@ -90,14 +82,12 @@ TEST_F(CenterSettingsTest, BadSettingsAreToldByLineAndMakeNothing)
         {"[[lift_", stations + "[[lift_", ":58:1: there can be at most 13"},
     };
     for (auto const& [from, to, expected] : cases) {
-        Write(m_settings, Replaced(settings, from, to));
+        auto const at = settings.find(from);
+        ASSERT_NE(at, std::string::npos) << from;
+        Write(m_settings, std::string(settings).replace(at, from.size(), to));
         Expect(1, "corvana-db: " + m_settings.string() + expected, m_create);
         EXPECT_FALSE(fs::exists(m_data.parent_path())) << to;
     }
-}
-
-TEST_F(CenterSettingsTest, WhatIsNoSettingsFileIsRefused)
-{
     for (auto const& path :
         {m_folder.string(), std::string("/dev/zero"), m_settings.string() + "/x"}) {
         Expect(1, "corvana-db: Cannot read \"" + path,

@@ -38,26 +38,19 @@ TEST_F(UseLockTest, AnyOtherUserKeepsMaintenanceAwayUntilItEndsOrIsKilled)
     EXPECT_TRUE(FileUsers(m_strPath).empty());
 }
 
-TEST_F(UseLockTest, NobodyOpensAFileInMaintenance)
-{
-    auto const user = StartUser([&](auto& database) {
-        EXPECT_TRUE(database.UseExclusively());
-        ReadFile(m_folder / "family.ldb"); // to open and close it elsewhere must not drop the lock
-    });
-    ExpectRefused(DbError::inUse);
-    user->Kill();
-    EXPECT_NE(Open(), nullptr) << "the lock must die with its holder";
-}
-
-TEST_F(UseLockTest, AShortWaitIsShortAndOfOpeningAlone)
+TEST_F(UseLockTest, NobodyOpensAFileInMaintenanceAndAShortWaitIsOfOpeningAlone)
 {
     std::unique_ptr<CDatabase> database;
     auto const open = [&] { return OpenDatabase(m_strPath, Schema(), database, 50ms); };
+    auto const user = StartUser([&](auto& own) {
+        EXPECT_TRUE(own.UseExclusively());
+        ReadFile(m_folder / "family.ldb"); // to open and close it elsewhere must not drop the lock
+    });
+    ExpectRefused(DbError::inUse);
     auto const start = std::chrono::steady_clock::now();
-    {
-        auto const user = StartUser([](auto& own) { EXPECT_TRUE(own.UseExclusively()); });
-        ExpectStatus(open(), DbError::inUse);
-    }
+    ExpectStatus(open(), DbError::inUse);
+    user->Kill();
+    EXPECT_NE(Open(), nullptr) << "the lock must die with its holder";
     {
         CPlainConnection const alone(m_strPath);
         alone.Run("PRAGMA locking_mode = EXCLUSIVE; DELETE FROM families");

@@ -44,35 +44,44 @@ void Save(QWidget& window, QString const& name)
     }
 }
 
-/// Saves the prompt, enters the ID and goes on.
-CDialogUser::Step Prompt(QString const& name, std::int32_t memberID)
+/// Enters a member's ID; saves the prompt if there is a name for it.
+CDialogUser::Step Prompt(std::int32_t memberID, QString const& name = {})
 {
     return [name, memberID](QDialog& prompt) {
         Child<QLineEdit>(prompt, "memberIDEdit").setText(QString::number(memberID));
-        Save(prompt, name);
+        if (!name.isEmpty()) {
+            Save(prompt, name);
+        }
         ClickOk(prompt);
     };
 }
 
-/// Saves each page of a sheet under the name and its title, and cancels.
+/// Saves each page of a sheet under the name and its title, with what it calculates, and cancels.
 CDialogUser::Step Pages(QString const& name)
 {
     return [name](QDialog& sheet) {
         auto& tabs = Child<QTabWidget>(sheet, "tabs");
         for (int page = 0; page < tabs.count(); ++page) {
             tabs.setCurrentIndex(page);
+            auto const& shown = *tabs.currentWidget();
+            if (auto* const button = shown.findChild<QPushButton*>(u"calculateButton"_s)) {
+                button->click();
+            }
             Save(sheet, name + u'-' + tabs.tabText(page).toLower().replace(u' ', u'-'));
         }
         ClickCancel(sheet);
     };
 }
 
-/// Saves the dialog and cancels.
-CDialogUser::Step Look(QString const& name)
+/// Saves the dialog, after something was done in it, and cancels.
+CDialogUser::Step Look(QString const& name, std::function<void(QDialog&)> const& act = {})
 {
-    return [name](QDialog& dialog) {
+    return [name, act](QDialog& dialog) {
+        if (act) {
+            act(dialog);
+        }
         Save(dialog, name);
-        ClickCancel(dialog);
+        dialog.done(QDialog::Rejected);
     };
 }
 
@@ -140,59 +149,41 @@ void MakeEvaluationPictures(CCorvanaDoc& doc)
     }
 }
 
-/// The pages of each method, of the last body composition by it.
+/// The pages of each method, of the last body composition by it; the first page once more, of a
+/// member with several.
 void MakeBodyCompPictures(CCorvanaDoc& doc)
 {
     CDAOBodyComp set;
     int const count = set.FindBodyComps(0);
-    auto const enter = [&set](QDialog& prompt) {
-        Child<QLineEdit>(prompt, "memberIDEdit").setText(QString::number(set.m_lMemberID));
-        ClickOk(prompt);
-    };
-    Use({enter, Look(u"body-composition-method"_s)}, [&] { doc.AddEditBodyComp(nullptr); });
-    auto const calculate = [](QDialog& sheet) {
-        auto& tabs = Child<QTabWidget>(sheet, "tabs");
-        tabs.setCurrentIndex(1);
-        if (auto* const button = sheet.findChild<QPushButton*>(u"calculateButton"_s)) {
-            button->click();
-        }
-        tabs.setCurrentIndex(0);
-        Pages(u"body-composition"_s)(sheet);
-    };
+    Use({Prompt(set.m_lMemberID), Look(u"body-composition-method"_s)},
+        [&] { doc.AddEditBodyComp(nullptr); });
     std::set<int> missing{0, 1, 2, 3};
+    std::int32_t several = 0;
     for (int row = count - 1; row >= 0 && set.MoveSet(row); --row) {
         if (CDAOCls().FindClasses(set.m_lMemberID) > 0 && missing.erase(set.m_nMethod) > 0) {
-            Use({calculate}, [&] { doc.AddEditBodyComp(&set); });
+            Use({Pages(u"body-composition"_s)}, [&] { doc.AddEditBodyComp(&set); });
         }
+        several = CDAOBodyComp().FindBodyComps(set.m_lMemberID) > 2 ? set.m_lMemberID : several;
     }
-    for (int row = count - 1; row >= 0 && set.MoveSet(row); --row) {
-        if (CDAOBodyComp().FindBodyComps(set.m_lMemberID) > 2) {
-            Use({Look(u"body-composition-profile"_s)}, [&] { doc.AddEditBodyComp(&set); });
-            break;
-        }
+    if (set.FindBodyComps(several) > 0) {
+        Use({Look(u"body-composition-profile"_s)}, [&] { doc.AddEditBodyComp(&set); });
     }
 }
 
 void MakeReportPictures(CCorvanaDoc& doc)
 {
-    auto const member = MemberWithTwoEvaluations();
-    auto const enter = [member](QDialog& prompt) {
-        Child<QLineEdit>(prompt, "memberIDEdit").setText(QString::number(member));
-        ClickOk(prompt);
-    };
+    auto const enter = Prompt(MemberWithTwoEvaluations());
     auto const queue = [&doc](int type, QList<CDialogUser::Step> const& steps) {
         Use(steps, [&] { doc.QueueReport(type); });
     };
     queue(CDAOReport::rtMembershipStatus, {Look(u"report-options"_s)});
-    queue(CDAOReport::rtClassRoster, {[](QDialog& dialog) {
+    queue(CDAOReport::rtClassRoster, {Look(u"class"_s, [](QDialog& dialog) {
         Choose(Child<QComboBox>(dialog, "categoryList"), 1);
-        Look(u"class"_s)(dialog);
-    }});
+    })});
     queue(CDAOReport::rtMemberWorkouts, {enter, Look(u"member-class"_s)});
-    queue(CDAOReport::rtWorkoutSummaries, {[](QDialog& dialog) {
+    queue(CDAOReport::rtWorkoutSummaries, {Look(u"report-options-workouts"_s, [](QDialog& dialog) {
         Child<QRadioButton>(dialog, "allNoButton").click();
-        Look(u"report-options-workouts"_s)(dialog);
-    }});
+    })});
     queue(CDAOReport::rtEvalComparison, {enter, Look(u"compare-evaluations"_s)});
 }
 
@@ -201,20 +192,18 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     CDAOSmMem members;
     members.FindAllMembersByName(false);
     auto const member = members.m_MemberID;
-    Use({Prompt(u"member-id"_s, member), Pages(u"member"_s)}, [&] { doc.EditMember(0); });
+    Use({Prompt(member, u"member-id"_s), Pages(u"member"_s)}, [&] { doc.EditMember(0); });
     Use({Look(u"delete-member"_s)}, [&] { doc.DeleteMember(member, {}); });
     MakeWorkoutPictures(doc);
     MakeEvaluationPictures(doc);
     MakeBodyCompPictures(doc);
     MakeReportPictures(doc);
     MoveCheckIns(doc.m_setChkIn);
-    Use({[](QDialog& dialog) {
+    auto const select = [](QDialog& dialog) {
         auto& list = Child<QTreeView>(dialog, "checkInList");
         list.setCurrentIndex(list.model()->index(2, 0));
-        Save(dialog, u"quick-statistics"_s);
-        ClickOk(dialog);
-    }},
-        [&] { doc.ShowQuickStats(); });
+    };
+    Use({Look(u"quick-statistics"_s, select)}, [&] { doc.ShowQuickStats(); });
     auto& tree = Child<QTreeView>(frame, "memberTree");
     auto const root = tree.model()->index(0, 0);
     tree.expand(root);

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QDialogButtonBox>
+#include <QKeySequence>
 #include <QMap>
 #include <QPushButton>
 #include <QToolButton>
@@ -26,7 +27,6 @@ class DateFieldTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void readsWhatAClerkTypes();
-    void readsTimes();
     void showsTheStandardFormOnceLeft();
     void isRefusedWhenItIsLeftWrong();
     void keepsAMissingValueUntilItIsTouched();
@@ -36,52 +36,41 @@ private Q_SLOTS:
 
 void DateFieldTest::readsWhatAClerkTypes()
 {
-    std::vector<std::tuple<QDate, CShortYear, QString>> const rows = {
-        {{1990, 10, 10}, CShortYear::nearest,
-            u"10/10/1990|10101990|10 10 1990| 10-10-1990\r\n|10. 10. 1990"_s},
-        {{1985, 3, 4}, CShortYear::nearest, u"3/4/1985|03.04.1985|3-04-1985|03041985|3/4/85"_s},
-        {{1985, 5, 6}, CShortYear::neverInFuture, u"050685|05/06/85"_s},
-        {{2026, 12, 31}, CShortYear::nearest,
-            u"12/31/2026|12/31/26|123126|12 31 26|2026-12-31|2026/12/31|"
-            "2026-12-31T10:00|2026-12-31 18:05:09|2026-12-31T10:00:00.5+01:00|12/31/26 6:05 PM"_s},
-        // The year nearest to 2026, and the latest that leaves a birthday in the past.
-        {{1976, 1, 2}, CShortYear::nearest, u"1/2/76"_s},
-        {{2075, 1, 2}, CShortYear::nearest, u"1/2/75"_s},
-        {{1975, 1, 2}, CShortYear::neverInFuture, u"1-2-75"_s},
-        {{2026, 11, 25}, CShortYear::neverInFuture, u"11/25/26"_s},
-        {{1926, 11, 26}, CShortYear::neverInFuture, u"11/26/26"_s},
-        {{1927, 1, 2}, CShortYear::neverInFuture, u"1/2/27"_s},
-        {{2000, 2, 29}, CShortYear::neverInFuture, u"2/29/00"_s},
-        {{100, 1, 1}, CShortYear::nearest, u"01/01/0100"_s},
-        {{9999, 12, 31}, CShortYear::nearest, u"12/31/9999"_s},
-        {{}, CShortYear::nearest,
-            u"| |11/24|11/24/|11/24/6|11/24/026|11/24/0099|11/24/20266|2/29/26|13/1/2026|"
-            "0/1/2026|1/0/2026|2026-13-01|20261124|11242|1124202|112420266|11//24/2026|11/24/2026x|"
-            "x11/24/2026|11/24/2026 18|today|1\u0661/24/2026|-1/24/2026"_s},
-    };
-    for (auto const& [date, rule, texts] : rows) {
+    auto const nearest = CShortYear::nearest;
+    auto const past = CShortYear::neverInFuture;
+    using CDate = std::tuple<QDate, CShortYear, QString>;
+    for (auto const& [date, rule, texts] :
+        {CDate({1990, 10, 10}, nearest,
+             u"10/10/1990|10101990|10 10 1990| 10-10-1990\r\n|10. 10. 1990"_s),
+            {{1985, 3, 4}, nearest, u"3/4/1985|03.04.1985|3-04-1985|03041985|3/4/85"_s},
+            {{2026, 12, 31}, nearest,
+                u"12/31/2026|12/31/26|123126|12 31 26|2026-12-31|2026/12/31|2026-12-31T10:00|"
+                "2026-12-31 18:05:09|2026-12-31T10:00:00.5+01:00|12/31/26 6:05 PM"_s},
+            {{100, 1, 1}, nearest, u"01/01/0100"_s}, {{9999, 12, 31}, nearest, u"12/31/9999"_s},
+            {{}, nearest,
+                u"| |11/24|11/24/|11/24/6|11/24/026|11/24/0099|11/24/20266|2/29/26|13/1/2026|"
+                "0/1/2026|1/0/2026|2026-13-01|20261124|11242|1124202|112420266|11//24/2026|"
+                "11/24/2026x|x11/24/2026|11/24/2026 18|today|1\u0661/24/2026|-1/24/2026"_s},
+            // The year nearest to 2026, and the latest that leaves a birthday in the past.
+            {{1976, 1, 2}, nearest, u"1/2/76"_s}, {{2075, 1, 2}, nearest, u"1/2/75"_s},
+            {{1975, 1, 2}, past, u"1-2-75"_s}, {{1985, 5, 6}, past, u"050685|05/06/85"_s},
+            {{2026, 11, 25}, past, u"11/25/26"_s}, {{1926, 11, 26}, past, u"11/26/26"_s},
+            {{2000, 2, 29}, past, u"2/29/00"_s}}) {
         for (auto const& text : texts.split(u'|')) {
             auto const read = ParseDate(text, {2026, 11, 25}, rule).value_or(QDate());
             QVERIFY2(read == date, qPrintable(text));
         }
     }
-}
-
-void DateFieldTest::readsTimes()
-{
-    std::vector<std::pair<QTime, QString>> const rows = {
-        {{18, 5, 9}, u"18:05:09|180509|6:05:09 PM|60509p|18.05.09|18 05 09| 18: 05:09\n"_s},
-        {{18, 5}, u"18:05|1805|6:05p|6:05 pm|605p|6.05 p.m."_s},
-        {{6, 5}, u"6:05|605|0605|6:05a"_s},
-        {{18, 0}, u"18|6p|6 PM|18:00"_s},
-        {{12, 0}, u"12p|12:00pm"_s},
-        {{0, 0}, u"12:00am|12a|0|0:00"_s},
-        {{23, 59, 59}, u"23:59:59"_s},
-        {{},
-            u"|24:00|24|2400|13p|0:05am|18:60|18:05:60|18:5|18:|pm|"
-            "1:2:3|18:05:09:01|1805091|6:05x|-6:05"_s},
-    };
-    for (auto const& [time, texts] : rows) {
+    using CTime = std::pair<QTime, QString>;
+    for (auto const& [time, texts] :
+        {CTime({18, 5, 9}, u"18:05:09|180509|6:05:09 PM|60509p|18.05.09|18 05 09| 18: 05:09\n"_s),
+            {{18, 5}, u"18:05|1805|6:05p|6:05 pm|605p|6.05 p.m."_s},
+            {{6, 5}, u"6:05|605|0605|6:05a"_s}, {{18, 0}, u"18|6p|6 PM|18:00"_s},
+            {{12, 0}, u"12p|12:00pm"_s}, {{0, 0}, u"12:00am|12a|0|0:00"_s},
+            {{23, 59, 59}, u"23:59:59"_s},
+            {{},
+                u"|24:00|24|2400|13p|0:05am|18:60|18:05:60|18:5|18:|pm|1:2:3|18:05:09:01|1805091|"
+                "6:05x|-6:05"_s}}) {
         for (auto const& text : texts.split(u'|')) {
             QVERIFY2(ParseTime(text).value_or(QTime()) == time, qPrintable(text));
         }
@@ -91,11 +80,8 @@ void DateFieldTest::readsTimes()
 void DateFieldTest::showsTheStandardFormOnceLeft()
 {
     CFieldForm form; // gives the field the focus, and so selects what is in it
-    QString typed;
-    for (auto const letter : "1/2/2031"_ba) {
-        QTest::keyClick(&form.m_day, letter);
-        QCOMPARE(form.m_day.text(), typed += QLatin1Char(letter));
-    }
+    auto const typed = u"1/2/2031"_s;
+    QTest::keyClicks(&form.m_day, typed);
     QCOMPARE(form.m_day.Date(), QDate(2031, 1, 2));
     form.m_name.setFocus(Qt::PopupFocusReason);
     QCOMPARE(form.m_day.text(), typed);
@@ -103,7 +89,6 @@ void DateFieldTest::showsTheStandardFormOnceLeft()
     form.m_name.setFocus();
     QCOMPARE(form.m_day.text(), u"01/02/2031"_s);
     Type(form.m_time, u"6:05p"_s);
-    QCOMPARE(form.m_time.text(), u"6:05p"_s);
     QTest::keyClick(&form.m_time, Qt::Key_Tab);
     QCOMPARE(form.m_time.text(), u"18:05:00"_s);
     QCOMPARE(form.m_time.Time(), QTime(18, 5));
@@ -117,10 +102,6 @@ void DateFieldTest::isRefusedWhenItIsLeftWrong()
     auto const click = [](QWidget& widget) {
         QTest::mouseClick(&widget, Qt::LeftButton, {}, {8, widget.height() / 2});
     };
-    auto const tabAndClose = [&] {
-        QTest::keyClick(&field, Qt::Key_Tab);
-        form.close();
-    };
     std::vector<std::pair<bool, std::function<void()>>> const ways = {
         {true, [&] { QTest::keyClick(&field, Qt::Key_Tab); }},
         {true, [&] { click(form.m_time); }}, // wrong as well, and left by the refusal
@@ -129,7 +110,7 @@ void DateFieldTest::isRefusedWhenItIsLeftWrong()
         {false, [&] { click(*form.m_buttons.button(QDialogButtonBox::Cancel)); }},
         {false, [&] { QTest::keyClick(&field, Qt::Key_Tab, Qt::ShiftModifier); }}, // to Cancel
         {false, [&] { form.m_name.setFocus(); }},
-        {false, tabAndClose},
+        {false, [&] { QTest::keyClick(&field, Qt::Key_Tab), form.close(); }},
     };
     messages.m_fnWhileShown = [&] { QVERIFY(!field.hasFocus()); };
     QStringList told;
@@ -154,15 +135,14 @@ void DateFieldTest::keepsAMissingValueUntilItIsTouched()
     CMessageRecorder const messages;
     CFieldForm form;
     auto& field = form.m_day;
-    field.SetDate({});
-    QVERIFY(field.IsGood() && field.text().isEmpty());
-    Type(field, u"x"_s);
-    QVERIFY(!field.IsGood());
-    Type(field, {});
-    QVERIFY(field.IsGood()); // again as it came
-    field.SetDate({2026, 11, 24});
-    Type(field, u" "_s);
-    QVERIFY(!field.IsGood());
+    for (bool const isMissing : {true, false}) {
+        field.SetDate(isMissing ? QDate() : QDate(2026, 11, 24));
+        QVERIFY(field.IsGood() && field.text().isEmpty() == isMissing);
+        Type(field, u"x"_s);
+        QVERIFY(!field.IsGood());
+        Type(field, QString(isMissing ? 0 : 1, u' ')); // again as it came, or not
+        QCOMPARE(field.IsGood(), isMissing);
+    }
     field.SetMayBeEmpty(true);
     QVERIFY(field.IsGood());
 
@@ -182,30 +162,22 @@ void DateFieldTest::keysChangeThePartAtTheCursor()
     CFieldForm form;
     QMap<QChar, Qt::Key> const keys = {
         {u'u', Qt::Key_Up}, {u'd', Qt::Key_Down}, {u'n', Qt::Key_PageUp}, {u'p', Qt::Key_PageDown}};
-    // The cursor at -1: all of the text is selected, as Tab does.
-    using CRow = std::tuple<QLineEdit*, QString, int, QString, QString, QString>;
-    std::vector<CRow> const rows = {
-        {&form.m_day, u"1/31/2026"_s, -1, u"u"_s, u"02/28/2026"_s, u"02"_s},
-        {&form.m_day, u"2/28/2026"_s, 0, u"dd"_s, u"01/28/2026"_s, u"01"_s},
-        {&form.m_day, u"01/28/2026"_s, 4, u"uuuu"_s, u"01/31/2026"_s, u"31"_s},
-        {&form.m_day, u"1/31/2026"_s, 3, u"nppp"_s, u"11/28/2025"_s, u"28"_s},
-        {&form.m_day, u"2/29/2028"_s, 9, u"d"_s, u"02/28/2027"_s, u"2027"_s},
-        {&form.m_day, u"2028-02-29"_s, 10, u"d"_s, u"02/28/2028"_s, u"28"_s},
-        {&form.m_day, u"123199"_s, 1, u"d"_s, u"11/30/1999"_s, u"11"_s},
-        {&form.m_day, u"123199"_s, 4, u"d"_s, u"12/30/1999"_s, u"30"_s},
-        {&form.m_day, u"13/1/26"_s, 0, u"un"_s, u"13/1/26"_s, {}},
-        {&form.m_time, u"23:59:59"_s, 0, u"un"_s, u"23:59:59"_s, u"23"_s},
-        {&form.m_time, u"6:05p"_s, 5, u"d"_s, u"18:04:00"_s, u"04"_s},
-        {&form.m_time, u"00:00:01"_s, 8, u"dd"_s, u"00:00:00"_s, u"00"_s},
-    };
-    for (auto const& [field, text, cursor, pressed, result, selected] : rows) {
-        Type(*field, text);
-        cursor < 0 ? field->selectAll() : field->setCursorPosition(cursor);
-        for (auto const key : pressed) {
-            QTest::keyClick(field, keys[key]);
+    // A text, the cursor in it (at -1 all is selected, as Tab does), the keys, what it becomes and
+    // what is selected then.
+    auto const rows = u"1/31/2026 -1 u 02/28/2026 02|2/28/2026 0 dd 01/28/2026 01|"
+                      "01/28/2026 4 uuuu 01/31/2026 31|1/31/2026 3 nppp 11/28/2025 28|"
+                      "2/29/2028 9 d 02/28/2027 2027|2028-02-29 10 d 02/28/2028 28|"
+                      "123199 1 d 11/30/1999 11|123199 4 d 12/30/1999 30|13/1/26 0 un 13/1/26 |"
+                      "23:59:59 0 un 23:59:59 23|6:05p 5 d 18:04:00 04|00:00:01 8 dd 00:00:00 00"_s;
+    for (auto const& row : rows.split(u'|')) {
+        auto const part = row.split(u' ');
+        auto& field = part[0].contains(u':') ? static_cast<QLineEdit&>(form.m_time) : form.m_day;
+        Type(field, part[0]);
+        part[1] == u"-1" ? field.selectAll() : field.setCursorPosition(part[1].toInt());
+        for (auto const key : part[2]) {
+            QTest::keyClick(&field, keys[key]);
         }
-        QCOMPARE(field->text(), result);
-        QCOMPARE(field->selectedText(), selected);
+        QCOMPARE(field.text() + u' ' + field.selectedText(), part[3] + u' ' + part[4]);
     }
     Type(form.m_day, {});
     QTest::keyClick(&form.m_day, Qt::Key_Up);
@@ -217,22 +189,18 @@ void DateFieldTest::calendarChooses()
     CFieldForm form;
     auto& field = form.m_day;
     auto const open = [&] { return field.findChild<QCalendarWidget*>(u"calendar"_s); };
-    auto const press = [&](Qt::Key key) {
-        QTest::keyClick(QApplication::activePopupWidget()->focusWidget(), key);
+    for (auto const& [opening, closing, text] :
+        {std::tuple(QKeySequence(Qt::ALT | Qt::Key_Down), Qt::Key_Escape, u"11/24/2026"_s),
+            {Qt::Key_F4, Qt::Key_Return, u"11/25/2026"_s}}) {
+        QTest::keySequence(&field, opening);
+        QCOMPARE(open()->selectedDate(), QDate(2026, 11, 24));
+        for (auto const key : {Qt::Key_Right, closing}) {
+            QTest::keyClick(QApplication::activePopupWidget()->focusWidget(), key);
+        }
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    };
-    QTest::keyClick(&field, Qt::Key_Down, Qt::AltModifier);
-    QCOMPARE(open()->selectedDate(), QDate(2026, 11, 24));
-    press(Qt::Key_Left);
-    QCOMPARE(open()->selectedDate(), QDate(2026, 11, 23));
-    press(Qt::Key_Escape);
-    QVERIFY(!open());
-    QCOMPARE(field.text(), u"11/24/2026"_s);
-    QTest::keyClick(&field, Qt::Key_F4);
-    press(Qt::Key_Right);
-    press(Qt::Key_Return);
-    QVERIFY(!open() && field.hasFocus());
-    QCOMPARE(field.text(), u"11/25/2026"_s);
+        QVERIFY(!open() && field.hasFocus());
+        QCOMPARE(field.text(), text);
+    }
     field.undo();
     QCOMPARE(field.text(), u"11/24/2026"_s);
     field.clear();

@@ -72,12 +72,12 @@ inline QLineEdit& Edit(QDialog const& dialog, char const* name)
     return Child<QLineEdit>(dialog, name);
 }
 
-inline QTabWidget& Tabs(QDialog const& sheet)
+inline QTabWidget& Tabs(QWidget const& sheet)
 {
     return Child<QTabWidget>(sheet, "tabs");
 }
 
-inline QWidget& ShowPage(QDialog const& sheet, int page)
+inline QWidget& ShowPage(QWidget const& sheet, int page)
 {
     Tabs(sheet).setCurrentIndex(page);
     return *Tabs(sheet).currentWidget();

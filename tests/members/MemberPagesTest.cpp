@@ -2,43 +2,34 @@
 #include "members/MemberEnrollPg.h"
 #include "platform/qt/DropDown.h"
 #include "platform/qt/OneLineList.h"
-#include "platform/qt/SpinField.h"
 #include "tests/QtTests.h"
-#include "tests/members/MemberDesk.h"
+#include "tests/members/RecordDesk.h"
 
 #include <QCheckBox>
-#include <QRadioButton>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-/// Who uses the second page.
-class CEnrollUser
+CClassSlotBox& Box(QDialog const& sheet, int number)
 {
-public:
-    explicit CEnrollUser(QDialog const& sheet)
-        : m_sheet(sheet)
-    {
-        ShowPage(sheet, 1);
-    }
+    return Child<CClassSlotBox>(ShowPage(sheet, 1), qPrintable(u"class%1Box"_s.arg(number)));
+}
 
-    CClassSlotBox& Box(int number) const
-    {
-        return Child<CClassSlotBox>(m_sheet, qPrintable(u"class%1Box"_s.arg(number)));
+/// The class that a box shows, after "-" when it cannot be deleted: "Staff|Wellness|Morning".
+QString ClassIn(QDialog const& sheet, int number)
+{
+    QStringList names;
+    auto const& box = Box(sheet, number);
+    for (auto const* const name : {"categoryList", "courseList", "sectionList"}) {
+        auto const& list = Child<CDropDown>(box, name);
+        names += list.isVisible() ? list.currentText() : QString();
     }
-    CDropDown& List(int box, char const* name) const { return Child<CDropDown>(Box(box), name); }
-    void Choose(int box, char const* name, QString const& text) const
-    {
-        ::Choose(List(box, name), List(box, name).findText(text));
-    }
-    CSpinField& Spin(int box, char const* name) const { return Child<CSpinField>(Box(box), name); }
-    QPushButton& Delete(int box) const { return Child<QPushButton>(Box(box), "deleteButton"); }
-
-private:
-    QDialog const& m_sheet;
-};
+    auto const& button = Child<QPushButton>(box, "deleteButton");
+    [&] { QCOMPARE(button.isEnabled(), button.isVisible()); }();
+    return QLatin1StringView(button.isVisible() ? "" : "-") + names.join(u'|');
+}
 
 auto const kSameClass = u"Error: duplicate category, course, and section @categoryList"_s;
 
@@ -71,29 +62,27 @@ void MemberPagesTest::goalsAndConditionsAreTheirBits()
           "Little Exercise in Past 6 Months|20 or More lbs Overweight|"
           "Smoke or Chew Tobacco"_s.split(u'|');
     CMemberDesk desk;
-    for (auto const& [page, texts, column, mask] :
-        {std::tuple(2, goals, "goals", &CDAOProf::m_Goals),
-            {3, conditions, "medical_history", &CDAOProf::m_MedHist}}) {
-        for (qsizetype bit = 0; bit < texts.size(); ++bit) {
-            auto const stored = std::to_string(0x80000000U | 1U << bit);
-            RunOnMembers(std::string("UPDATE profiles SET ") + column + " = " + stored);
-            QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
-                QStringList checked;
-                auto const boxes = ShowPage(sheet, page).findChildren<QCheckBox*>();
-                for (auto* const box : boxes) {
+    for (unsigned bit = 0; bit < 21; ++bit) {
+        auto const stored = std::to_string(0x80000000U | 1U << bit);
+        RunOnMembers("UPDATE profiles SET goals = " + stored + ", medical_history = " + stored);
+        QStringList checked;
+        QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
+            for (int const page : {2, 3}) {
+                for (auto* const box : ShowPage(sheet, page).findChildren<QCheckBox*>()) {
                     if (box->isChecked()) {
                         checked += box->text().remove(u'&');
                     }
                     box->click();
                 }
-                QCOMPARE(checked, QStringList{texts[bit]});
-                ClickOk(sheet);
-            }));
-            CDAOProf profile;
-            QCOMPARE(profile.FindProfile(7), 1);
-            // Of all the others; the highest one has no box.
-            QCOMPARE(profile.*mask, 0x80000000U | (((1U << texts.size()) - 1) & ~(1U << bit)));
-        }
+            }
+            ClickOk(sheet);
+        }));
+        QCOMPARE(checked, goals.mid(bit, 1) + conditions.mid(bit, 1));
+        CDAOProf profile;
+        QCOMPARE(profile.FindProfile(7), 1);
+        // All the others; those without a box stay.
+        QCOMPARE(profile.m_Goals, 0x80000000U | (0xFFU ^ 1U << bit));
+        QCOMPARE(profile.m_MedHist, 0x80000000U | (0x1FFFFFU ^ 1U << bit));
     }
 }
 
@@ -105,24 +94,23 @@ void MemberPagesTest::profileChecksInOrder()
     RunOnMembers("UPDATE members SET first_name = '', last_name = '' WHERE member_id = 7");
     auto const tomorrow = CEFOleDateTime(2026, 11, 7).Seconds();
     RunOnMembers("UPDATE profiles SET birthday = " + std::to_string(tomorrow));
-    auto const range = u"Enter an integer between 1 and 999999999. @%1"_s;
+    auto const range = u"Enter an integer between 1 and 999999999. @"_s;
     auto const taken = u"Error: %1 is already\nin use for an existing member @%2"_s;
     auto const birthday = u"Error: invalid birthday @birthdayEdit"_s;
     QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
-        Type(Edit(sheet, "workoutNumEdit"), u"0"_s);
-        for (auto const& [field, text, refusal] :
-            {std::tuple("memberIDEdit", u""_s, u"Enter an integer. @memberIDEdit"_s),
-                {"memberIDEdit", u"1000000000"_s, range.arg(u"memberIDEdit"_s)},
-                {"memberIDEdit", u"8"_s, range.arg(u"workoutNumEdit"_s)},
-                {"workoutNumEdit", u"80"_s, u"Error: enter first name @firstNameEdit"_s},
-                {"firstNameEdit", u"Bo"_s, u"Error: enter last name @lastNameEdit"_s},
-                {"lastNameEdit", u"Baker"_s, taken.arg(u"Member ID 8"_s, u"memberIDEdit"_s)},
-                {"memberIDEdit", u"7"_s, taken.arg(u"Workout ID 80"_s, u"workoutNumEdit"_s)},
-                {"workoutNumEdit", u"1007"_s, birthday}, // both are the member's own
-                {"memberIDEdit", u"999999999"_s, birthday},
-                {"workoutNumEdit", u"8"_s, birthday}, // a member ID only
-                {"birthdayEdit", u"2/29/00"_s, QString()}}) {
-            Type(Child<QWidget>(sheet, field), text);
+        for (auto const& [steps, refusal] :
+            {std::pair(u"workoutNumEdit=0 memberIDEdit="_s, u"Enter an integer. @memberIDEdit"_s),
+                {u"memberIDEdit=1000000000"_s, range + u"memberIDEdit"_s},
+                {u"memberIDEdit=8"_s, range + u"workoutNumEdit"_s},
+                {u"workoutNumEdit=80"_s, u"Error: enter first name @firstNameEdit"_s},
+                {u"firstNameEdit=Bo"_s, u"Error: enter last name @lastNameEdit"_s},
+                {u"lastNameEdit=Baker"_s, taken.arg(u"Member ID 8"_s, u"memberIDEdit"_s)},
+                {u"memberIDEdit=7"_s, taken.arg(u"Workout ID 80"_s, u"workoutNumEdit"_s)},
+                {u"workoutNumEdit=1007"_s, birthday}, // both are the member's own
+                {u"memberIDEdit=999999999"_s, birthday},
+                {u"workoutNumEdit=8"_s, birthday}, // a member ID only
+                {u"birthdayEdit=2/29/00"_s, QString()}}) {
+            Do(sheet, steps);
             QCOMPARE(desk.Ok(sheet), refusal);
         }
     }));
@@ -138,7 +126,9 @@ void MemberPagesTest::whatIsTypedAndChosenIsStored()
     auto expected = desk.Rows();
     QStringList taken;
     QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
-        Type(Edit(sheet, "memberIDEdit"), u"999999999"_s); // everything follows
+        QCOMPARE(Child<COneLineList>(sheet, "stateList").SelectedText(), u"OR"_s);
+        Do(sheet,
+            u"memberIDEdit=999999999 femaleRadio pastRadio employeeNoRadio releaseYesRadio"_s);
         for (auto const& [field, limit] : {std::pair("firstNameEdit", 12), {"middleInitEdit", 1},
                  {"lastNameEdit", 20}, {"addressEdit", 28}, {"cityEdit", 16}, {"zipEdit", 10},
                  {"phoneEdit", 14}, {"emailEdit", 32}, {"emergNameEdit", 32},
@@ -147,13 +137,7 @@ void MemberPagesTest::whatIsTypedAndChosenIsStored()
             Type(Child<QWidget>(sheet, field), typed);
             taken += typed.first(limit);
         }
-        auto& states = Child<COneLineList>(sheet, "stateList");
-        QCOMPARE(states.SelectedText(), u"OR"_s);
-        QTest::keyClicks(&states, u"TX"_s);
-        for (auto const* const radio :
-            {"femaleRadio", "pastRadio", "employeeNoRadio", "releaseYesRadio"}) {
-            Child<QRadioButton>(sheet, radio).click();
-        }
+        QTest::keyClicks(&Child<COneLineList>(sheet, "stateList"), u"TX"_s);
         ClickOk(sheet);
     }));
     taken.insert(5, u"TX"_s);
@@ -174,40 +158,28 @@ void MemberPagesTest::enrollmentChecksInOrder()
     auto const atNine = QString::number(day.Seconds() + 9 * 3600);
     RunOnMembers("UPDATE enrollments SET enroll_date = " + FromQt(atNine));
     QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
-        CEnrollUser const user(sheet);
-        QVERIFY(user.Delete(1).isVisible() && user.Delete(1).isEnabled());
-        QVERIFY(!user.Delete(2).isVisible() && !user.Delete(2).isEnabled());
-        QVERIFY(!user.List(2, "courseList").isVisible());
-        user.Choose(2, "categoryList", u"Staff"_s);
-        QVERIFY(user.Delete(2).isVisible() && user.Delete(2).isEnabled());
-        QCOMPARE(user.List(2, "courseList").currentText(), u"Wellness"_s);
-        user.Choose(2, "sectionList", u"Morning"_s); // as in the first
-        auto& expire = Child<QWidget>(sheet, "expireEdit");
-        Type(expire, u"6/6/26"_s); // the day before
+        QCOMPARE(ClassIn(sheet, 1), u"Staff|Wellness|Morning"_s);
+        QCOMPARE(ClassIn(sheet, 2), u"-||"_s);
+        Do(Box(sheet, 2), u"categoryList=Staff sectionList=Morning"_s); // as in the first
+        QCOMPARE(ClassIn(sheet, 2), u"Staff|Wellness|Morning"_s);
+        Do(sheet, u"expireEdit=6/6/26"_s); // the day before
         for (int box = 1; box <= 3; ++box) {
-            for (auto const* const name : {"reEvalSpin", "otherSpin"}) {
-                Type(user.Spin(box, name), u"100"_s);
-                QCOMPARE(desk.Ok(sheet),
-                    u"Enter an integer between 0 and 99. @%1"_s.arg(QLatin1StringView(name)));
-                QCOMPARE(sheet.focusWidget(), &user.Spin(box, name));
-                Type(user.Spin(box, name), u"99"_s);
+            for (auto const& spin : {u"reEvalSpin"_s, u"otherSpin"_s}) {
+                Do(Box(sheet, box), spin + u"=100"_s);
+                QCOMPARE(desk.Ok(sheet), u"Enter an integer between 0 and 99. @"_s + spin);
+                QVERIFY(Box(sheet, box).isAncestorOf(sheet.focusWidget()));
+                Do(Box(sheet, box), spin + u"=99"_s);
             }
         }
         QCOMPARE(
             desk.Ok(sheet), u"Error: expiration date cannot precede enrollment date @expireEdit"_s);
-        Type(expire, u"06.07.2026"_s); // the same day, though earlier than the stored hour
+        Do(sheet, u"expireEdit=06.07.2026"_s); // the same day, earlier than the stored hour
         QCOMPARE(desk.Ok(sheet), kSameClass);
 
-        user.Choose(2, "sectionList", u"Evening"_s);
-        user.Choose(3, "categoryList", u"Students"_s);
-        user.Choose(3, "categoryList", QString());
-        QVERIFY(!user.Delete(3).isVisible() && !user.List(3, "courseList").isVisible());
-        user.Choose(2, "gradeList", u"Withdrawn"_s);
-        Child<QRadioButton>(user.Box(2), "orientYesRadio").click();
-        Type(user.Spin(2, "otherSpin"), u"7"_s);
-        Choose(Child<CDropDown>(sheet, "periodList"), 1);
-        Child<QRadioButton>(sheet, "incentiveNoRadio").click();
-        QCOMPARE(desk.Ok(sheet), QString());
+        Do(Box(sheet, 3), u"categoryList=Students categoryList="_s);
+        QCOMPARE(ClassIn(sheet, 3), u"-||"_s);
+        Do(Box(sheet, 2), u"sectionList=Evening gradeList=Withdrawn orientYesRadio otherSpin=7"_s);
+        Do(sheet, u"periodList=1 incentiveNoRadio OK"_s);
     }));
     QCOMPARE(desk.Rows({u"enrollments"_s, u"classes"_s}),
         (QStringList{u"enrollments: 7|%1|%2|1|0"_s.arg(atNine).arg(day.Seconds()),
@@ -232,9 +204,9 @@ void MemberPagesTest::slotsHoldDifferentClasses()
              {{none, pe, pe}, kSameClass}, {{pe, gone, goneToo}, QString()}}) {
         desk.Edit(7, [&](QDialog& sheet) {
             sheet.findChild<CMemberEnrollPg*>()->m_lstSlots = classes;
-            CEnrollUser const user(sheet);
+            auto const& first = Box(sheet, 1);
             QCOMPARE(desk.Ok(sheet), refusal);
-            QVERIFY(refusal.isEmpty() || sheet.focusWidget() == &user.List(1, "categoryList"));
+            QVERIFY(refusal.isEmpty() || first.isAncestorOf(sheet.focusWidget()));
             sheet.reject();
         });
     }
@@ -248,42 +220,38 @@ void MemberPagesTest::deletesAClassAtOnceOrNotAtAll()
     desk.m_doc.OnNewDocument();
     AddClass(7, 4, "'staff', '', ''"); // the same index, which stays taken; shown as the first
     auto& messages = desk.m_messages;
-    // What is said when the user asks to delete the class of a box, and answers like that.
-    auto const toDelete = [&](CEnrollUser const& user, int box, QList<bool> const& answers) {
+    // What is said when the user asks to delete the class of a box, and answers like that; then
+    // the classes that are stored.
+    auto const toDelete = [&](QDialog const& sheet, int box, QList<bool> const& answers) {
         auto const before = messages.Messages().size();
         messages.AnswerNext(answers);
-        user.Delete(box).click();
+        Do(Box(sheet, box), u"deleteButton"_s);
         [&] { QVERIFY(desk.m_doc.m_setCls.IsEOF() != 0); }();
-        return messages.Texts().sliced(before);
+        return messages.Texts().sliced(before)
+            + QStringList{QString::number(CDAOCls().FindClasses(7))};
     };
-    QStringList const questions{
-        u"Are you sure you want to delete\nthe class: Staff Wellness Morning?"_s,
-        u"Do you want to permanently delete the member's\nworkout, evaluation, and body "
-        "composition data\nthat have been recorded for the class?"_s};
+    auto const sure = u"Are you sure you want to delete\nthe class: Staff Wellness Morning?"_s;
+    auto const withData = u"Do you want to permanently delete the member's\nworkout, evaluation, "
+                          "and body composition data\nthat have been recorded for the class?"_s;
     QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
-        CEnrollUser const user(sheet);
-        QCOMPARE(toDelete(user, 1, {}), questions.first(1));
+        QCOMPARE(toDelete(sheet, 1, {}), (QStringList{sure, u"2"_s}));
         RunOnMembers("CREATE TRIGGER no_deletion BEFORE DELETE ON classes "
                      "BEGIN SELECT RAISE(ABORT, 'refused'); END");
-        QCOMPARE(toDelete(user, 1, {true, true}),
-            questions
-                + QStringList{u"Error: the class was not deleted.\n"
-                              "The member's data are as they were before."_s});
+        QCOMPARE(toDelete(sheet, 1, {true, true}),
+            (QStringList{sure, withData,
+                u"Error: the class was not deleted.\nThe member's data are as they were before."_s,
+                u"2"_s}));
         QVERIFY(!messages.Messages().constLast().m_strDetail.isEmpty());
-        QVERIFY(user.Delete(1).isVisible());
-        QCOMPARE(CDAOCls().FindClasses(7), 2);
+        QCOMPARE(ClassIn(sheet, 1), u"Staff|Wellness|Morning"_s);
         RunOnMembers("DROP TRIGGER no_deletion");
 
-        Type(user.Spin(1, "otherSpin"), u"77"_s);
-        QCOMPARE(toDelete(user, 1, {true, false}), questions);
-        QCOMPARE(CDAOCls().FindClasses(7), 1);
-        QVERIFY(!user.Delete(1).isVisible());
-        QCOMPARE(sheet.focusWidget(), &user.List(1, "categoryList"));
-        QCOMPARE(user.List(1, "categoryList").currentText(), QString());
-        user.Choose(1, "categoryList", u"Staff"_s); // the same names, but no longer stored
-        QCOMPARE(toDelete(user, 1, {}), QStringList());
-        QCOMPARE(toDelete(user, 2, {true, false}).size(), 2);
-        QCOMPARE(CDAOCls().FindClasses(7), 0);
+        Do(Box(sheet, 1), u"otherSpin=77"_s);
+        QCOMPARE(toDelete(sheet, 1, {true, false}), (QStringList{sure, withData, u"1"_s}));
+        QCOMPARE(sheet.focusWidget(), &Child<QWidget>(Box(sheet, 1), "categoryList"));
+        QCOMPARE(ClassIn(sheet, 1), u"-||"_s);
+        Do(Box(sheet, 1), u"categoryList=Staff"_s); // the same names, but no longer stored
+        QCOMPARE(toDelete(sheet, 1, {}), QStringList{u"1"_s});
+        QCOMPARE(toDelete(sheet, 2, {true, false}).constLast(), u"0"_s);
         QCOMPARE(desk.Ok(sheet), QString()); // without a question about the deletions
     }));
     for (auto const& message : messages.Messages()) {
@@ -295,7 +263,7 @@ void MemberPagesTest::deletesAClassAtOnceOrNotAtAll()
 
     RunOnMembers("UPDATE workouts SET class_index = 5");
     desk.Edit(7, [&](QDialog& sheet) {
-        QCOMPARE(toDelete(CEnrollUser(sheet), 1, {true, true}), questions);
+        QCOMPARE(toDelete(sheet, 1, {true, true}), (QStringList{sure, withData, u"0"_s}));
         ClickCancel(sheet); // does not bring the class back
     });
     QCOMPARE(desk.Rows({u"classes"_s, u"workouts"_s}), QStringList());
@@ -307,12 +275,7 @@ void MemberPagesTest::classesAreStoredAsTheyAreShown()
     RunOnMembers("UPDATE classes SET category = 'staff', course = '', section = ''");
     AddClass(7, 5, "'Stud', 'Yoga', CAST(x'44ff' AS TEXT)"); // of which a byte cannot be shown
     AddClass(7, 6, "'', 'Odd', ''");
-    QVERIFY(desk.Edit(7, [](QDialog& sheet) {
-        for (int const page : {1, 0, 1}) {
-            ShowPage(sheet, page);
-        }
-        ClickOk(sheet);
-    }));
+    QVERIFY(desk.Edit(7, Steps(u"@1 @0 @1 OK"_s)));
     QCOMPARE(desk.Rows({u"classes"_s}),
         (QStringList{u"classes: 7|4|Staff|Wellness|Morning|1|1|2|3"_s,
             u"classes: 7|5|Students|Yoga|D\u00ff|1|1|2|3"_s}));

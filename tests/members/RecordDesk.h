@@ -9,16 +9,16 @@
 #include <cerrno>
 
 /// The page of a sheet that is shown; of other forms all of it.
-inline QWidget const& Page(QDialog const& form)
+inline QWidget const& Page(QWidget const& form)
 {
     auto const* const tabs = form.findChild<QTabWidget*>(QStringLiteral("tabs"));
-    return tabs != nullptr ? *tabs->currentWidget() : static_cast<QWidget const&>(form);
+    return tabs != nullptr ? *tabs->currentWidget() : form;
 }
 
 /// Steps of the user on the page that is shown: types into a field ("wristEdit=7"), chooses the
-/// entry of a list ("classList=2"), goes to another page ("@1"), presses a button ("okYesRadio") or
-/// one of the form's own ("OK", "Cancel").
-inline void Do(QDialog const& form, QString const& steps)
+/// entry of a list ("classList=2", "categoryList=Staff"), goes to another page ("@1"), presses a
+/// button ("okYesRadio") or one of the form's own ("OK", "Cancel").
+inline void Do(QWidget const& form, QString const& steps)
 {
     for (auto const& step : steps.split(u' ', Qt::SkipEmptyParts)) {
         auto const name = step.section(u'=', 0, 0).toLatin1();
@@ -32,7 +32,8 @@ inline void Do(QDialog const& form, QString const& steps)
         } else {
             auto& field = Child<QWidget>(Page(form), name);
             if (auto* const box = qobject_cast<QComboBox*>(&field)) {
-                Choose(*box, text.toInt());
+                int const entry = box->findText(text);
+                Choose(*box, entry >= 0 ? entry : text.toInt());
             } else if (auto* const list = qobject_cast<QListWidget*>(&field)) {
                 list->setCurrentRow(text.toInt());
             } else {

@@ -21,7 +21,6 @@ private Q_SLOTS:
     void cleanup() { m_window.reset(); }
     void loadsWhatIsOpenedAndCanBeRead();
     void ordersByTextAndBearsHostileRows();
-    void actsOnceMembersAreLoaded();
     void refreshReloadsWhatChanged();
     void whatIsInSightStaysThere();
     void editsDeletesAndSumsUp();
@@ -29,8 +28,9 @@ private Q_SLOTS:
     void indexesFollowTheirNodes();
 
 private:
-    void UseNode(QString const& path, QString const& edited, QString const& deleted);
-    void LookAtTip(QString const& path, QString const& tip);
+    /// Double clicks, Enter and Delete on a node ask for the target, whose date ends the path; a
+    /// member is opened instead of edited. Then its summary.
+    void Use(QString const& path, QString const& target, QString const& tip);
 };
 
 void MemberTreeTest::loadsWhatIsOpenedAndCanBeRead()
@@ -103,42 +103,25 @@ void MemberTreeTest::ordersByTextAndBearsHostileRows()
     QCOMPARE(Children().size(), 11); // loaded anew
 }
 
-void MemberTreeTest::actsOnceMembersAreLoaded()
-{
-    Open();
-    QCOMPARE(Children(), QStringList{u"None Found"_s});
-    StoreAnn();
-    QVERIFY(Tree().AddMemberNode(5)); // takes the place of "None Found"
-    Open(kAnn);
-    UseNode(kProfile, {}, {});
-    LookAtTip(kProfile, {});
-    Tree().collapse(Node());
-    Open(kAnn);
-    QCOMPARE(Children(), QStringList{kAnn});
-    UseNode(kProfile, u"-10 5"_s, u"-10 5"_s);
-}
-
 void MemberTreeTest::refreshReloadsWhatChanged()
 {
     StoreAnn();
     StoreMember(6, "Baker");
     QVERIFY(!Tree().RefreshMemberNode(5, kWorkoutsNode, 0)); // not loaded, so not shown
-    auto const shownAfter = [&](CTreeNode kind) {
+    QString shown; // the branches and their records after each refresh
+    for (auto const kind : {TreeNodeOf(CDAOWk()), TreeNodeOf(CDAOEval()),
+             TreeNodeOf(CDAOBodyComp()), kNoneFoundNode, TreeNodeOf(CDAOMem())}) {
         for (auto const& branch : kBranches) {
             Open(branch);
         }
         StoreRecords(5, CEFOleDateTime(2026, 11, -kind));
-        auto shown = Tree().RefreshMemberNode(5, kind, 0) ? QString() : u"unknown"_s;
+        QVERIFY(Tree().RefreshMemberNode(5, kind, 0));
+        shown += u' ';
         for (auto const& branch : kBranches) {
             shown += (IsOpen(branch) ? u'+' : u'-') + QString::number(Children(branch).size());
         }
-        return shown;
-    };
-    QCOMPARE(shownAfter(TreeNodeOf(CDAOWk())), u"-0+2+2"_s);
-    QCOMPARE(shownAfter(TreeNodeOf(CDAOEval())), u"+3-0+2"_s);
-    QCOMPARE(shownAfter(TreeNodeOf(CDAOBodyComp())), u"+3+4-0"_s);
-    QCOMPARE(shownAfter(kNoneFoundNode), u"+3+4+5"_s);
-    QCOMPARE(shownAfter(TreeNodeOf(CDAOMem())), u"-0-0-0"_s);
+    }
+    QCOMPARE(shown, u" -0+2+2 +3-0+2 +3+4-0 +3+4+5 -0-0-0"_s);
     QCOMPARE(TreeNodeOf(CDAOSmEval()), kEvaluationsNode);
 
     auto const young = u"Young, Ann B"_s;
@@ -193,7 +176,13 @@ void MemberTreeTest::whatIsInSightStaysThere()
 
 void MemberTreeTest::editsDeletesAndSumsUp()
 {
+    Open();
+    QCOMPARE(Children(), QStringList{u"None Found"_s});
     StoreAnn();
+    QVERIFY(Tree().AddMemberNode(5)); // takes the place of "None Found"
+    Open(kAnn);
+    Use(kProfile, {}, {}); // before the members are loaded
+    Tree().collapse(Node());
     StoreMember(6, "Baker", {}, {}, 0);
     RunOnMembers("INSERT INTO enrollments (member_id, enroll_date, expire_date, period, incentive)"
                  " SELECT 5, 0, check_in, 0, 0 FROM workouts WHERE check_out > check_in + 1000");
@@ -201,35 +190,39 @@ void MemberTreeTest::editsDeletesAndSumsUp()
     for (auto const& branch : kBranches + QStringList{u"Baker, |Workouts"_s}) {
         Open(branch);
     }
+    QCOMPARE(Children(), (QStringList{kAnn, u"Baker, "_s}));
     auto const ann = u"ID: 5, Status: Current, Expiration: 12/31/2025"_s;
-    // What double click and Enter on a node ask for, what Delete does, and its summary.
-    std::vector<std::array<QString, 4>> nodes{{}, {kAnn, {}, u"-10 5"_s, ann},
-        {kProfile, u"-10 5"_s, u"-10 5"_s, ann}, {kWorkouts},
-        {u"Baker, "_s, {}, u"-10 6"_s, u"ID: 6, Status: Past, Expiration: 12/30/1899"_s},
-        {u"Baker, |Workouts|None Found"_s}};
-    auto const add = [&](QString const& branch, int code, QString const& date, QString const& tip) {
-        auto const target = u"%1 5 %2"_s.arg(code).arg(date);
-        nodes.push_back({branch + u'|' + date, target, target, tip});
-    };
-    add(kWorkouts, -9, kOlderText, u"Total Minutes: 45, Status: OK"_s);
-    add(kWorkouts, -9, kNewerText, u"Total Minutes: 9, Status: Not OK"_s);
-    add(kWorkouts, -9, u"Invalid DateTime"_s, {});
-    add(kEvaluations, -8, kOlderText, u"Resting HR: 62, BP: 121/79, Wt: 180"_s);
-    add(kEvaluations, -8, kNewerText, u"Resting HR: 62, BP: 121/79, Wt: 0"_s);
-    add(kBodyComps, -7, kOlderText, u"Body Fat%: 21.46, Wt: 180"_s);
-    add(kBodyComps, -7, kNewerText, u"Body Fat%: -4.00, Wt: 0"_s);
-    for (auto const& [path, edited, deleted, tip] : nodes) {
-        UseNode(path, edited, deleted);
-        LookAtTip(path, tip);
+    QString const member = u"-10 5 "_s, wk = u"-9 5 "_s, eval = u"-8 5 "_s, comp = u"-7 5 "_s;
+    QString const older = u'|' + kOlderText, newer = u'|' + kNewerText;
+    using CRow = std::array<QString, 3>;
+    for (auto const& [path, target, tip] :
+        {CRow{}, {kAnn, member, ann}, {kProfile, member, ann}, {kWorkouts},
+            {u"Baker, "_s, u"-10 6 "_s, u"ID: 6, Status: Past, Expiration: 12/30/1899"_s},
+            {u"Baker, |Workouts|None Found"_s},
+            {kWorkouts + older, wk, u"Total Minutes: 45, Status: OK"_s},
+            {kWorkouts + newer, wk, u"Total Minutes: 9, Status: Not OK"_s},
+            {kWorkouts + u"|Invalid DateTime"_s, wk},
+            {kEvaluations + older, eval, u"Resting HR: 62, BP: 121/79, Wt: 180"_s},
+            {kEvaluations + newer, eval, u"Resting HR: 62, BP: 121/79, Wt: 0"_s},
+            {kBodyComps + older, comp, u"Body Fat%: 21.46, Wt: 180"_s},
+            {kBodyComps + newer, comp, u"Body Fat%: -4.00, Wt: 0"_s}}) {
+        Use(path, target, tip);
     }
     RunOnMembers("DELETE FROM members");
-    LookAtTip(kProfile, {});
-    LookAtTip(kWorkouts + u'|' + kOlderText, {});
+    Use(kProfile, member, {});
+    Use(kWorkouts + older, wk, {});
 }
 
-void MemberTreeTest::UseNode(QString const& path, QString const& edited, QString const& deleted)
+void MemberTreeTest::Use(QString const& path, QString const& target, QString const& tip)
 {
     auto const node = Node(path);
+    auto const asked = (target + path.section(u'|', 2)).trimmed();
+    int const edits = target.isEmpty() || !path.contains(u'|') ? 0 : 3;
+    auto const isShown = [this](QString const& text) {
+        return QToolTip::isVisible() == !text.isEmpty() && QToolTip::text() == text
+            && m_window->statusBar()->currentMessage() == text
+            && Tree().accessibleDescription() == text;
+    };
     m_window->m_lstAsked = {path};
     for (bool const open : {false, true}) {
         Tree().setExpanded(node, open);
@@ -242,20 +235,9 @@ void MemberTreeTest::UseNode(QString const& path, QString const& edited, QString
     Press(Qt::Key_Return);
     Press(Qt::Key_Delete);
     QCOMPARE(m_window->m_lstAsked,
-        QStringList{path} + QStringList(edited.isEmpty() ? 0 : 3, u"Edit "_s + edited)
-            + QStringList(deleted.isEmpty() ? 0 : 1, u"Delete "_s + deleted));
-}
-
-void MemberTreeTest::LookAtTip(QString const& path, QString const& tip)
-{
-    auto const node = Node(path);
-    auto const isShown = [this](QString const& text) {
-        return QToolTip::isVisible() == !text.isEmpty() && QToolTip::text() == text
-            && m_window->statusBar()->currentMessage() == text
-            && Tree().accessibleDescription() == text;
-    };
+        QStringList{path} + QStringList(edits, u"Edit "_s + asked)
+            + QStringList(target.isEmpty() ? 0 : 1, u"Delete "_s + asked));
     QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {}, {});
-    Tree().setCurrentIndex(node);
     QCoreApplication::sendEvent(Tree().viewport(), &menuKey);
     QVERIFY2(isShown(tip), qPrintable(path));
     Tree().setCurrentIndex(node.siblingAtRow(node.row() == 0 ? 1 : 0)); // takes it away
@@ -274,16 +256,16 @@ void MemberTreeTest::keysGoOpenAndFind()
     StoreAnn();
     StoreMember(6, "Baker", "Al");
     StoreMember(7, "Baker-Cy", "Di");
+    auto const root = u"Members"_s;
     Tree().setCurrentIndex(Node());
-    Press(Qt::Key_Asterisk); // for everything below it would load every record of the centre
-    QVERIFY(IsOpen() && !IsOpen(kAnn));
-    std::vector<std::pair<Qt::Key, QString>> const keys{{Qt::Key_Down, kAnn}, {Qt::Key_Plus, kAnn},
-        {Qt::Key_Right, u"Body Compositions"_s}, {Qt::Key_Left, kAnn}, {Qt::Key_End, cy},
-        {Qt::Key_Up, al}, {Qt::Key_Up, u"Workouts"_s}, {Qt::Key_Left, kAnn}, {Qt::Key_Left, kAnn},
-        {Qt::Key_Down, al}, {Qt::Key_Home, u"Members"_s}, {Qt::Key_PageDown, cy},
-        {Qt::Key_PageUp, u"Members"_s}, {Qt::Key_Minus, u"Members"_s}, {Qt::Key_Down, u"Members"_s},
-        {Qt::Key_Plus, u"Members"_s}, {Qt::Key_Down, kAnn}};
-    for (auto const& [key, current] : keys) {
+    // "*" would load every record of the centre if it opened everything below.
+    for (auto const& [key, current] :
+        {std::pair(Qt::Key_Asterisk, root), {Qt::Key_End, cy}, {Qt::Key_Home, root},
+            {Qt::Key_Down, kAnn}, {Qt::Key_Plus, kAnn}, {Qt::Key_Right, u"Body Compositions"_s},
+            {Qt::Key_Left, kAnn}, {Qt::Key_End, cy}, {Qt::Key_Up, al}, {Qt::Key_Up, u"Workouts"_s},
+            {Qt::Key_Left, kAnn}, {Qt::Key_Left, kAnn}, {Qt::Key_Down, al}, {Qt::Key_Home, root},
+            {Qt::Key_PageDown, cy}, {Qt::Key_PageUp, root}, {Qt::Key_Minus, root},
+            {Qt::Key_Down, root}, {Qt::Key_Plus, root}, {Qt::Key_Down, kAnn}}) {
         Press(key);
         QCOMPARE(Current(), current);
         QVERIFY(Tree().selectionModel()->isSelected(Tree().currentIndex()));
@@ -300,7 +282,7 @@ void MemberTreeTest::keysGoOpenAndFind()
     QVERIFY(IsOpen());
     Tree().setCurrentIndex(First(Node(cy)));
     ClickButton(Node());
-    QCOMPARE(Current(), u"Members"_s); // closed with the current one in it
+    QCOMPARE(Current(), root); // closed with the current one in it
 }
 
 /// Random changes of a model by itself.
@@ -316,28 +298,28 @@ void MemberTreeTest::indexesFollowTheirNodes()
         int const id = 1 + pick(16);
         int const what = pick(4);
         auto const name = u"%1%2"_s.arg(QChar(u"aBbA"[pick(4)])).arg(pick(3));
-        if (!members.contains(id)) {
+        auto member = members.extract(id);
+        if (member.empty()) {
             model.AddMembers({{id, name}});
             members[id] = {model.Branch(id, kWorkoutsNode), name};
         } else if (what == 0) {
             QVERIFY(model.RemoveMember(id));
-            members.erase(id);
         } else if (what == 1) {
-            auto member = members.extract(id);
             member.key() = 1 + pick(16);
             member.mapped().second = name;
             model.ChangeMember(id, {member.key(), name});
             members.erase(member.key());
             members.insert(std::move(member));
         } else {
-            model.SetRecords(members[id].first, std::vector(1 + std::size_t(pick(3)), name));
+            model.SetRecords(member.mapped().first, std::vector(1 + std::size_t(pick(3)), name));
+            members.insert(std::move(member));
         }
         QCOMPARE(model.rowCount(model.Root()), static_cast<int>(members.size()));
-        for (auto const& [memberID, member] : members) {
-            auto const node = member.first.parent();
+        for (auto const& [memberID, kept] : members) {
+            auto const node = kept.first.parent();
             QCOMPARE(node, model.Member(memberID));
             QCOMPARE(model.MemberIDOf(node), memberID);
-            QCOMPARE(node.data().toString(), member.second);
+            QCOMPARE(node.data().toString(), kept.second);
         }
     }
     QVERIFY(!model.RemoveMember(17));

@@ -347,8 +347,8 @@ public:
         for (auto const operation : {0U, 2U}) {
             double const plain = Median(m_times[operation]);
             double const ours = Median(m_times[operation + 1]);
-            std::printf("| %s a %s | %.3f ms | %.3f ms | %.2f |\n",
-                operation == 0 ? "load" : "save", what, plain, ours, ours / plain);
+            std::printf("| %s %s | %.3f ms | %.3f ms | %.2f |\n", operation == 0 ? "load" : "save",
+                what, plain, ours, ours / plain);
         }
     }
 
@@ -410,7 +410,7 @@ void MeasureWorkouts(int count, int repetitions)
             },
             [&] { Require(editor.Save() == CSaveOutcome::saved); }});
     }
-    times.Print("workout");
+    times.Print("a workout");
 }
 
 void MeasureBodyComps(int count, int repetitions)
@@ -437,7 +437,7 @@ void MeasureBodyComps(int count, int repetitions)
                 },
                 [&] { Require(editor.Save() == CSaveOutcome::saved); }});
     }
-    times.Print("body composition");
+    times.Print("a body composition");
 }
 
 void MeasureEvaluations(int count, int repetitions)
@@ -461,7 +461,7 @@ void MeasureEvaluations(int count, int repetitions)
             },
             [&] { Require(editor.Save() == CSaveOutcome::saved); }});
     }
-    times.Print("evaluation");
+    times.Print("an evaluation");
 }
 
 } // namespace
@@ -473,12 +473,13 @@ int main(int argc, char** argv)
     int const repetitions = bench.IsQuick() ? 3 : 501;
     CBenchCentre const centre({DataFile::center, DataFile::member});
     StoreMembers(most);
+    std::printf("%d members\n\n| what | raw | editor | ratio |\n|---|---:|---:|---:|\n", most);
+    MeasureMembers("a member with three classes", 2, most, repetitions);
+    MeasureMembers("a member with one class", 1, most, repetitions);
+    // Only now: with records, a free class index costs looking through a member's.
     StoreWorkouts();
     StoreBodyComps();
     StoreEvaluations();
-    std::printf("%d members\n\n| what | raw | editor | ratio |\n|---|---:|---:|---:|\n", most);
-    MeasureMembers("member with three classes", 2, most, repetitions);
-    MeasureMembers("member with one class", 1, most, repetitions);
     MeasureWorkouts(most, repetitions);
     MeasureBodyComps(most, repetitions);
     MeasureEvaluations(most, repetitions);

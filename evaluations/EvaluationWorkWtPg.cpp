@@ -9,6 +9,7 @@
 #include "ui/NumberRows.h"
 #include "ui/WaitCursor.h"
 
+#include <QLineEdit>
 #include <QPushButton>
 
 #include <algorithm>

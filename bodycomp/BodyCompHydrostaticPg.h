@@ -34,7 +34,7 @@ private:
         QRadioButton& m_first;
         QRadioButton& m_other;
         bool& m_bFirst;
-        double (*m_fnToOther)(double);
+        double (*m_fnToOther)(double) = nullptr;
         CUsual m_usual;
         std::optional<double> m_last;
     };

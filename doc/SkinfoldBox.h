@@ -35,6 +35,6 @@ private:
 
     bool m_bMale = false;
     QGridLayout* m_pGrid;
-    std::array<QRadioButton*, 3> m_lstSites; ///< for three, four and seven
-    std::array<QLineEdit*, 7> m_lstEdits; ///< in the order of kSkinfoldSites
+    std::array<QRadioButton*, 3> m_lstSites = {}; ///< for three, four and seven
+    std::array<QLineEdit*, 7> m_lstEdits = {}; ///< in the order of kSkinfoldSites
 };

@@ -14,9 +14,9 @@ class QWidget;
 /// One of the rows of a form that repeat: a label and a field for a number.
 struct CNumberRow
 {
-    QLabel* m_pLabel;
-    QLineEdit* m_pEdit; ///< right-aligned; with spin buttons it stands in m_pSpin
-    CSpinField* m_pSpin; ///< null without spin buttons
+    QLabel* m_pLabel = nullptr;
+    QLineEdit* m_pEdit = nullptr; ///< right-aligned; with spin buttons it stands in m_pSpin
+    CSpinField* m_pSpin = nullptr; ///< null without spin buttons
     int m_nGridRow = 0; ///< place of the label in the grid
     int m_nGridColumn = 0;
 };

@@ -35,7 +35,6 @@ public:
     /// Those made at that second.
     int FindBodyComps(std::int32_t memberID, CEFOleDateTime const& when);
 
-
     /// Display texts; empty for a number that is none of the enumeration.
     static char const* GetActLevelStr(actlevel level);
     static char const* GetActLevelStrAbbr(actlevel level);

@@ -80,8 +80,8 @@ public:
     /// The full path of the file that holds the table.
     virtual std::string GetDefaultDBName() const;
 
-    /// The key of the current row, empty while there is none: the row's own for good, since keys are
-    /// never given out twice.
+    /// The key of the current row, empty while there is none: the row's own for good, since keys
+    /// are never given out twice.
     std::optional<std::int64_t> CurrentKey() const;
     /// Sets every field to no value: 0, "" or the zero date.
     void ClearFields();

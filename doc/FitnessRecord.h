@@ -8,10 +8,8 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 
 class CCorvanaDoc;
-class CDAOEFSet;
 
 /// What evaluations and body compositions need to know of a member.
 struct CMemberFacts

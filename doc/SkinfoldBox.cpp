@@ -30,7 +30,6 @@ CSkinfoldBox::CSkinfoldBox(QWidget* parent)
         auto* const button = new QRadioButton(text, this);
         button->setObjectName(QLatin1StringView(name));
         connect(button, &QRadioButton::toggled, this, &CSkinfoldBox::ApplySites);
-        connect(button, &QRadioButton::clicked, this, &CSkinfoldBox::SitesChosen);
         buttons->addWidget(button);
         m_lstSites[i++] = button;
     }

@@ -26,10 +26,6 @@ public:
     void ShowSites(CSkinfolds const& folds);
     int Sites() const; ///< 3, 4 or 7
 
-Q_SIGNALS:
-    /// The user chose another number of sites.
-    void SitesChosen();
-
 private:
     void ApplySites();
 

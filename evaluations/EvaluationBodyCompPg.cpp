@@ -19,7 +19,6 @@ CEvaluationBodyCompPg::CEvaluationBodyCompPg(CEvaluationRecord& record, QWidget*
     AddFieldNote(*m_ui->fatLayout, *m_ui->percentFatEdit, kDecimals, CUsual{4, 45},
         m_record.Last(&CEvaluationValues::m_dPercentFat));
     SetBasisLabel(*m_ui->basisLabel);
-    connect(m_ui->skinfoldBox, &CSkinfoldBox::SitesChosen, m_ui->basisLabel, &QLabel::clear);
     connect(m_ui->calculateButton, &QPushButton::clicked, this, &CEvaluationBodyCompPg::Calculate);
 }
 

@@ -10,8 +10,6 @@
 #include "evaluations/EvaluationTrainingRgPg.h"
 #include "evaluations/EvaluationWorkWtPg.h"
 #include "store/sets/SetCloser.h"
-#include "ui/Convert.h"
-#include "ui/Messages.h"
 #include "ui/WaitCursor.h"
 #include "ui/WaitDlg.h"
 
@@ -25,6 +23,13 @@ CRecordCommands CommandsOf(CCorvanaDoc& doc)
             return doc.m_setEval.FindEvals(memberID, date);
         },
         CCorvanaDoc::tr("evaluation"), CCorvanaDoc::tr("evaluations")};
+}
+
+bool Load(CCorvanaDoc& doc, CEvaluationEditor& editor)
+{
+    CWaitCursor const waitCursor;
+    CWaitDlg const wait(CCorvanaDoc::tr("Loading data, please wait..."), doc.Window());
+    return editor.Load();
 }
 
 void AddPages(CPropertySheet& sheet, CCorvanaDoc& doc, CEvaluationRecord& record)
@@ -45,24 +50,16 @@ bool CCorvanaDoc::AddEditEvaluation(CDAOEval* set)
     if (memberID == 0) {
         return false;
     }
-    std::optional<CWaitCursor> waitCursor(std::in_place);
-    std::optional<CWaitDlg> wait(std::in_place, tr("Loading data, please wait..."), Window());
     CEvaluationRecord record;
     record.m_member.m_lMemberID = memberID;
     CEvaluationEditor editor(*this, record, set != nullptr ? set->m_lEvalID : 0);
-    bool const isRead = editor.Load();
-    CPropertySheet sheet((set != nullptr ? tr("Edit Evaluation for Member ID %1")
-                                         : tr("Add Evaluation for Member ID %1"))
-                             .arg(memberID),
-        Window());
-    AddPages(sheet, *this, record);
-    wait.reset();
-    waitCursor.reset();
-    if (!isRead) {
-        Tell(Window(), tr("Error: the evaluation could not be read."), CMessageIcon::exclamation,
-            ToQt(editor.Status().Text()));
-        return false;
+    if (!Load(*this, editor)) {
+        return Fail(tr("Error: the evaluation could not be read."), editor.Status());
     }
+    auto const caption = set != nullptr ? tr("Edit Evaluation for Member ID %1")
+                                        : tr("Add Evaluation for Member ID %1");
+    CPropertySheet sheet(caption.arg(memberID), Window());
+    AddPages(sheet, *this, record);
     sheet.SetFinish([&] {
         return SaveForm(
             sheet, tr("evaluation"), tr("Saving evaluation data, please wait..."), editor);

@@ -209,6 +209,7 @@ COptionalDateField::COptionalDateField(QWidget* parent)
     layout->addWidget(m_pCheck);
     layout->addWidget(m_pField, 1);
     setFocusProxy(m_pCheck);
+    setFocusPolicy(m_pCheck->focusPolicy()); // the key of a label goes to nothing without one
     m_pField->setEnabled(false);
     m_pField->SetWayOut(m_pCheck);
     connect(m_pCheck, &QCheckBox::toggled, m_pField, &QWidget::setEnabled);

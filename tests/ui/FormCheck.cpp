@@ -58,6 +58,12 @@ void CheckMnemonics(CWidgets const& widgets, QStringList& faults)
 {
     QMap<QKeySequence, QString> owners;
     for (auto const* const widget : widgets) {
+        auto const* const label = qobject_cast<QLabel const*>(widget);
+        if (label != nullptr && label->buddy() != nullptr
+            && label->buddy()->focusPolicy() == Qt::NoFocus
+            && !QKeySequence::mnemonic(label->text()).isEmpty()) {
+            faults += u"'%1' leads nowhere"_s.arg(label->text());
+        }
         auto const texts = MnemonicTexts(widget);
         for (auto const& text : texts) {
             auto const key = QKeySequence::mnemonic(text);

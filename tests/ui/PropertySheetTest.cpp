@@ -143,17 +143,19 @@ void PropertySheetTest::formCheckFindsFaults()
 {
     QWidget form;
     QLabel label(u"&Name"_s, &form), again(u"&Name"_s, &form), cut(u"A text that is cut"_s, &form);
+    QLabel nowhere(u"&To"_s, &form);
     QLineEdit lower(&form), upper(&form);
     QPushButton const silent(&form);
     label.setBuddy(&lower);
     again.setBuddy(&lower);
+    nowhere.setBuddy(&cut);
     lower.move(0, 100);
     cut.setFixedWidth(10);
     form.show();
     QCOMPARE(FaultsOf(form),
         (QStringList{u"the window has no title"_s, u"Alt+N stands in '&Name' and in '&Name'"_s,
-            u"QLabel is cut"_s, u"QLineEdit has no label"_s, u"QPushButton has no text"_s,
-            u"Tab jumps from QLineEdit to QLineEdit"_s}));
+            u"'&To' leads nowhere"_s, u"QLabel is cut"_s, u"QLineEdit has no label"_s,
+            u"QPushButton has no text"_s, u"Tab jumps from QLineEdit to QLineEdit"_s}));
 }
 
 static CTestEntryOf<PropertySheetTest> const g_entry;

@@ -13,6 +13,7 @@
 #include <QRegularExpressionValidator>
 #include <QTextDocument>
 
+#include <algorithm>
 #include <charconv>
 
 using namespace Qt::StringLiterals;
@@ -53,6 +54,18 @@ bool TakeWhole(QWidget& field, QString const& text, CRange<std::int32_t> range, 
     }
     value = number;
     return true;
+}
+
+/// What is pasted into a line may hold the ends of lines and tabs that came with it, which show as
+/// blanks: at the ends they go, within they become what they look like.
+QString Line(QString text)
+{
+    auto const isBlank = [](QChar c) { return c.category() == QChar::Other_Control; };
+    if (std::ranges::any_of(text, isBlank)) {
+        std::ranges::replace_if(text, isBlank, u' ');
+        return text.trimmed();
+    }
+    return text;
 }
 
 /// The place of the text among the count that textAt gives, else of the first that begins with it;
@@ -104,7 +117,7 @@ void ShowText(QPlainTextEdit& field, std::string const& value)
 
 std::string TakeText(QLineEdit const& field, std::string const& shown)
 {
-    return field.isModified() ? FromQt(field.text()) : shown;
+    return field.isModified() ? FromQt(Line(field.text())) : shown;
 }
 
 std::string TakeText(QPlainTextEdit const& field, std::string const& shown)

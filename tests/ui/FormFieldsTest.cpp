@@ -88,6 +88,10 @@ void FormFieldsTest::everyKindIsShownTakenAndCommitted()
         CEFOleDateTime(2025, 3, 4), "Berta", "c", "AL", 999, 7, 70.5, true, false, 3, 1};
     QVERIFY(form.Values() == typed);
 
+    form.m_name.clear();
+    form.m_name.insert(u"A\tb\r\n"_s); // as from a cell of a table
+    QVERIFY(form.m_fields.Take());
+    QCOMPARE(form.m_fields.Taken(form.m_strName), "A b"s);
     form.m_bKnown.reset(); // shown again, as after a calculation
     form.m_dWeight = 80.0;
     form.m_fields.Show();

@@ -88,6 +88,7 @@ public:
     /// Deletes a member with all that hangs on it after asking, or with ID 0 the one whose ID is
     /// entered; true when deleted. Without an expiration text the question shows the stored date.
     bool DeleteMember(std::int32_t memberID, QString const& expiration);
+    /// Asks which members to look for and shows those that are found.
     void FindMembers();
 
     // Records of members. With a set, AddEdit... edits the row on which it stands; without one it
@@ -214,11 +215,13 @@ public:
 private:
     bool LoadConfiguration();
     void LoadStations(CDAOStn& set, int count);
+    /// Shows the members of a selection in a list. A class search has a CDAOMemCls.
+    void ShowFoundMembers(CDAOMem& set, QString const& caption, bool isClassSearch);
     // Show the records on which their set stands in a list.
     void ShowFoundWorkouts();
     void ShowFoundEvaluations();
     void ShowFoundBodyComps();
-    void TellNotBuiltYet();
+    void TellNotBuiltYet(QString const& detail = {});
 
     CAppCommands& m_app;
     CDocViews* m_pViews = nullptr;

@@ -4,14 +4,14 @@
 
 #include "ui/Messages.h"
 
-void CCorvanaDoc::TellNotBuiltYet()
+void CCorvanaDoc::TellNotBuiltYet(QString const& detail)
 {
-    Tell(Window(), tr("This command is not available yet."));
+    Tell(Window(), tr("This command is not available yet."), CMessageIcon::none, detail);
 }
 
-void CCorvanaDoc::FindMembers()
+void CCorvanaDoc::ShowFoundMembers(CDAOMem&, QString const& caption, bool)
 {
-    TellNotBuiltYet();
+    TellNotBuiltYet(caption);
 }
 
 void CCorvanaDoc::ShowFoundWorkouts()

@@ -125,7 +125,7 @@ void MainWindowTest::everyCommandReachesItsOperation()
     desk.Show();
     QMap<QString, QList<int>> did; // what was done, and by which commands
     QString keys;
-    CDialogUser const user(desk.Cancel(22));
+    CDialogUser const user(desk.Cancel(23));
     for (auto const& command : CommandTable()) {
         auto const number = QByteArray::number(command.m_nNumber);
         auto* const action
@@ -151,7 +151,8 @@ void MainWindowTest::everyCommandReachesItsOperation()
         {u"SetUpPrinter"_s, {57606}}, {u"Exit"_s, {57665}},
         {u"StartReportServer;Report Server is running on this PC."_s, {32885}},
         {u"queued 1"_s, {32822}}, {u"queued 13"_s, {32894}}, {u"Date"_s, {32815}},
-        {u"Find Workouts"_s, {32864}}, {u"Report - Options"_s, {32887, 32819, 32816}},
+        {u"Find Members"_s, {32890}}, {u"Find Workouts"_s, {32864}},
+        {u"Report - Options"_s, {32887, 32819, 32816}},
         {u"Category/Course/Section"_s, {32820, 32818}},
         {u"Member ID"_s,
             {32863, 32784, 32785, 32829, 32806, 32808, 32817, 32810, 32811, 32813, 32814, 32866,

@@ -4,6 +4,7 @@
 #include "tests/members/MemberDesk.h"
 #include "tests/platform/db/Faults.h"
 
+#include <QCheckBox>
 #include <QListWidget>
 
 #include <cerrno>
@@ -16,7 +17,8 @@ inline QWidget const& Page(QWidget const& form)
 }
 
 /// Steps of the user on the page that is shown: types into a field ("wristEdit=7"), chooses the
-/// entry of a list ("classList=2", "categoryList=Staff"), goes to another page ("@1"), presses a
+/// entry of a list ("classList=2", "categoryList=Staff"), checks an optional date
+/// ("fromField=1/2/26") or unchecks it ("fromField="), goes to another page ("@1"), presses a
 /// button ("okYesRadio") or one of the form's own ("OK", "Cancel").
 inline void Do(QWidget const& form, QString const& steps)
 {
@@ -37,6 +39,9 @@ inline void Do(QWidget const& form, QString const& steps)
             } else if (auto* const list = qobject_cast<QListWidget*>(&field)) {
                 list->setCurrentRow(text.toInt());
             } else {
+                if (auto* const check = field.findChild<QCheckBox*>()) { // of an optional date
+                    check->setChecked(!text.isEmpty());
+                }
                 auto* const inner = field.findChild<QLineEdit*>(); // of a field with arrows
                 Type(inner != nullptr ? *inner : field, text);
             }

@@ -5,6 +5,7 @@
 
 #include "app/MainFrame.h"
 #include "doc/CorvanaDoc.h"
+#include "platform/qt/DateField.h"
 #include "store/sets/DatabaseSession.h"
 #include "store/sets/SetCloser.h"
 #include "tests/doc/TestApp.h"
@@ -130,6 +131,22 @@ std::int32_t MemberWithTwoEvaluations()
     return 0;
 }
 
+void MakeSearchPictures(CCorvanaDoc& doc)
+{
+    auto const find = [&] { doc.FindMembers(); };
+    auto const enter = [](QDialog& sheet) {
+        Child<QTabWidget>(sheet, "tabs").setCurrentIndex(1);
+        for (auto const& [field, date] :
+            {std::pair("enrollFromField", QDate(2026, 1, 1)), {"enrollToField", QDate(2026, 6, 30)},
+                {"expireFromField", QDate(2026, 12, 1)}, {"expireToField", QDate(2026, 12, 31)}}) {
+            Child<COptionalDateField>(sheet, field).SetDate(date);
+        }
+        Choose(Child<QComboBox>(sheet, "categoryList"), 1);
+    };
+    Use({Look(u"find-members-profile"_s)}, find);
+    Use({Look(u"find-members-enrollment"_s, enter)}, find);
+}
+
 void MakeWorkoutPictures(CCorvanaDoc& doc)
 {
     CDAOWk workouts;
@@ -194,6 +211,7 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     auto const member = members.m_MemberID;
     Use({Prompt(member, u"member-id"_s), Pages(u"member"_s)}, [&] { doc.EditMember(0); });
     Use({Look(u"delete-member"_s)}, [&] { doc.DeleteMember(member, {}); });
+    MakeSearchPictures(doc);
     MakeWorkoutPictures(doc);
     MakeEvaluationPictures(doc);
     MakeBodyCompPictures(doc);

@@ -1,0 +1,110 @@
+#include "tests/QtTests.h"
+#include "tests/members/RecordDesk.h"
+#include "tests/ui/FormCheck.h"
+#include "tests/ui/LargeFont.h"
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// A member who has nothing in common with member 7 but that there is one; 40 years old today.
+void StoreEight()
+{
+    CTestCentre::Run("INSERT INTO categories (number, name) VALUES (5, 'Guests')");
+    auto const born = std::to_string(CEFOleDateTime(1986, 11, 6).Seconds());
+    auto const late = std::to_string(CEFOleDateTime(2031, 3, 4, 23, 59, 59).Seconds());
+    RunOnMembers("INSERT INTO members VALUES (NULL, 8, 42, 'Bo', '', 'Baker', 0)");
+    RunOnMembers("INSERT INTO profiles VALUES (NULL, 8, '9 Oak', 'Bend', 'WA', '98701', '541-7',"
+                 " 'bo@x.org', '', '', 'Lee', 0, 1, "
+        + born + ", 1, 0x14, 0x100000)");
+    RunOnMembers("INSERT INTO enrollments VALUES (NULL, 8, " + late + ", " + late + ", 0, 0)");
+    AddClass(8, 1, "'Guests', 'Yoga', 'Late'");
+    AddClass(8, 2, "'guests', '', ''");
+}
+
+/// The caption of the list of what is found, the message why there is none, or the refusal of the
+/// sheet with what the field in focus stands in.
+QString Found(CMemberDesk& desk, QString const& steps)
+{
+    QString refusal;
+    auto const use = [&](QDialog& sheet) {
+        Do(sheet, steps);
+        QCoreApplication::processEvents();
+        QCOMPARE(FaultsOf(sheet), QStringList());
+        refusal = desk.Ok(sheet);
+        if (!refusal.isEmpty()) {
+            refusal += u' ' + sheet.focusWidget()->parentWidget()->objectName();
+            ClickCancel(sheet);
+        }
+    };
+    desk.Use({use}, [&] { return desk.m_doc.FindMembers(), true; });
+    [&] { QVERIFY(desk.m_doc.m_setMem.IsEOF() != 0); }(); // closed
+    auto const& told = desk.m_messages.Messages().constLast();
+    bool const isList = told.m_strText == u"This command is not available yet."_s;
+    return !refusal.isEmpty() ? refusal : isList ? told.m_strDetail : told.m_strText;
+}
+
+} // namespace
+
+/// The search for members, through its sheet.
+class MemberSearchTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void findsWhoMeetsAllCriteria();
+};
+
+void MemberSearchTest::findsWhoMeetsAllCriteria()
+{
+    CMemberDesk desk;
+    StoreEight();
+    CLargeFont const large;
+    auto const number = u"Enter an integer between 0 and %1. @%2 MemberFindPg"_s;
+    auto const half
+        = u"Error: to search by %1 date range, select and set both dates @check %2FromField"_s;
+    for (auto const& [found, all] : {
+             std::pair(u"Member ID 8"_s,
+                 u"memberIDEdit=8|workoutNumEdit=42|firstNameEdit=b|lastNameEdit=bak|addressEdit=9|"
+                 "phoneEdit=54|cityEdit=BEND|zipEdit=98|physicianEdit=lee|emailEdit=bo@|maleRadio|"
+                 "ageFromSpin=35 ageToSpin=50|ageFromSpin=40 ageToSpin=125|stateList=48|pastRadio|"
+                 "employeeYesRadio|releaseNoRadio|@1 incentiveNoRadio|@1 periodList=0|"
+                 "@1 enrollFromField=3/4/2031 enrollToField=03042031|"
+                 "@1 expireFromField=2031-03-04 expireToField=3/4/31|@1 categoryList=Guests|"
+                 "@2 loseWeightCheck gainWeightCheck|@3 tobaccoCheck|"
+                 // What was set when its page was left stays.
+                 "lastNameEdit=bak @1 @0 lastNameEdit=|@1 expireFromField=3/4/31"
+                 " expireToField=3/4/31 @0 @1 expireFromField= expireToField="_s),
+             {u"Member ID 7"_s,
+                 u"maleRadio femaleRadio|currentRadio|employeeNoRadio|releaseYesRadio|"
+                 "@1 incentiveYesRadio|@1 categoryList=Staff|"
+                 "lastNameEdit=bak @1 @0 lastNameEdit=arch"_s},
+             {u"Member Search Results"_s,
+                 u"@1 @2 @3|memberIDEdit=0 stateList=0|@1 categoryList=Staff categoryList=|"
+                 // A page that was refused has set nothing.
+                 "@1 enrollFromField=3/4/31 enrollToField=3/4/31 expireFromField=3/4/31 @0"
+                 " enrollFromField= enrollToField= expireFromField="_s},
+             {u"No members are recorded for the specified search criteria"_s,
+                 u"lastNameEdit=bak @1 incentiveYesRadio|ageFromSpin=50 ageToSpin=35|"
+                 "@2 strengthCheck loseWeightCheck|@1 categoryList=Students"_s},
+             {number.arg(999999999).arg(u"memberIDEdit"_s), u"memberIDEdit=1000000000"_s},
+             {number.arg(999999999).arg(u"workoutNumEdit"_s), u"workoutNumEdit=1000000000 @1"_s},
+             {number.arg(125).arg(u"ageFromSpin"_s), u"ageFromSpin=126"_s},
+             {number.arg(125).arg(u"ageToSpin"_s), u"ageToSpin=126 @2"_s},
+             {half.arg(u"enrollment"_s, u"enroll"_s), u"@1 enrollToField=3/4/26 @0"_s},
+             {half.arg(u"expiration"_s, u"expire"_s), u"@1 expireFromField=3/4/26"_s},
+         }) {
+        for (auto const& steps : all.split(u'|')) {
+            QCOMPARE(Found(desk, steps), found);
+        }
+    }
+    // A search that failed is not one that found nobody.
+    RunOnMembers("DROP VIEW member_view");
+    RunOnMembers("DROP VIEW member_class_view");
+    for (auto const& steps : {u"@0"_s, u"@1 categoryList=Staff"_s}) {
+        QCOMPARE(Found(desk, steps), u"Error: the members could not be read."_s);
+    }
+}
+
+static CTestEntryOf<MemberSearchTest> const g_entry;
+#include "MemberSearchTest.moc"

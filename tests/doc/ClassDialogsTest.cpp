@@ -1,10 +1,10 @@
 #include "doc/UpdateClassDlg.h"
 #include "platform/qt/DropDown.h"
-#include "platform/qt/SpinField.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestDesk.h"
 #include "tests/ui/FormCheck.h"
 #include "tests/ui/LargeFont.h"
+#include "tests/ui/UserSteps.h"
 
 #include <QRadioButton>
 
@@ -28,29 +28,21 @@ void ClassDialogsTest::updateIsTakenOrRefused()
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
     QCOMPARE(FaultsOf(dialog), QStringList());
-    auto& reEval = Child<CSpinField>(dialog, "reEvalSpin");
-    auto& other = Child<CSpinField>(dialog, "otherSpin");
     QVERIFY(Child<QRadioButton>(dialog, "orientYesButton").isChecked());
-    QCOMPARE(reEval.text() + u' ' + other.text(), u"3 4"_s);
+    QCOMPARE(Texts(dialog, u"reEvalSpin otherSpin"_s), u"3|4"_s);
     QCOMPARE(Child<CDropDown>(dialog, "gradeList").currentText(), u"Satisfactory"_s);
     QVERIFY(Child<QRadioButton>(dialog, "transferButton").isChecked());
-    for (auto const& [first, second, refusal] :
-        {std::tuple(u"100"_s, u"100"_s, u"Enter an integer between 0 and 99. @reEvalSpin"_s),
-            {u"1"_s, u""_s, u"Enter an integer. @otherSpin"_s},
-            {u"99"_s, u"0"_s,
-                u"Error: select a category, course, and/or section @categoryList"_s}}) {
-        Type(reEval, first);
-        Type(other, second);
-        QCOMPARE(desk.Ok(dialog), refusal);
-        QCOMPARE(dialog.m_class.reEvalBonuses, 3);
-    }
+    desk.Refuses(dialog,
+        {{u"reEvalSpin=100 otherSpin=100"_s, u"Enter an integer between 0 and 99. @reEvalSpin"_s},
+            {u"reEvalSpin=1 otherSpin="_s, u"Enter an integer. @otherSpin"_s},
+            {u"reEvalSpin=99 otherSpin=0"_s,
+                u"Error: select a category, course, and/or section @categoryList"_s}});
+    QCOMPARE(dialog.m_class.reEvalBonuses, 3);
     auto const size = dialog.size();
-    Choose(Child<CDropDown>(dialog, "categoryList"), 1);
+    Do(dialog, u"categoryList=1"_s);
     QCOMPARE(FaultsOf(dialog), QStringList());
     QCOMPARE(dialog.size(), size); // it does not jump when lists come and go
-    Child<QRadioButton>(dialog, "orientNoButton").click();
-    Choose(Child<CDropDown>(dialog, "gradeList"), CDAODef::gsWithdrawn);
-    Child<QRadioButton>(dialog, "deleteButton").click();
+    Do(dialog, u"orientNoButton gradeList=Withdrawn deleteButton"_s);
     QCOMPARE(desk.Ok(dialog), QString());
     QVERIFY(!dialog.m_bTransfer);
     CClassSlot const taken

@@ -5,6 +5,7 @@
 #include "tests/doc/TestMembers.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/MessageRecorder.h"
+#include "tests/ui/UserSteps.h"
 
 /// A document over a fresh centre, and who sits in front of it.
 class CTestDesk
@@ -28,6 +29,14 @@ public:
         return result;
     }
 
+    /// The messages that an operation of the document ends with.
+    QString Told(QList<CDialogUser::Step> const& steps, void (CCorvanaDoc::*operation)())
+    {
+        auto const before = m_messages.Texts().size();
+        Use(steps, [&] { return (m_doc.*operation)(), true; });
+        return m_messages.Texts().sliced(before).join(u'|');
+    }
+
     /// OK: empty when the form has closed, else the new messages and the field in focus.
     QString Ok(QDialog const& form) const
     {
@@ -37,5 +46,14 @@ public:
         return form.isVisible()
             ? texts.join(u';') + QStringLiteral(" @") + form.focusWidget()->objectName()
             : QString();
+    }
+
+    /// After each of the steps OK gives its refusal: "message @field".
+    void Refuses(QDialog const& form, QList<std::pair<QString, QString>> const& cases) const
+    {
+        for (auto const& [steps, refusal] : cases) {
+            Do(form, steps);
+            QCOMPARE(Ok(form), refusal);
+        }
     }
 };

@@ -3,66 +3,9 @@
 #include "doc/TreeNode.h"
 #include "tests/members/MemberDesk.h"
 #include "tests/platform/db/Faults.h"
-
-#include <QCheckBox>
-#include <QListWidget>
+#include "tests/ui/UserSteps.h"
 
 #include <cerrno>
-
-/// The page of a sheet that is shown; of other forms all of it.
-inline QWidget const& Page(QWidget const& form)
-{
-    auto const* const tabs = form.findChild<QTabWidget*>(QStringLiteral("tabs"));
-    return tabs != nullptr ? *tabs->currentWidget() : form;
-}
-
-/// Steps of the user on the page that is shown: types into a field ("wristEdit=7"), chooses the
-/// entry of a list ("classList=2", "categoryList=Staff"), checks an optional date
-/// ("fromField=1/2/26") or unchecks it ("fromField="), goes to another page ("@1"), presses a
-/// button ("okYesRadio") or one of the form's own ("OK", "Cancel").
-inline void Do(QWidget const& form, QString const& steps)
-{
-    for (auto const& step : steps.split(u' ', Qt::SkipEmptyParts)) {
-        auto const name = step.section(u'=', 0, 0).toLatin1();
-        auto const text = step.section(u'=', 1);
-        if (step.startsWith(u'@')) {
-            ShowPage(form, step.mid(1).toInt());
-        } else if (step == u"OK" || step == u"Cancel") {
-            Click(form, step == u"OK" ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel);
-        } else if (!step.contains(u'=')) {
-            Child<QAbstractButton>(Page(form), name).click();
-        } else {
-            auto& field = Child<QWidget>(Page(form), name);
-            if (auto* const box = qobject_cast<QComboBox*>(&field)) {
-                int const entry = box->findText(text);
-                Choose(*box, entry >= 0 ? entry : text.toInt());
-            } else if (auto* const list = qobject_cast<QListWidget*>(&field)) {
-                list->setCurrentRow(text.toInt());
-            } else {
-                if (auto* const check = field.findChild<QCheckBox*>()) { // of an optional date
-                    check->setChecked(!text.isEmpty());
-                }
-                auto* const inner = field.findChild<QLineEdit*>(); // of a field with arrows
-                Type(inner != nullptr ? *inner : field, text);
-            }
-        }
-    }
-}
-
-inline CDialogUser::Step Steps(QString const& steps)
-{
-    return [steps](QDialog& form) { Do(form, steps); };
-}
-
-/// What labels and fields show: "M|35" for "sexText ageText".
-inline QString Texts(QWidget const& in, QString const& names)
-{
-    QStringList texts;
-    for (auto const& name : names.split(u' ')) {
-        texts += Child<QWidget>(in, name.toLatin1()).property("text").toString();
-    }
-    return texts.join(u'|');
-}
 
 /// A desk whose member 7 has one record of a kind, with the document's commands for the kind, and
 /// the scenarios that every kind must pass.
@@ -90,23 +33,6 @@ public:
         return Use({step}, [this] { return (m_doc.*kEditAt)(7, m_strDate); });
     }
     bool Delete() { return (m_doc.*kDeleteAt)(7, m_strDate); }
-
-    /// The messages that an operation of the document ends with.
-    QString Told(QList<CDialogUser::Step> const& steps, void (CCorvanaDoc::*operation)())
-    {
-        auto const before = m_messages.Texts().size();
-        Use(steps, [&] { return (m_doc.*operation)(), true; });
-        return m_messages.Texts().sliced(before).join(u'|');
-    }
-
-    /// After each of the steps OK gives its refusal: "message @field".
-    void Refuses(QDialog const& form, QList<std::pair<QString, QString>> const& cases) const
-    {
-        for (auto const& [steps, refusal] : cases) {
-            Do(form, steps);
-            QCOMPARE(Ok(form), refusal);
-        }
-    }
 
     /// Bounds as "page field least greatest", separated by commas; of whole numbers as in "0 to 5",
     /// as none types a minus there. Beyond them neither OK nor another page is possible.

@@ -98,8 +98,8 @@ void MemberPagesTest::profileChecksInOrder()
     auto const taken = u"Error: %1 is already\nin use for an existing member @%2"_s;
     auto const birthday = u"Error: invalid birthday @birthdayEdit"_s;
     QVERIFY(desk.Edit(7, [&](QDialog& sheet) {
-        for (auto const& [steps, refusal] :
-            {std::pair(u"workoutNumEdit=0 memberIDEdit="_s, u"Enter an integer. @memberIDEdit"_s),
+        desk.Refuses(sheet,
+            {{u"workoutNumEdit=0 memberIDEdit="_s, u"Enter an integer. @memberIDEdit"_s},
                 {u"memberIDEdit=1000000000"_s, range + u"memberIDEdit"_s},
                 {u"memberIDEdit=8"_s, range + u"workoutNumEdit"_s},
                 {u"workoutNumEdit=80"_s, u"Error: enter first name @firstNameEdit"_s},
@@ -109,10 +109,7 @@ void MemberPagesTest::profileChecksInOrder()
                 {u"workoutNumEdit=1007"_s, birthday}, // both are the member's own
                 {u"memberIDEdit=999999999"_s, birthday},
                 {u"workoutNumEdit=8"_s, birthday}, // a member ID only
-                {u"birthdayEdit=2/29/00"_s, QString()}}) {
-            Do(sheet, steps);
-            QCOMPARE(desk.Ok(sheet), refusal);
-        }
+                {u"birthdayEdit=2/29/00"_s, QString()}});
     }));
     QCOMPARE(desk.Rows()[0], u"members: 999999999|8|Bo|B|Baker|1"_s);
     auto const born = QString::number(CEFOleDateTime(2000, 2, 29).Seconds());

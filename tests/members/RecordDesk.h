@@ -7,6 +7,52 @@
 
 #include <cerrno>
 
+/// What the SQL does to the record while its form is open is replaced only when the user says so.
+/// The rows are those that the form may change.
+template <typename Rows>
+void AsksBeforeReplacing(CTestDesk& desk, QDialog const& form, QString const& record,
+    std::string const& sql, bool isDeleted, Rows const& rows)
+{
+    auto const question
+        = (isDeleted ? QStringLiteral("This %1 has been deleted at another place\nsince you opened "
+                                      "the form.\nDo you want to add the %1 again? @%2")
+                     : QStringLiteral("This %1 has been changed at another place\nsince you opened "
+                                      "the form.\nDo you want to replace those changes with yours? "
+                                      "@%2"))
+              .arg(record, form.focusWidget()->objectName());
+    RunOnMembers(sql);
+    auto const theirs = rows();
+    desk.m_messages.AnswerNext({false, true});
+    QCOMPARE(desk.Ok(form), question);
+    QCOMPARE(rows(), theirs);
+    QCOMPARE(desk.Ok(form), QString()); // asks again
+    QCOMPARE(
+        desk.m_messages.Messages().constLast().m_question == CQuestion::destroying, !isDeleted);
+}
+
+/// OK until it is done, on a disk that is full from a later write on each time.
+template <typename Rows>
+void SavesOnceThereIsRoom(
+    CTestDesk const& desk, QDialog const& form, QString const& record, Rows const& rows)
+{
+    auto const before = rows();
+    auto const refusal
+        = QStringLiteral("Error: the %1 was not saved.\nYour entries are still in the form. @%2")
+              .arg(record, form.focusWidget()->objectName());
+    int nth = 1;
+    for (; form.isVisible() && nth < 100; ++nth) {
+        Faults::Begin(nth, ENOSPC, true);
+        auto const told = desk.Ok(form);
+        bool const isFull = Faults::End();
+        if (form.isVisible()) {
+            QVERIFY(isFull && !desk.m_messages.Messages().constLast().m_strDetail.isEmpty());
+            QCOMPARE(told, refusal);
+            QCOMPARE(rows(), before);
+        }
+    }
+    QVERIFY(nth > 2);
+}
+
 /// A desk whose member 7 has one record of a kind, with the document's commands for the kind, and
 /// the scenarios that every kind must pass.
 template <auto kAddEdit, auto kEditAt, auto kDeleteAt, auto kShowOfMember>
@@ -59,26 +105,13 @@ public:
         }
     }
 
-    /// What another program does to the record while the form is open is replaced only when the
-    /// user says so.
+    /// After these steps in its form what another program does to the record is not lost.
     void AsksBeforeReplacing(QString const& steps, std::string const& sql)
     {
-        bool const isDeleted = sql == "DELETE FROM " + FromQt(m_lstTables[0]);
-        auto const question
-            = (isDeleted ? QStringLiteral("This %1 has been deleted at another place\nsince you "
-                                          "opened the form.\nDo you want to add the %1 again? @%2")
-                         : QStringLiteral("This %1 has been changed at another place\nsince you "
-                                          "opened the form.\nDo you want to replace those changes "
-                                          "with yours? @%2"))
-                  .arg(m_strOne, LastField(steps));
-        m_messages.AnswerNext({false, true});
         QVERIFY(EditIt([&](QDialog& form) {
             Do(form, steps);
-            RunOnMembers(sql);
-            auto const theirs = All();
-            QCOMPARE(Ok(form), question);
-            QCOMPARE(All(), theirs);
-            QCOMPARE(Ok(form), QString());
+            ::AsksBeforeReplacing(*this, form, m_strOne, sql,
+                sql == "DELETE FROM " + FromQt(m_lstTables[0]), [this] { return All(); });
         }));
     }
 
@@ -111,10 +144,6 @@ protected:
     QList<CDialogUser::Step> m_lstPrompts = {Steps(QStringLiteral("memberIDEdit=7 OK"))};
 
 private:
-    static QString LastField(QString const& steps)
-    {
-        return steps.section(u' ', -1).section(u'=', 0, 0);
-    }
     void CheckTold(QString const& text) const
     {
         QCOMPARE(m_messages.Texts().constLast(), text.arg(m_strOne));
@@ -126,28 +155,13 @@ private:
         QCOMPARE(m_views.m_lstResults.constLast(), result.arg(m_strOne));
     }
 
-    /// OK until it is done, on a disk that is full from a later write on each time.
     void SaveOnFullDisk(QDialog const& form, QString const& steps) const
     {
         Do(form, steps);
-        auto const before = All();
-        auto const text = QStringLiteral(
-            "Error: the %1 was not saved.\nYour entries are still in the form. @%2")
-                              .arg(m_strOne, LastField(steps));
-        int nth = 1;
-        for (; form.isVisible() && nth < 60; ++nth) {
-            Faults::Begin(nth, ENOSPC, true);
-            auto const refusal = Ok(form);
-            bool const isFull = Faults::End();
-            if (form.isVisible()) {
-                QVERIFY(isFull);
-                QCOMPARE(refusal, text);
-                QCOMPARE(All(), before);
-            }
-        }
-        QVERIFY(nth > 2);
         auto const entry = u'|' + steps.section(u'=', -1) + u'|';
-        QCOMPARE(All().filter(entry).size(), before.filter(entry).size() + 1);
+        auto const before = All().filter(entry).size();
+        SavesOnceThereIsRoom(*this, form, m_strOne, [this] { return All(); });
+        QCOMPARE(All().filter(entry).size(), before + 1);
     }
 
     /// Of two records.

@@ -1,5 +1,4 @@
-#include "evaluations/EvaluationRecord.h"
-#include "evaluations/EvaluationWorkWtPg.h"
+#include "doc/FitnessRecord.h"
 #include "store/fitness/HeartRate.h"
 #include "store/fitness/SkinFold.h"
 #include "tests/QtTests.h"
@@ -8,8 +7,6 @@
 #include "tests/ui/LargeFont.h"
 
 #include <QLabel>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -70,10 +67,9 @@ void EvaluationTest::calculatesAsTheCalculatorsDo()
     for (auto const& [sex, age, sites, button] : {std::tuple(0, 31, 3, u"threeRadio"_s),
              {1, 55, 3, u"threeRadio"_s}, {0, 66, 4, u"fourRadio"_s}, {255, 30, 4, u"fourRadio"_s},
              {0, 25, 7, u"sevenRadio"_s}, {1, 76, 7, u"sevenRadio"_s}}) {
-        auto const born = CEFOleDateTime(2026 - age, 3, 2).Seconds();
-        RunOnMembers("UPDATE profiles SET sex = " + std::to_string(sex)
-            + ", birthday = " + std::to_string(born));
         bool const isMan = sex != 0;
+        RunOnMembers("UPDATE profiles SET sex = " + std::to_string(sex)
+            + ", birthday = " + std::to_string(CEFOleDateTime(2026 - age, 3, 2).Seconds()));
         auto const range = [isMan, years = age](double rest) {
             CHeartRate const rate(isMan ? CHeartRate::sMale : CHeartRate::sFemale, years, rest);
             return u"%1|%2|%3|%4"_s.arg(int(rate.PredictedMaximum()))
@@ -84,39 +80,28 @@ void EvaluationTest::calculatesAsTheCalculatorsDo()
         auto const fat = CSkinFold(isMan ? CBodyComp::sMale : CBodyComp::sFemale, age, 140.125,
             65.5, 16, 12.25, 70, 10, 14, 9, 51)
                              .PercentFat(sites);
-        desk.EditIt([&, years = age, chosen = button](QDialog& sheet) {
-            auto const shown = [&](auto const& names) { return Texts(Page(sheet), names); };
-            QCOMPARE(shown(u"sexText ageText"_s), (isMan ? u"M|%1"_s : u"F|%1"_s).arg(years));
-            auto const levels = u"maximumEdit safeEdit upperEdit lowerEdit"_s;
-            Do(sheet, u"@1"_s);
-            QCOMPARE(shown(levels), range(61));
-            Do(sheet, u"restingHREdit=72"_s);
-            QCOMPARE(shown(levels), range(61)); // until the button is pressed
-            Do(sheet, u"calculateButton"_s);
-            QCOMPARE(shown(levels), range(72));
-
+        auto const percent = QString::number(fat.m_dPercent, 'f', 2) + u'|';
+        auto const basis = BasisText(fat);
+        QCOMPARE(basis.endsWith(u" g/ml"_s), fat.m_dDensity > 0);
+        auto const member = (isMan ? u"M|%1"_s : u"F|%1"_s).arg(age);
+        desk.EditIt([&, chosen = button](QDialog& sheet) {
+            QCOMPARE(Texts(sheet, u"sexText ageText"_s), member);
+            Shows(sheet, u"maximumEdit safeEdit upperEdit lowerEdit"_s,
+                {{u"@1"_s, range(61)}, {u"restingHREdit=72"_s, range(61)}, // not yet calculated
+                    {u"calculateButton"_s, range(72)}});
             Do(sheet, u"@3"_s);
             QCOMPARE(Edit(sheet, "chestEdit").isReadOnly(), !isMan); // with three sites
             Do(sheet,
                 u"sevenRadio chestEdit=12.25 abdomenEdit=70 thighEdit=16 tricepsEdit=10 "
-                "suprailiacEdit=14 midaxillaryEdit=9 subscapularEdit=51 calculateButton "_s
-                    + chosen);
-            QCOMPARE(shown(u"basisLabel"_s), QString()); // it is one of other sites
-            Do(sheet, u"calculateButton"_s);
-            QCOMPARE(shown(u"percentFatEdit"_s), QString::number(fat.m_dPercent, 'f', 2));
-            QCOMPARE(shown(u"basisLabel"_s), BasisText(fat));
-            QCOMPARE(shown(u"basisLabel"_s).endsWith(u" g/ml"_s), fat.m_dDensity > 0);
-            Do(sheet, u"percentFatEdit=33"_s);
-            QCOMPARE(shown(u"basisLabel"_s), QString()); // it is the user's now
-
-            Do(sheet, u"@4 lift1Edit=135 lift2Edit=0"_s);
-            for (auto const& [percent, weights] :
-                {std::pair(40, u"54|0"_s), {50, u"67|0"_s}, {70, u"94|0"_s}}) {
-                Do(sheet, u"calculate%1Button"_s.arg(percent));
-                QCOMPARE(shown(u"work1Edit work2Edit"_s), weights);
-            }
-            Do(sheet, u"@3"_s);
-            QCOMPARE(shown(u"percentFatEdit"_s), u"33"_s); // leaving calculates nothing
+                "suprailiacEdit=14 midaxillaryEdit=9 subscapularEdit=51 calculateButton"_s);
+            Shows(sheet, u"basisLabel"_s, {{chosen, QString()}}); // it is one of other sites
+            Shows(sheet, u"percentFatEdit basisLabel"_s,
+                {{u"calculateButton"_s, percent + basis},
+                    {u"percentFatEdit=33"_s, u"33|"_s}, // it is the user's now
+                    {u"@4 @3"_s, u"33|"_s}}); // leaving calculates nothing
+            Shows(sheet, u"work1Edit work2Edit"_s,
+                {{u"@4 lift1Edit=135 lift2Edit=0 calculate40Button"_s, u"54|0"_s},
+                    {u"calculate50Button"_s, u"67|0"_s}, {u"calculate70Button"_s, u"94|0"_s}});
             ClickCancel(sheet);
         });
     }
@@ -202,32 +187,30 @@ void EvaluationTest::okWithoutChangesKeepsEveryByte()
 
 void EvaluationTest::showsTheRowsOfTheCircuit()
 {
+    CEvaluationDesk desk;
+    auto& circuit = desk.m_doc.m_circuit;
     for (int const count : {0, 8, 12, 13, 24}) {
-        CCircuit circuit;
         circuit.m_nNumStations = count;
         circuit.m_arrStnName.assign(std::size_t(count), "Row");
         circuit.m_arrStnMinLift.assign(std::size_t(count), 5);
         circuit.m_arrStnMaxLift.assign(std::size_t(count), 300);
-        CEvaluationRecord record;
-        CPropertySheet sheet(u"Work"_s);
-        sheet.AddPage(new CEvaluationWorkWtPg(circuit, record), u"Work Weights"_s);
-        sheet.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&sheet));
-        for (int row = 1; row <= 24; ++row) {
-            auto const& lift = Edit(sheet, u"lift%1Edit"_s.arg(row).toLatin1());
-            QCOMPARE(lift.isVisible(), row <= count);
-        }
-        auto const labels = sheet.findChildren<QLabel*>();
-        QCOMPARE(
-            std::ranges::count_if(labels,
-                [](auto* label) { return label->text() == u"Prog. Lift" && label->isVisible(); }),
-            count == 0       ? 0
-                : count > 12 ? 2
-                             : 1);
-        // Lifts are entered one after the other; Tab goes back up to the results afterwards.
-        QCOMPARE(FaultsOf(sheet),
-            count > 12 ? QStringList{u"Tab jumps from lift%1Edit to work1Edit"_s.arg(count)}
-                       : QStringList());
+        QVERIFY(!desk.EditIt([count](QDialog& sheet) {
+            ShowPage(sheet, 4);
+            int headings = 0;
+            for (auto const* const label : sheet.findChildren<QLabel*>()) {
+                headings += label->text() == u"Prog. Lift" && label->isVisible() ? 1 : 0;
+            }
+            QCOMPARE(headings, count == 0 ? 0 : count > 12 ? 2 : 1);
+            for (int row = 1; row <= 24; ++row) {
+                auto const& lift = Edit(sheet, u"lift%1Edit"_s.arg(row).toLatin1());
+                QCOMPARE(lift.isVisible(), row <= count);
+            }
+            // Lifts are entered one after the other; Tab goes back up to the results afterwards.
+            QCOMPARE(FaultsOf(sheet),
+                count > 12 ? QStringList{u"Tab jumps from lift%1Edit to work1Edit"_s.arg(count)}
+                           : QStringList());
+            ClickCancel(sheet);
+        }));
     }
 }
 

@@ -62,3 +62,13 @@ inline QString Texts(QWidget const& in, QString const& names)
     }
     return texts.join(u'|');
 }
+
+/// After each of the steps they show that.
+inline void Shows(
+    QWidget const& form, QString const& names, QList<std::pair<QString, QString>> const& cases)
+{
+    for (auto const& [steps, texts] : cases) {
+        Do(form, steps);
+        QCOMPARE(Texts(Page(form), names), texts);
+    }
+}

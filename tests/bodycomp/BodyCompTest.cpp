@@ -71,7 +71,7 @@ private Q_SLOTS:
 void BodyCompTest::asksForTheMethod()
 {
     CBodyCompDesk desk;
-    auto const choose = [&](QDialog& dialog) {
+    auto const choose = [&desk](QDialog& dialog) {
         QCOMPARE(FaultsOf(dialog), QStringList());
         auto& list = Child<QListWidget>(dialog, "methodList");
         QCOMPARE(list.currentItem()->text(), u"Skinfolds"_s);
@@ -81,14 +81,16 @@ void BodyCompTest::asksForTheMethod()
         QTest::keyClick(&list, Qt::Key_Down);
         ClickOk(dialog);
     };
-    auto const add = [&] { return desk.m_doc.AddEditBodyComp(nullptr); };
-    QVERIFY(!desk.Use({Steps(u"memberIDEdit=7 OK"_s), choose, ClickCancel}, add));
+    QVERIFY(!desk.Use({Steps(u"memberIDEdit=7 OK"_s), choose, ClickCancel},
+        [&desk] { return desk.m_doc.AddEditBodyComp(nullptr); }));
 }
 
 void BodyCompTest::resultsAreTheCalculators()
 {
     auto const folds = u"sevenRadio tricepsEdit=10 chestEdit=12 subscapularEdit=13 thighEdit=16 "
                        "suprailiacEdit=14.25 abdomenEdit=20 midaxillaryEdit=11 "_s;
+    auto const foldsStored = u"0|40|16|12|20|10|14.25|11|13|0|0|0|0"_s; // from the wrist on
+    auto const nothing = u"0|40|0|0|0|0|0|0|0|"_s;
     for (bool const isMale : {true, false}) {
         auto const large = isMale ? nullptr : std::make_unique<CLargeFont>();
         auto const sex = isMale ? CBodyComp::sMale : CBodyComp::sFemale;
@@ -96,8 +98,6 @@ void BodyCompTest::resultsAreTheCalculators()
         CSkinFold const bySkin(sex, age, 180, 70, 16, 12, 20, 10, 14.25, 11, 13);
         CHydroStat const plain(sex, age, 180, 70, 92, 14.2, 7);
         CHydroStat const metric(sex, age, 180, 70, 95, 4.409245243697551, 7);
-        // With what is stored from the wrist on.
-        auto const foldsStored = u"0|40|16|12|20|10|14.25|11|13|0|0|0|0"_s;
         for (auto const& [method, steps, fat, stored] :
             {std::tuple(0, u"wristEdit=7.5"_s, CTapeMsr(sex, age, 180, 70, 36, 7.5, 40).Fat(),
                  u"7.5|40|0|0|0|0|0|0|0|0|0|0|0"_s),
@@ -105,23 +105,22 @@ void BodyCompTest::resultsAreTheCalculators()
                 {1, folds + u"fourRadio"_s, bySkin.PercentFat(4), foldsStored},
                 {1, folds, bySkin.PercentFat(7), foldsStored},
                 {2, u"waterTempEdit=92 wetWeightEdit=14.2 tareWeightEdit=7"_s,
-                    plain.Fat(CHydroStat::cmSiri), u"0|40|0|0|0|0|0|0|0|92|14.2|7|0"_s},
+                    plain.Fat(CHydroStat::cmSiri), nothing + u"92|14.2|7|0"_s},
                 {2,
                     u"celsiusRadio waterTempEdit=35 wetKilogramsRadio wetWeightEdit=2 "
                     "tareWeightEdit=7 brozekRadio"_s,
-                    metric.Fat(CHydroStat::cmBrozek), u"0|40|0|0|0|0|0|0|0|35|2|7|176"_s},
-                {3, u"percentFatEdit=23.456"_s, CBodyFat{23.456},
-                    u"0|40|0|0|0|0|0|0|0|0|0|0|0"_s}}) {
+                    metric.Fat(CHydroStat::cmBrozek), nothing + u"35|2|7|176"_s},
+                {3, u"percentFatEdit=23.456"_s, CBodyFat{23.456}, nothing + u"0|0|0|0"_s}}) {
             CBodyCompDesk desk(method, isMale);
             QVERIFY(desk.Add([&, &did = steps, &result = fat](QDialog& sheet) {
                 QCOMPARE(sheet.windowTitle(), u"Add Body Composition for Member ID 7"_s);
                 QCOMPARE(Texts(sheet, u"ageText sexText"_s), isMale ? u"35|M"_s : u"28|F"_s);
                 QCOMPARE(FaultsOf(sheet), QStringList());
                 Do(sheet, kProfile + did);
-                if (sheet.findChild<QPushButton*>(u"calculateButton"_s) != nullptr) {
-                    Do(sheet, u"calculateButton"_s);
-                    QCOMPARE(Texts(sheet, u"percentFatEdit basisLabel"_s),
-                        u"%1|%2"_s.arg(result.m_dPercent, 0, 'f', 2).arg(BasisText(result)));
+                if (*result.m_source != '\0') { // else it is typed
+                    Shows(sheet, u"percentFatEdit basisLabel"_s,
+                        {{u"calculateButton"_s,
+                            u"%1|%2"_s.arg(result.m_dPercent, 0, 'f', 2).arg(BasisText(result))}});
                 }
                 QCoreApplication::processEvents();
                 QCOMPARE(FaultsOf(sheet), QStringList());
@@ -168,24 +167,24 @@ void BodyCompTest::sitesDecideWhatCanBeTyped()
         = u"abdomen chest midaxillary subscapular suprailiac thigh triceps"_s.split(u' ');
     auto const seven = u"abchmisusuthtr"_s;
     auto const four = u"absuthtr"_s;
-    for (auto const& [isMale, three] : {std::pair(true, u"abchth"_s), {false, u"suthtr"_s}}) {
+    for (bool const isMale : {true, false}) {
+        auto const three = isMale ? u"abchth"_s : u"suthtr"_s;
         CBodyCompDesk desk(1, isMale);
         for (int measured = 0; measured <= 7; ++measured) {
             desk.Change(measured > 0 ? FromQt(all[measured - 1]) + " = 10" : "units = 0");
-            auto const first = measured == 7 ? seven : measured == 4 ? four : three;
-            QVERIFY(!desk.EditIt([&, &few = three](QDialog& sheet) {
-                for (auto const& [steps, sites] :
-                    {std::pair(u"@1"_s, first), {u"sevenRadio"_s, seven}, {u"fourRadio"_s, four},
-                        {u"threeRadio"_s, few}}) {
-                    Do(sheet, steps);
-                    QString typed;
-                    for (auto const& name : all) {
-                        bool const isTyped
-                            = !Edit(sheet, qPrintable(name + u"Edit"_s)).isReadOnly();
-                        typed += isTyped ? name.first(2) : QString();
+            QVERIFY(!desk.EditIt([&](QDialog& sheet) {
+                QStringList typed;
+                for (auto const& step :
+                    {u"@1"_s, u"sevenRadio"_s, u"fourRadio"_s, u"threeRadio"_s}) {
+                    Do(sheet, step);
+                    typed += QString();
+                    for (auto const& site : all) {
+                        auto const& field = Edit(sheet, qPrintable(site + u"Edit"_s));
+                        typed.last() += field.isReadOnly() ? QString() : site.first(2);
                     }
-                    QCOMPARE(typed, sites);
                 }
+                auto const first = measured == 7 ? seven : measured == 4 ? four : three;
+                QCOMPARE(typed, (QStringList{first, seven, four, three}));
                 ClickCancel(sheet);
             }));
         }
@@ -200,13 +199,11 @@ void BodyCompTest::leavingCalculatesWithTheFirstPage()
     };
     auto const shown = [&](double waist) { return QString::number(fat(waist, 8), 'f', 2); };
     QVERIFY(desk.EditIt([&](QDialog& sheet) {
-        for (auto const& [steps, percent] :
-            {std::pair(u"weightEdit=200 waistEdit=41 @1 wristEdit=8"_s, u"0.00"_s),
-                {u"@0"_s, shown(41)}, {u"waistEdit=38 @1 calculateButton"_s, shown(38)},
-                {u"wristEdit=101 calculateButton"_s, shown(38)}}) { // refused
-            Do(sheet, steps);
-            QCOMPARE(Texts(sheet, u"percentFatEdit"_s), percent);
-        }
+        Do(sheet, u"weightEdit=200 waistEdit=41"_s);
+        Shows(sheet, u"percentFatEdit"_s,
+            {{u"@1 wristEdit=8"_s, u"0.00"_s}, {u"@0 @1"_s, shown(41)},
+                {u"@0 waistEdit=38 @1 calculateButton"_s, shown(38)},
+                {u"wristEdit=101 calculateButton"_s, shown(38)}}); // refused
         QCOMPARE(Texts(sheet, u"basisLabel"_s), QString());
         Do(sheet, u"wristEdit=7.5 OK"_s);
     }));
@@ -218,39 +215,33 @@ void BodyCompTest::leavingCalculatesWithTheFirstPage()
 void BodyCompTest::unitsComeBackAsSaved()
 {
     CBodyCompDesk desk(2);
-    auto const buttonsOf = [](quint32 bits) {
-        QString names;
-        for (auto const& [bit, clear, set] :
-            {std::tuple(1U, u"fahrenheitRadio "_s, u"celsiusRadio "_s),
-                {2U, u"wetPoundsRadio "_s, u"wetKilogramsRadio "_s},
-                {4U, u"tarePoundsRadio "_s, u"tareKilogramsRadio "_s},
-                {8U, u"siriRadio "_s, u"brozekRadio "_s}}) {
-            names += (bits & bit) != 0 ? set : clear;
-        }
-        return names;
-    };
+    // From bit 4 on, when it is clear and when it is set.
+    QStringList const buttons[]
+        = {{u"fahrenheitRadio"_s, u"celsiusRadio"_s}, {u"wetPoundsRadio"_s, u"wetKilogramsRadio"_s},
+            {u"tarePoundsRadio"_s, u"tareKilogramsRadio"_s}, {u"siriRadio"_s, u"brozekRadio"_s}};
     constexpr quint32 kForeign = 0xdeadbe00;
-    for (quint32 before = 0; before < 16; ++before) {
-        for (quint32 const after : {before, ~before & 15}) {
-            desk.Change("units = " + std::to_string(kForeign | before << 4 | 0xf));
-            QVERIFY(desk.EditIt([&](QDialog& sheet) {
-                ShowPage(sheet, 1);
-                for (auto const& name : buttonsOf(before).split(u' ', Qt::SkipEmptyParts)) {
-                    QVERIFY(Child<QAbstractButton>(sheet, name.toLatin1()).isChecked());
-                }
-                Do(sheet, buttonsOf(after) + u"OK"_s);
-            }));
-            QCOMPARE(desk.All()[0].section(u'|', -1), QString::number(kForeign | after << 4));
-        }
+    for (quint32 set = 0; set < 16; ++set) {
+        desk.Change("units = " + std::to_string(kForeign | set << 4 | 0xf));
+        QVERIFY(desk.EditIt([&](QDialog& sheet) {
+            ShowPage(sheet, 1);
+            for (quint32 bit = 0; auto const& pair : buttons) {
+                bool const isSet = (set >> bit++ & 1) != 0;
+                QVERIFY(Child<QAbstractButton>(sheet, pair[isSet].toLatin1()).isChecked());
+                Do(sheet, pair[!isSet]);
+            }
+            ClickOk(sheet);
+        }));
+        QCOMPARE(desk.All()[0].section(u'|', -1), QString::number(kForeign | (~set & 15) << 4));
     }
 }
 
 /// What no form takes, or shows to the last digit.
 void BodyCompTest::whatIsNotShownIsWrittenBack()
 {
-    for (auto const& [method, title] :
-        {std::pair(0, u"Body Measurement"_s), {1, u"Skin Folds"_s}, {2, u"Hydrostatic Weighing"_s},
-            {3, u"Body Fat Percentage"_s}, {7, u"Skin Folds"_s}, {255, u"Skin Folds"_s}}) {
+    for (auto const& [method, page, title] :
+        {std::tuple(0, 0, u"Body Measurement"_s), {1, 0, u"Skin Folds"_s},
+            {2, 0, u"Hydrostatic Weighing"_s}, {3, 1, u"Body Fat Percentage"_s},
+            {7, 0, u"Skin Folds"_s}, {255, 0, u"Skin Folds"_s}}) {
         CBodyCompDesk desk(method);
         desk.Change("weight = 181.2345678, wrist = -3.21, thigh = 400, chest = 1e-9,"
                     " wet_weight = 5000, water_temperature = 1234.5678,"
@@ -259,9 +250,9 @@ void BodyCompTest::whatIsNotShownIsWrittenBack()
         set.FindBodyComps(7);
         set.m_dPercentFat = method > 3 ? 0.0 : set.m_dPercentFat;
         auto const expected = set.FieldValues();
-        QVERIFY(desk.EditIt([shown = title](QDialog& sheet) {
-            QCOMPARE(Tabs(sheet).tabText(1), shown);
-            ShowPage(sheet, shown == u"Body Fat Percentage"_s ? 1 : 0);
+        QVERIFY(desk.EditIt([shown = page, &name = title](QDialog& sheet) {
+            QCOMPARE(Tabs(sheet).tabText(1), name);
+            ShowPage(sheet, shown);
             ClickOk(sheet);
         }));
         set.FindBodyComps(7);
@@ -282,14 +273,13 @@ void BodyCompTest::showsTheValuesBefore()
         QVERIFY(Child<QWidget>(sheet, "trendChart").accessibleDescription().contains(u"150.0"_s));
         ClickCancel(sheet);
     }));
-    auto const look = [&](QDialog& sheet) {
+    QVERIFY(!desk.Add([&](QDialog& sheet) {
         Do(sheet, kProfile + u"wetWeightEdit=40"_s);
         QCOMPARE(Texts(sheet, notes), u"last 180.00|last 36.00||last 8.82|last 21.50"_s);
         Do(sheet, u"wetKilogramsRadio"_s);
         QCOMPARE(Texts(sheet, u"wetWeightEditNote"_s), u"last 4.00, unusually high"_s);
         ClickCancel(sheet);
-    };
-    QVERIFY(!desk.Add(look));
+    }));
 }
 
 void BodyCompTest::anotherDesksChangesAreNotOverwritten()

@@ -11,12 +11,11 @@
 #include "tests/doc/TestApp.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/LargeFont.h"
+#include "tests/ui/UserSteps.h"
 #include "ui/Convert.h"
 
 #include <QDir>
-#include <QLineEdit>
 #include <QPalette>
-#include <QRadioButton>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTreeView>
@@ -49,7 +48,7 @@ void Save(QWidget& window, QString const& name)
 CDialogUser::Step Prompt(std::int32_t memberID, QString const& name = {})
 {
     return [name, memberID](QDialog& prompt) {
-        Child<QLineEdit>(prompt, "memberIDEdit").setText(QString::number(memberID));
+        Do(prompt, u"memberIDEdit=%1"_s.arg(memberID));
         if (!name.isEmpty()) {
             Save(prompt, name);
         }
@@ -74,13 +73,11 @@ CDialogUser::Step Pages(QString const& name)
     };
 }
 
-/// Saves the dialog, after something was done in it, and cancels.
-CDialogUser::Step Look(QString const& name, std::function<void(QDialog&)> const& act = {})
+/// Saves the dialog after these steps and cancels.
+CDialogUser::Step Look(QString const& name, QString const& steps = {})
 {
-    return [name, act](QDialog& dialog) {
-        if (act) {
-            act(dialog);
-        }
+    return [name, steps](QDialog& dialog) {
+        Do(dialog, steps);
         Save(dialog, name);
         dialog.done(QDialog::Rejected);
     };
@@ -194,13 +191,9 @@ void MakeReportPictures(CCorvanaDoc& doc)
         Use(steps, [&] { doc.QueueReport(type); });
     };
     queue(CDAOReport::rtMembershipStatus, {Look(u"report-options"_s)});
-    queue(CDAOReport::rtClassRoster, {Look(u"class"_s, [](QDialog& dialog) {
-        Choose(Child<QComboBox>(dialog, "categoryList"), 1);
-    })});
+    queue(CDAOReport::rtClassRoster, {Look(u"class"_s, u"categoryList=1"_s)});
     queue(CDAOReport::rtMemberWorkouts, {enter, Look(u"member-class"_s)});
-    queue(CDAOReport::rtWorkoutSummaries, {Look(u"report-options-workouts"_s, [](QDialog& dialog) {
-        Child<QRadioButton>(dialog, "allNoButton").click();
-    })});
+    queue(CDAOReport::rtWorkoutSummaries, {Look(u"report-options-workouts"_s, u"allNoButton"_s)});
     queue(CDAOReport::rtEvalComparison, {enter, Look(u"compare-evaluations"_s)});
 }
 
@@ -217,11 +210,7 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     MakeBodyCompPictures(doc);
     MakeReportPictures(doc);
     MoveCheckIns(doc.m_setChkIn);
-    auto const select = [](QDialog& dialog) {
-        auto& list = Child<QTreeView>(dialog, "checkInList");
-        list.setCurrentIndex(list.model()->index(2, 0));
-    };
-    Use({Look(u"quick-statistics"_s, select)}, [&] { doc.ShowQuickStats(); });
+    Use({Look(u"quick-statistics"_s, u"checkInList=2"_s)}, [&] { doc.ShowQuickStats(); });
     auto& tree = Child<QTreeView>(frame, "memberTree");
     auto const root = tree.model()->index(0, 0);
     tree.expand(root);

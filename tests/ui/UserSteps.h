@@ -3,7 +3,6 @@
 #include "tests/ui/DialogUser.h"
 
 #include <QLineEdit>
-#include <QListView>
 #include <QTabWidget>
 
 /// The page of a sheet that is shown; of other forms all of it.
@@ -36,7 +35,7 @@ inline void Do(QWidget const& form, QString const& steps)
         } else if (auto* const box = qobject_cast<QComboBox*>(&field)) {
             int const entry = box->findText(text);
             Choose(*box, entry >= 0 ? entry : text.toInt());
-        } else if (auto* const list = qobject_cast<QListView*>(&field)) {
+        } else if (auto* const list = qobject_cast<QAbstractItemView*>(&field)) {
             list->setCurrentIndex(list->model()->index(text.toInt(), 0));
         } else {
             if (auto* const check = field.findChild<QCheckBox*>()) { // of an optional date

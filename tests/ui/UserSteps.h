@@ -2,6 +2,7 @@
 
 #include "tests/ui/DialogUser.h"
 
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QTabWidget>
 
@@ -13,7 +14,8 @@ inline QWidget const& Page(QWidget const& form)
 }
 
 /// Steps of the user on the page that is shown: types into a field ("wristEdit=7"), chooses the
-/// entry of a list ("classList=2", "categoryList=Staff"), goes to another page ("@1"), presses a
+/// entry of a list ("classList=2", "categoryList=Staff"), checks an optional date
+/// ("fromField=1/2/26") or unchecks it ("fromField="), goes to another page ("@1"), presses a
 /// button ("okYesRadio") or one of the form's own ("OK", "Cancel").
 inline void Do(QWidget const& form, QString const& steps)
 {

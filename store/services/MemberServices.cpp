@@ -119,6 +119,12 @@ bool UpdateEnrollment(std::int32_t const& memberID, CEFOleDateTime const& enroll
     return change.Commit();
 }
 
+bool IsUnexpired(std::uint8_t status, CEFOleDateTime expireDate)
+{
+    expireDate.PreMidnight();
+    return status != 0 && !expireDate.IsPast();
+}
+
 bool UpdateClassIndex(std::int32_t memberID, std::uint8_t oldIndex, std::uint8_t newIndex)
 {
     CMemberChange change;

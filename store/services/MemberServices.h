@@ -75,6 +75,9 @@ bool UpdateEnrollment(std::int32_t const& memberID, CEFOleDateTime const& enroll
     CEFOleDateTime const& expireDate, std::uint8_t const& period, std::uint8_t const& incentive,
     std::uint8_t const& status);
 
+/// Whether a membership is current and has not expired: its last day still counts.
+bool IsUnexpired(std::uint8_t status, CEFOleDateTime expireDate);
+
 /// Moves the workouts, evaluations and body compositions of a member from one class index to
 /// another. False when it could not be stored.
 bool UpdateClassIndex(std::int32_t memberID, std::uint8_t oldIndex, std::uint8_t newIndex);

@@ -40,6 +40,15 @@ public:
     static char const* GetActLevelStrAbbr(actlevel level);
     static char const* GetMethodStr(method measured);
 
+    static constexpr CSortKey byBodyCompDate = {{"body_comp_date"}};
+    static constexpr CSortKey byPercentFat = {{"percent_fat"}};
+    static constexpr CSortKey byMethod = {{"method"}};
+    static constexpr CSortKey byActLevel = {{"activity_level"}};
+    static constexpr CSortKey byHeight = {{"height"}};
+    static constexpr CSortKey byWeight = {{"weight"}};
+    static constexpr CSortKey byWaist = {{"waist"}};
+    static constexpr CSortKey byHip = {{"hip"}};
+
     // The current row.
     std::int32_t m_lMemberID = 0;
     CEFOleDateTime m_dtBodyCompDate; ///< never after today

@@ -2,10 +2,12 @@
 
 #include "platform/db/RoughTime.h"
 
+#include <algorithm>
 #include <array>
 #include <cassert>
 #include <limits>
 #include <map>
+#include <utility>
 
 namespace
 {
@@ -300,8 +302,7 @@ bool CDAOEFSet::ShowRow(std::size_t position)
     if (!m_block.IsPresent(row)) {
         return ShowNoRow();
     }
-    auto fx = CFieldExchange::Load(m_block.Row(row));
-    ExchangeFields(fx);
+    ShowFields(m_block.Row(row));
     m_bOnRow = true;
     return true;
 }
@@ -336,6 +337,78 @@ void CDAOEFSet::ClearFields()
 {
     auto fx = CFieldExchange::Clear();
     ExchangeFields(fx);
+}
+
+// ---- lists
+
+std::int64_t CDAOEFSet::KeyAt(std::int32_t place) const
+{
+    auto const at = static_cast<std::size_t>(place);
+    return place >= 0 && HasSelection() && at < m_keys.Size() ? m_keys[at] : 0;
+}
+
+std::int32_t CDAOEFSet::PlaceOf(std::int64_t key) const
+{
+    std::int32_t place = ToCount(HasSelection() ? m_keys.Size() : 0) - 1;
+    while (place >= 0 && m_keys[static_cast<std::size_t>(place)] != key) {
+        --place;
+    }
+    return place;
+}
+
+bool CDAOEFSet::ReadPlaces(std::span<std::int32_t const> places, CRowBlock& rows)
+{
+    auto* const database = HasSelection() ? Database() : nullptr;
+    std::array<std::int64_t, CDatabase::kBlockRows> keys = {};
+    assert(places.size() <= keys.size());
+    std::ranges::transform(places, keys.begin(), [this](auto place) { return KeyAt(place); });
+    return database != nullptr
+        && Do(database->ReadRows(Table(), std::span(keys).first(places.size()), rows));
+}
+
+void CDAOEFSet::ShowFields(CRowView const& row)
+{
+    auto fx = CFieldExchange::Load(row);
+    ExchangeFields(fx);
+}
+
+bool CDAOEFSet::Sort(CSortKey const& by, bool down, std::vector<std::int32_t>& places)
+{
+    constexpr std::string_view kOrder = "ORDER BY ";
+    auto* const database = HasSelection() ? Database() : nullptr;
+    auto const order = m_strClause.rfind(kOrder);
+    if (database == nullptr || order == std::string::npos) {
+        return false;
+    }
+    auto clause = m_strClause;
+    std::string terms;
+    for (auto const term : by.terms) {
+        terms += term.empty() ? "" : std::string(term) + (down ? " DESC, " : ", ");
+    }
+    CKeyset sorted;
+    clause.insert(order + kOrder.size(), terms);
+    if (!Do(database->FindKeys(Table(), {clause, m_values}, sorted))) {
+        return false;
+    }
+    std::vector<std::pair<std::int64_t, std::int32_t>> known(m_keys.Size());
+    for (std::size_t i = 0; i < known.size(); ++i) {
+        known[i] = {m_keys[i], static_cast<std::int32_t>(i)};
+    }
+    std::ranges::sort(known);
+    places.clear();
+    places.reserve(known.size());
+    for (std::size_t i = 0; i < sorted.Size(); ++i) {
+        // Those that came meanwhile are not in the selection.
+        auto const found = std::ranges::lower_bound(known, std::pair(sorted[i], 0));
+        if (found != known.end() && found->first == sorted[i]) {
+            places.push_back(std::exchange(found->second, -1));
+        }
+    }
+    std::erase_if(known, [](auto const& row) { return row.second < 0; });
+    for (auto const& [key, place] : known) {
+        places.push_back(place);
+    }
+    return true;
 }
 
 // ---- writing

@@ -3,10 +3,12 @@
 #include "platform/db/Database.h"
 #include "store/sets/DatabaseSession.h"
 #include "store/sets/FieldExchange.h"
+#include "store/sets/SortKey.h"
 
 #include <chrono>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -79,6 +81,22 @@ public:
     virtual int IsEOF() const;
     /// The full path of the file that holds the table.
     virtual std::string GetDefaultDBName() const;
+
+    // What lists show of the selection, beside the cursor, which stays where it is with its fields.
+    // Places count from 0 on in the order of the find.
+
+    /// The key of the row of a place, 0 when there is no such place.
+    std::int64_t KeyAt(std::int32_t place) const;
+    /// The place of the row of a key, -1 when it is not selected. Looks through the keys.
+    std::int32_t PlaceOf(std::int64_t key) const;
+    /// Reads the rows of some places, at most CDatabase::kBlockRows, as they are stored now. False
+    /// when they could not be read, or the selection is closed.
+    bool ReadPlaces(std::span<std::int32_t const> places, CRowBlock& rows);
+    /// Shows in the fields a row that another set of this class has read.
+    void ShowFields(CRowView const& row);
+    /// All places in another order, rows that are equal in it as they were found. Rows that another
+    /// program deleted come last. Costs one ordered pass over the selection's keys.
+    bool Sort(CSortKey const& by, bool down, std::vector<std::int32_t>& places);
 
     /// The key of the current row, empty while there is none: the row's own for good, since keys
     /// are never given out twice.

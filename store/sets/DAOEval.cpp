@@ -47,6 +47,13 @@ double CDAOEval::GetStnVal(int station) const
         : 0.0;
 }
 
+CSortKey CDAOEval::ByStnVal(int station)
+{
+    return station >= 0 && station < CDAOCirc::kStations
+        ? CSortKey{{CDAOCirc::ColumnName(static_cast<std::size_t>(station))}}
+        : CSortKey{};
+}
+
 void CDAOEval::ExchangeFields(CFieldExchange& fx)
 {
     fx.Field("eval_id", m_lEvalID);

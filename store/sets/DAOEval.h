@@ -26,6 +26,22 @@ public:
     /// The progressive lift of a station from 0 to 23, in pounds; 0 for any other.
     double GetStnVal(int station) const;
 
+    static constexpr CSortKey byEvalDate = {{"eval_date"}};
+    static constexpr CSortKey byHeight = {{"height"}};
+    static constexpr CSortKey byWeight = {{"weight"}};
+    static constexpr CSortKey byActLevel = {{"activity_level"}};
+    static constexpr CSortKey byRestingHR = {{"resting_heart_rate"}};
+    static constexpr CSortKey byPressure = {{"systolic", "diastolic"}};
+    static constexpr CSortKey byTrunkFlexion = {{"trunk_flexion"}};
+    static constexpr CSortKey bySitUps = {{"sit_ups"}};
+    static constexpr CSortKey byAbCrunches = {{"ab_crunches"}};
+    static constexpr CSortKey byStepTest = {{"step_test"}};
+    static constexpr CSortKey byRunSeconds = {{"run_seconds"}};
+    static constexpr CSortKey byErgometer = {{"ergometer"}};
+    static constexpr CSortKey byPercentFat = {{"percent_fat"}};
+    /// By a progressive lift, of a station from 0 to 23; empty for any other.
+    static CSortKey ByStnVal(int station);
+
     // The current row.
     std::int32_t m_lEvalID = 0;
     double m_dPercentFat = 0.0;

@@ -27,6 +27,13 @@ public:
     virtual int FindMembers(CMemberSearchData const& search, bool byName, bool past);
     static char const* GetStatusStr(std::uint8_t status) { return CDAOSmMem::GetStatusStr(status); }
 
+    static constexpr CSortKey byName = {
+        {"last_name COLLATE NOCASE", "first_name COLLATE NOCASE", "middle_initial COLLATE NOCASE"}};
+    static constexpr CSortKey byMemberID = {{"member_id"}};
+    static constexpr CSortKey byWorkoutNum = {{"workout_number"}};
+    static constexpr CSortKey byStatus = {{"status <> 0"}}; ///< past ones first
+    static constexpr CSortKey byExpireDate = {{"expire_date"}};
+
     // The current row.
     std::int32_t m_MemberID = 0;
     CEFOleDateTime m_ExpireDate;

@@ -77,6 +77,13 @@ void CDAOWk::SetStnVal(int const& index, std::int16_t const& value)
     }
 }
 
+CSortKey CDAOWk::ByStnVal(int index)
+{
+    return index >= 0 && index < kStationValues
+        ? CSortKey{{kColumns[static_cast<std::size_t>(index)]}}
+        : CSortKey{};
+}
+
 void CDAOWk::ExchangeFields(CFieldExchange& fx)
 {
     fx.Field("member_id", m_lMemberID);

@@ -40,6 +40,13 @@ public:
     std::int16_t GetStnVal(int const& index) const;
     void SetStnVal(int const& index, std::int16_t const& value);
 
+    static constexpr CSortKey byCheckIn = {{"check_in"}};
+    static constexpr CSortKey byTimeIn = {{"check_in % 86400"}}; ///< by the clock
+    static constexpr CSortKey byTimeOut = {{"check_out % 86400"}};
+    static constexpr CSortKey byMinutes = {{"max(check_out - check_in, 0) / 60"}};
+    /// By a station value; empty for an index that has none.
+    static CSortKey ByStnVal(int index);
+
     // The current row.
     std::int32_t m_lMemberID = 0;
     bool m_bWorkoutOK = false;

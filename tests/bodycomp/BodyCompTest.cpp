@@ -215,23 +215,23 @@ void BodyCompTest::leavingCalculatesWithTheFirstPage()
 void BodyCompTest::unitsComeBackAsSaved()
 {
     CBodyCompDesk desk(2);
-    // From bit 4 on, when it is clear and when it is set.
-    QStringList const buttons[]
-        = {{u"fahrenheitRadio"_s, u"celsiusRadio"_s}, {u"wetPoundsRadio"_s, u"wetKilogramsRadio"_s},
-            {u"tarePoundsRadio"_s, u"tareKilogramsRadio"_s}, {u"siriRadio"_s, u"brozekRadio"_s}};
+    // For the bits from 4 on, when they are clear and when they are set.
+    auto const clear = u"fahrenheitRadio wetPoundsRadio tarePoundsRadio siriRadio"_s.split(u' ');
+    auto const set = u"celsiusRadio wetKilogramsRadio tareKilogramsRadio brozekRadio"_s.split(u' ');
     constexpr quint32 kForeign = 0xdeadbe00;
-    for (quint32 set = 0; set < 16; ++set) {
-        desk.Change("units = " + std::to_string(kForeign | set << 4 | 0xf));
+    for (quint32 bits = 0; bits < 16; ++bits) {
+        desk.Change("units = " + std::to_string(kForeign | bits << 4 | 0xf));
         QVERIFY(desk.EditIt([&](QDialog& sheet) {
             ShowPage(sheet, 1);
-            for (quint32 bit = 0; auto const& pair : buttons) {
-                bool const isSet = (set >> bit++ & 1) != 0;
-                QVERIFY(Child<QAbstractButton>(sheet, pair[isSet].toLatin1()).isChecked());
-                Do(sheet, pair[!isSet]);
+            for (int bit = 0; bit < 4; ++bit) {
+                bool const isSet = (bits >> bit & 1) != 0;
+                auto const name = (isSet ? set : clear)[bit].toLatin1();
+                QVERIFY(Child<QAbstractButton>(sheet, name).isChecked());
+                Do(sheet, (isSet ? clear : set)[bit]);
             }
             ClickOk(sheet);
         }));
-        QCOMPARE(desk.All()[0].section(u'|', -1), QString::number(kForeign | (~set & 15) << 4));
+        QCOMPARE(desk.All()[0].section(u'|', -1), QString::number(kForeign | (~bits & 15) << 4));
     }
 }
 

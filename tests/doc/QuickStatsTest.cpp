@@ -57,7 +57,7 @@ void CheckIn(int memberID, int minutesAgo)
 {
     OnCheckIns(u"INSERT INTO check_ins (member_id, workout_number, first_name, last_name, "
                "check_in) VALUES (%1, %1 + 100, 'Ann', 'No%1', %2)"_s.arg(memberID)
-                   .arg(kNow.Seconds() - minutesAgo * 60));
+                   .arg(kNow.Seconds() - std::int64_t(minutesAgo) * 60));
 }
 
 /// The rows, their cells between bars.

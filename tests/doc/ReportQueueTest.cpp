@@ -177,8 +177,8 @@ void ReportQueueTest::whatCannotBeReportedIsTold()
         u"Error: one of the two evaluations is no longer there.\nThe report was not queued."_s);
 
     RunOnMembers("PRAGMA legacy_alter_table = ON");
-    for (std::string const table : {"workouts", "classes", "evaluations", "body_compositions"}) {
-        RunOnMembers("ALTER TABLE " + table + " RENAME TO lost_" + table);
+    for (auto const* const table : {"workouts", "classes", "evaluations", "body_compositions"}) {
+        RunOnMembers(std::string("ALTER TABLE ").append(table).append(" RENAME TO lost_") + table);
     }
     auto const evals = u"evaluations of Member ID 12"_s;
     auto const bodyComps = u"body compositions of Member ID 12"_s;

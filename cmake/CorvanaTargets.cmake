@@ -61,7 +61,7 @@ endfunction()
 
 function(_corvana_with_qt PROGRAM)
   set_target_properties(${PROGRAM} PROPERTIES AUTOMOC ON)
-  target_link_libraries(${PROGRAM} PRIVATE Qt6::Test Qt6::Widgets)
+  target_link_libraries(${PROGRAM} PRIVATE Qt6::Test Qt6::PrintSupport)
   target_precompile_headers(${PROGRAM} REUSE_FROM platform_qt)
 endfunction()
 

@@ -1,5 +1,7 @@
 #include "tests/QtTests.h"
 
+#include "tests/TempFolder.h"
+
 #include <QApplication>
 #include <QTest>
 
@@ -21,6 +23,8 @@ int main(int argc, char** argv)
         }
         return 1;
     }
+    CTempFolder const settings; // not those of whoever runs the tests
+    qputenv("XDG_CONFIG_HOME", settings.Path().c_str());
     QApplication const app(argc, argv);
     std::unique_ptr<QObject> const test(entry->second());
     argv[1] = argv[0];

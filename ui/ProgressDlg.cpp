@@ -38,10 +38,10 @@ CProgressDlg::~CProgressDlg()
     m_pBar->setValue(m_nPosition);
 }
 
-void CProgressDlg::Step()
+void CProgressDlg::Step(int rows)
 {
-    if (m_nMaximum > 0) {
-        m_nPosition = m_nPosition % m_nMaximum + 1;
+    if (m_nMaximum > 0 && rows > 0) {
+        m_nPosition = (m_nPosition + rows - 1) % m_nMaximum + 1;
     }
     if (IsPumpDue()) {
         m_pBar->setValue(m_nPosition);

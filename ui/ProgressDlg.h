@@ -19,9 +19,9 @@ public:
     CProgressDlg(QWidget* owner, QString const& sentence, int count);
     ~CProgressDlg() override;
 
-    /// One row is done. Past its maximum the bar starts over. Costs about 0.1 us; the window is
-    /// brought up to date at most 60 times a second.
-    void Step();
+    /// So many rows are done. Past its maximum the bar starts over. Costs about 0.1 us; the window
+    /// is brought up to date at most 60 times a second.
+    void Step(int rows = 1);
 
 private:
     QProgressBar* m_pBar = nullptr;

@@ -217,24 +217,27 @@ bool CMainViewTree::LoadBranch(QModelIndex const& branch)
 {
     auto const memberID = m_pModel->MemberIDOf(branch);
     std::vector<QString> dates;
+    // Beside the record sets of the document: one of those may be open for a list.
+    CDAOWk workouts;
+    CDAOSmEval evaluations;
+    CDAOBodyComp bodyComps;
     auto const load = [&](QString const& sentence, auto& set, int count, auto date) {
-        CSetCloser const close(set);
         return ReadDates(this, sentence, set, count, date, dates)
             || Fail(tr("Error: the records could not be loaded."), ToQt(set.LastStatus().Text()));
     };
     bool loaded = false;
     switch (branch.data(CMemberTreeModel::kCodeRole).toInt()) {
     case kWorkoutsNode:
-        loaded = load(tr("Loading workouts, please wait..."), m_doc.m_setWk,
-            m_doc.m_setWk.FindWks(memberID), &CDAOWk::m_dtCheckIn);
+        loaded = load(tr("Loading workouts, please wait..."), workouts,
+            workouts.FindWks(memberID), &CDAOWk::m_dtCheckIn);
         break;
     case kEvaluationsNode:
-        loaded = load(tr("Loading evaluations, please wait..."), m_doc.m_setSmEval,
-            m_doc.m_setSmEval.FindEvals(CDAOSmEval::idMember, memberID), &CDAOSmEval::m_dtEvalDate);
+        loaded = load(tr("Loading evaluations, please wait..."), evaluations,
+            evaluations.FindEvals(CDAOSmEval::idMember, memberID), &CDAOSmEval::m_dtEvalDate);
         break;
     default:
-        loaded = load(tr("Loading body compositions, please wait..."), m_doc.m_setBodyComp,
-            m_doc.m_setBodyComp.FindBodyComps(memberID), &CDAOBodyComp::m_dtBodyCompDate);
+        loaded = load(tr("Loading body compositions, please wait..."), bodyComps,
+            bodyComps.FindBodyComps(memberID), &CDAOBodyComp::m_dtBodyCompDate);
         break;
     }
     if (loaded) {
@@ -299,7 +302,7 @@ void CMainViewTree::ShowTip(QModelIndex const& node)
     }
     setCurrentIndex(node);
     scrollTo(node);
-    auto const text = TipOf(m_doc, *target);
+    auto const text = TipOf(*target);
     if (text.isEmpty()) {
         return;
     }

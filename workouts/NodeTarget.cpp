@@ -1,12 +1,10 @@
 #include "workouts/NodeTarget.h"
 
 #include "doc/CorvanaDoc.h"
-#include "store/sets/SetCloser.h"
+#include "ui/CellText.h"
 #include "ui/Convert.h"
 
 #include <QCoreApplication>
-
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -18,16 +16,9 @@ struct CTips
     Q_DECLARE_TR_FUNCTIONS(CTips)
 };
 
-/// 0 for what no whole number can hold: another program may have written anything.
-int Truncated(double value)
+QString MemberTip(std::int32_t memberID)
 {
-    constexpr double kMost = std::numeric_limits<int>::max();
-    return value >= -kMost && value <= kMost ? static_cast<int>(value) : 0;
-}
-
-QString MemberTip(CDAOMem& set, std::int32_t memberID)
-{
-    CSetCloser const close(set);
+    CDAOMem set;
     if (set.FindMember(CDAOSmMem::idMember, memberID) == 0) {
         return {};
     }
@@ -36,9 +27,9 @@ QString MemberTip(CDAOMem& set, std::int32_t memberID)
         + CTips::tr(", Expiration: ") + ToQt(set.m_ExpireDate.DateStrLongYear());
 }
 
-QString WorkoutTip(CDAOWk& set, std::int32_t memberID, CEFOleDateTime const& checkIn)
+QString WorkoutTip(std::int32_t memberID, CEFOleDateTime const& checkIn)
 {
-    CSetCloser const close(set);
+    CDAOWk set;
     if (set.FindWks(memberID, checkIn) == 0) {
         return {};
     }
@@ -46,9 +37,9 @@ QString WorkoutTip(CDAOWk& set, std::int32_t memberID, CEFOleDateTime const& che
         + (set.m_bWorkoutOK ? CTips::tr(", Status: OK") : CTips::tr(", Status: Not OK"));
 }
 
-QString EvaluationTip(CDAOSmEval& set, std::int32_t memberID, CEFOleDateTime const& date)
+QString EvaluationTip(std::int32_t memberID, CEFOleDateTime const& date)
 {
-    CSetCloser const close(set);
+    CDAOSmEval set;
     if (set.FindEvals(memberID, date) == 0) {
         return {};
     }
@@ -59,9 +50,9 @@ QString EvaluationTip(CDAOSmEval& set, std::int32_t memberID, CEFOleDateTime con
         .arg(Truncated(set.m_dWeight));
 }
 
-QString BodyCompTip(CDAOBodyComp& set, std::int32_t memberID, CEFOleDateTime const& date)
+QString BodyCompTip(std::int32_t memberID, CEFOleDateTime const& date)
 {
-    CSetCloser const close(set);
+    CDAOBodyComp set;
     if (set.FindBodyComps(memberID, date) == 0) {
         return {};
     }
@@ -72,11 +63,11 @@ QString BodyCompTip(CDAOBodyComp& set, std::int32_t memberID, CEFOleDateTime con
 
 } // namespace
 
-QString TipOf(CCorvanaDoc& doc, CNodeTarget const& target)
+QString TipOf(CNodeTarget const& target)
 {
     auto const memberID = target.m_lMemberID;
     if (target.m_kind == kMembersNode) {
-        return MemberTip(doc.m_setMem, memberID);
+        return MemberTip(memberID);
     }
     auto const date = CEFOleDateTime::Parse(FromQt(target.m_strDate));
     if (!date.ChkStatus()) {
@@ -84,11 +75,11 @@ QString TipOf(CCorvanaDoc& doc, CNodeTarget const& target)
     }
     switch (target.m_kind) {
     case kWorkoutsNode:
-        return WorkoutTip(doc.m_setWk, memberID, date);
+        return WorkoutTip(memberID, date);
     case kEvaluationsNode:
-        return EvaluationTip(doc.m_setSmEval, memberID, date);
+        return EvaluationTip(memberID, date);
     default:
-        return BodyCompTip(doc.m_setBodyComp, memberID, date);
+        return BodyCompTip(memberID, date);
     }
 }
 

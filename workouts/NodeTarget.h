@@ -16,9 +16,9 @@ struct CNodeTarget
     QString m_strDate; ///< of the record, as the node shows it
 };
 
-/// A summary in one line; empty when the member or the record is not found. Reads one row, with the
-/// document's record sets, and closes them.
-QString TipOf(CCorvanaDoc& doc, CNodeTarget const& target);
+/// A summary in one line; empty when the member or the record is not found. Reads one row, beside
+/// the record sets of the document: one of those may be open for a list.
+QString TipOf(CNodeTarget const& target);
 /// Edits or deletes it; true when something was changed.
 bool EditTarget(CCorvanaDoc& doc, CNodeTarget const& target);
 bool DeleteTarget(CCorvanaDoc& doc, CNodeTarget const& target);

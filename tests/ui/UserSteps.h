@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QTabWidget>
+#include <QTreeView>
 
 /// The page of a sheet that is shown; of other forms all of it.
 inline QWidget const& Page(QWidget const& form)
@@ -52,6 +53,17 @@ inline void Do(QWidget const& form, QString const& steps)
 inline CDialogUser::Step Steps(QString const& steps)
 {
     return [steps](QDialog& form) { Do(form, steps); };
+}
+
+/// Sees a list's title, its first heading and how many rows it has, and closes it.
+inline CDialogUser::Step SeeList(QString& seen)
+{
+    return [&seen](QDialog& list) {
+        auto const& model = *Child<QTreeView>(list, "recordList").model();
+        seen = list.windowTitle() + u'|' + model.headerData(0, Qt::Horizontal).toString() + u'|'
+            + QString::number(model.rowCount());
+        Child<QPushButton>(list, "okButton").click();
+    };
 }
 
 /// What labels and fields show: "M|35" for "sexText ageText".

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QPageLayout>
+#include <QPrinter>
+
+#include <functional>
+#include <memory>
+
+/// Letter paper with no wider margins than the device needs, and a quarter of an inch at least:
+/// what stands at the very edge of a sheet is not printed by most printers, whatever they say.
+void SetLetterPaper(QPagedPaintDevice& device, QPageLayout::Orientation orientation);
+
+/// The user's default printer, as it is set but for paper and orientation, with the document's
+/// name. Null when there is none, or it cannot be used.
+std::unique_ptr<QPrinter> DefaultPrinter(
+    QString const& documentName, QPageLayout::Orientation orientation);
+
+/// What the user calls it; empty when there is none.
+QString DefaultPrinterName();
+
+/// Puts something else in the place of the default printer, and gives back what was there; empty
+/// for the default printer itself.
+using CPrinterMaker = std::function<std::unique_ptr<QPrinter>()>;
+CPrinterMaker SetPrinterMaker(CPrinterMaker maker);

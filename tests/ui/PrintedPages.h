@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/qt/Printers.h"
+#include "tests/TempFolder.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QStringList>
+
+/// The default printer while it lives, one that prints into a PDF file; and what it printed.
+class CPrintedPages
+{
+public:
+    explicit CPrintedPages(QString const& path = {})
+        : m_strPath(path.isEmpty()
+                ? QString::fromStdString((m_folder.Path() / "printed.pdf").string())
+                : path)
+        , m_before(SetPrinterMaker([this] {
+            auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+            printer->setOutputFormat(QPrinter::PdfFormat);
+            printer->setOutputFileName(m_strPath);
+            return printer;
+        }))
+    {
+    }
+    ~CPrintedPages() { SetPrinterMaker(m_before); }
+    CPrintedPages(CPrintedPages const&) = delete;
+    CPrintedPages& operator=(CPrintedPages const&) = delete;
+
+    /// The lines of each page that are not empty, several blanks as one; none when nothing was
+    /// printed.
+    QList<QStringList> Lines() const { return LinesOf(m_strPath); }
+    static QList<QStringList> LinesOf(QString const& path)
+    {
+        QList<QStringList> pages;
+        auto text = QString::fromUtf8(Read({QStringLiteral("-layout"), path}));
+        for (auto const& page : text.split(u'\f', Qt::SkipEmptyParts)) {
+            QStringList lines;
+            for (auto const& line : page.split(u'\n', Qt::SkipEmptyParts)) {
+                lines += line.simplified();
+            }
+            pages += lines;
+        }
+        return pages;
+    }
+    /// Left edge and top of each word, in points: "12.5 40.0 Name".
+    QStringList Words() const
+    {
+        QStringList words;
+        auto const text = QString::fromUtf8(Read({QStringLiteral("-bbox"), m_strPath}));
+        for (auto const& line : text.split(u'\n')) {
+            auto const part = line.split(u'"');
+            if (line.contains(QStringLiteral("<word"))) {
+                words += QString::number(part[1].toDouble(), 'f', 1) + u' '
+                    + QString::number(part[3].toDouble(), 'f', 1) + u' '
+                    + part.constLast().mid(1).section(u'<', 0, 0);
+            }
+        }
+        return words;
+    }
+
+private:
+    static QByteArray Read(QStringList const& options)
+    {
+        QProcess reader;
+        reader.start(QStringLiteral("pdftotext"), options + QStringList{QStringLiteral("-")});
+        reader.waitForFinished();
+        return reader.readAllStandardOutput();
+    }
+
+    CTempFolder m_folder;
+    QString const m_strPath;
+    CPrinterMaker const m_before;
+};

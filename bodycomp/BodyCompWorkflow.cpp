@@ -4,12 +4,14 @@
 #include "bodycomp/BodyCompBodyMeasr.h"
 #include "bodycomp/BodyCompEditor.h"
 #include "bodycomp/BodyCompHydrostaticPg.h"
+#include "bodycomp/BodyCompListDlg.h"
 #include "bodycomp/BodyCompMethodDlg.h"
 #include "bodycomp/BodyCompOtherPg.h"
 #include "bodycomp/BodyCompProfilePg.h"
 #include "bodycomp/BodyCompRecord.h"
 #include "bodycomp/BodyCompSkinFoldPg.h"
 #include "doc/RecordCommands.h"
+#include "ui/Convert.h"
 #include "ui/WaitCursor.h"
 #include "ui/WaitDlg.h"
 
@@ -120,5 +122,12 @@ void CCorvanaDoc::ShowMemberBodyComps()
             return classIndex ? m_setBodyComp.FindBodyComps(memberID, *classIndex)
                               : m_setBodyComp.FindBodyComps(memberID);
         },
-        [this](std::int32_t, CClassChoice const&) { ShowFoundBodyComps(); });
+        [this](std::int32_t memberID, CClassChoice const& choice) {
+            using List = CBodyCompListDlg;
+            List list(*this, m_setBodyComp);
+            list.m_strTitle = tr("Body Compositions for Member ID %1, %2")
+                                  .arg(QString::number(memberID), ToQt(choice.m_strClass));
+            list.m_nColumns &= ~(List::colName | List::colMemberID);
+            list.exec();
+        });
 }

@@ -56,6 +56,13 @@ enum class CRecordKind
     bodyComps
 };
 
+/// What is done with records that are written to a data file.
+enum class CTransfer
+{
+    backup,
+    archive ///< deletes them afterwards
+};
+
 /// The one document of the program. It owns a record set of every kind and the configuration of
 /// the centre from start to exit, and has an operation for everything that menus, buttons, lists
 /// and the tree call. An operation is defined in the folder whose matter it is.
@@ -137,6 +144,19 @@ public:
     bool DeleteMemberClass(std::int32_t memberID, std::uint8_t classIndex,
         std::string const& category, std::string const& course, std::string const& section);
 
+    // Members found by a search, from their list
+
+    void UpdateClass(CDAOMem& members);
+    void UpdateEnrollment(CDAOMem& members);
+    void PostMessages(CDAOMem& members);
+    void PrintLetters(CDAOMem& members);
+    void PrintLabels(CDAOMem& members);
+
+    // Rows of an open set: how many were copied, deleted
+
+    int BackupRecords(CDAOFileSet& set, CTransfer mode);
+    int DeleteRecords(CDAOFileSet& set, bool confirm);
+
     // Whole tables
 
     void BackUpAll(CRecordKind kind);
@@ -215,13 +235,7 @@ public:
 private:
     bool LoadConfiguration();
     void LoadStations(CDAOStn& set, int count);
-    /// Shows the members of a selection in a list. A class search has a CDAOMemCls.
-    void ShowFoundMembers(CDAOMem& set, QString const& caption, bool isClassSearch);
-    // Show the records on which their set stands in a list.
-    void ShowFoundWorkouts();
-    void ShowFoundEvaluations();
-    void ShowFoundBodyComps();
-    void TellNotBuiltYet(QString const& detail = {});
+    void TellNotBuiltYet();
 
     CAppCommands& m_app;
     CDocViews* m_pViews = nullptr;

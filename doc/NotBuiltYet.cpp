@@ -4,29 +4,46 @@
 
 #include "ui/Messages.h"
 
-void CCorvanaDoc::TellNotBuiltYet(QString const& detail)
+void CCorvanaDoc::TellNotBuiltYet()
 {
-    Tell(Window(), tr("This command is not available yet."), CMessageIcon::none, detail);
+    Tell(Window(), tr("This command is not available yet."));
 }
 
-void CCorvanaDoc::ShowFoundMembers(CDAOMem&, QString const& caption, bool)
-{
-    TellNotBuiltYet(caption);
-}
-
-void CCorvanaDoc::ShowFoundWorkouts()
+void CCorvanaDoc::UpdateClass(CDAOMem& /*members*/)
 {
     TellNotBuiltYet();
 }
 
-void CCorvanaDoc::ShowFoundEvaluations()
+void CCorvanaDoc::UpdateEnrollment(CDAOMem& /*members*/)
 {
     TellNotBuiltYet();
 }
 
-void CCorvanaDoc::ShowFoundBodyComps()
+void CCorvanaDoc::PostMessages(CDAOMem& /*members*/)
 {
     TellNotBuiltYet();
+}
+
+void CCorvanaDoc::PrintLetters(CDAOMem& /*members*/)
+{
+    TellNotBuiltYet();
+}
+
+void CCorvanaDoc::PrintLabels(CDAOMem& /*members*/)
+{
+    TellNotBuiltYet();
+}
+
+int CCorvanaDoc::BackupRecords(CDAOFileSet& /*set*/, CTransfer /*mode*/)
+{
+    TellNotBuiltYet();
+    return 0;
+}
+
+int CCorvanaDoc::DeleteRecords(CDAOFileSet& /*set*/, bool /*confirm*/)
+{
+    TellNotBuiltYet();
+    return 0;
 }
 
 void CCorvanaDoc::BackUpAll(CRecordKind)

@@ -5,11 +5,13 @@
 #include "evaluations/EvaluationBodyCompPg.h"
 #include "evaluations/EvaluationEditor.h"
 #include "evaluations/EvaluationFitTestPg.h"
+#include "evaluations/EvaluationListDlg.h"
 #include "evaluations/EvaluationProfilePg.h"
 #include "evaluations/EvaluationRecord.h"
 #include "evaluations/EvaluationTrainingRgPg.h"
 #include "evaluations/EvaluationWorkWtPg.h"
 #include "store/sets/SetCloser.h"
+#include "ui/Convert.h"
 #include "ui/WaitCursor.h"
 #include "ui/WaitDlg.h"
 
@@ -110,6 +112,11 @@ void CCorvanaDoc::ShowMemberEvaluations()
         [this](std::int32_t memberID, CClassChoice const& choice) {
             m_nEvalMemberSel = memberID;
             m_nEvalClassSel = choice.m_nClassIndex;
-            ShowFoundEvaluations();
+            using List = CEvaluationListDlg;
+            List list(*this, m_setEval);
+            list.m_strTitle = tr("Evaluations for Member ID %1, %2")
+                                  .arg(QString::number(memberID), ToQt(choice.m_strClass));
+            list.m_nColumns &= ~(List::colName | List::colMemberID);
+            list.exec();
         });
 }

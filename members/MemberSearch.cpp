@@ -4,6 +4,7 @@
 #include "members/MemberEnrollFindPg.h"
 #include "members/MemberFindPg.h"
 #include "members/MemberGoalsPg.h"
+#include "members/MemberListDlg.h"
 #include "members/MemberMedHistPg.h"
 #include "platform/qt/PropertySheet.h"
 #include "store/sets/DAOMemCls.h"
@@ -64,8 +65,9 @@ void CCorvanaDoc::FindMembers()
     } else if (count == 0) {
         Tell(Window(), tr("No members are recorded for the specified search criteria"));
     } else {
-        ShowFoundMembers(set,
-            count == 1 ? tr("Member ID %1").arg(set.m_MemberID) : tr("Member Search Results"),
-            isClassSearch);
+        CMemberListDlg list(*this, set, isClassSearch);
+        list.m_strTitle
+            = count == 1 ? tr("Member ID %1").arg(set.m_MemberID) : tr("Member Search Results");
+        list.exec();
     }
 }

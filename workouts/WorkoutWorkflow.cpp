@@ -3,10 +3,12 @@
 
 #include "doc/RecordCommands.h"
 #include "store/sets/SetCloser.h"
+#include "ui/Convert.h"
 #include "ui/WaitCursor.h"
 #include "workouts/FindWorkoutsDlg.h"
 #include "workouts/WorkoutDlg.h"
 #include "workouts/WorkoutEditor.h"
+#include "workouts/WorkoutListDlg.h"
 
 namespace
 {
@@ -18,6 +20,30 @@ CRecordCommands CommandsOf(CCorvanaDoc& doc)
             return doc.m_setWk.FindWks(memberID, checkIn);
         },
         CCorvanaDoc::tr("workout"), CCorvanaDoc::tr("workouts")};
+}
+
+/// In a list, those on which the document's set stands; of one member or of all.
+void ShowWorkouts(CCorvanaDoc& doc, bool isOneMember, QString const& title)
+{
+    CWorkoutListDlg list(doc, doc.m_setWk);
+    list.m_strTitle = title;
+    if (isOneMember) {
+        list.m_nColumns &= ~(CWorkoutListDlg::colName | CWorkoutListDlg::colMemberID);
+    }
+    list.exec();
+}
+
+QString TitleOf(CFindWorkoutsDlg const& search)
+{
+    auto title = CCorvanaDoc::tr("Workouts for ");
+    if (search.m_lMemberID != 0) {
+        title += CCorvanaDoc::tr("Member ID %1 - ").arg(search.m_lMemberID);
+    }
+    auto const from = ToQt(search.m_dtFrom.DateStrLongYear());
+    return title
+        + (search.m_dtFrom.IsSameDay(search.m_dtTo)
+                ? from
+                : CCorvanaDoc::tr("%1 to %2").arg(from, ToQt(search.m_dtTo.DateStrLongYear())));
 }
 
 } // namespace
@@ -69,7 +95,11 @@ void CCorvanaDoc::ShowMemberWorkouts()
         [this](std::int32_t memberID, std::optional<std::uint8_t> classIndex) {
             return classIndex ? m_setWk.FindWks(memberID, *classIndex) : m_setWk.FindWks(memberID);
         },
-        [this](std::int32_t, CClassChoice const&) { ShowFoundWorkouts(); });
+        [this](std::int32_t memberID, CClassChoice const& choice) {
+            ShowWorkouts(*this, true,
+                tr("Workouts for Member ID %1, %2")
+                    .arg(QString::number(memberID), ToQt(choice.m_strClass)));
+        });
 }
 
 void CCorvanaDoc::FindWorkouts()
@@ -87,6 +117,6 @@ void CCorvanaDoc::FindWorkouts()
     wait.reset();
     if (CommandsOf(*this).AreFound(
             count, tr("No workouts are recorded for the specified search criteria"))) {
-        ShowFoundWorkouts();
+        ShowWorkouts(*this, dialog.m_lMemberID != 0, TitleOf(dialog));
     }
 }

@@ -236,7 +236,9 @@ void EvaluationTest::losesNothing()
     desk.LosesNothing(u"weightEdit=150 heightEdit=66"_s);
     QCOMPARE(desk.m_doc.m_nEvalMemberSel, 7);
     auto const proposed = [&desk] {
-        desk.Told({Steps(u"memberIDEdit=7 OK"_s), ClickOk}, &CCorvanaDoc::ShowMemberEvaluations);
+        QString seen;
+        desk.Told({Steps(u"memberIDEdit=7 OK"_s), ClickOk, SeeList(seen)},
+            &CCorvanaDoc::ShowMemberEvaluations);
         return int(desk.m_doc.m_nEvalClassSel);
     };
     QCOMPARE(proposed(), 4); // the member's only class

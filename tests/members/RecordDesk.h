@@ -192,17 +192,23 @@ private:
         QCOMPARE(m_messages.Texts().size(), told);
     }
 
-    /// Until there is a list, the message that there is none stands for what was found.
+    /// Of the one that is left.
     void ShowByClass()
     {
-        auto const found = QStringLiteral("This command is not available yet.");
-        auto const none = QStringLiteral("No %1s are recorded for Member ID 7 under Unknown");
-        for (auto const& [entry, text] :
-            {std::pair(0, none.arg(m_strOne)), {1, found}, {2, found}}) {
-            QCOMPARE(Told({Steps(QStringLiteral("memberIDEdit=7 OK")),
-                              Steps(QStringLiteral("classList=%1 OK").arg(entry))},
-                         kShowOfMember),
-                text);
+        auto const choose = [&](int entry, QList<CDialogUser::Step> const& list) {
+            QList<CDialogUser::Step> const steps = {Steps(QStringLiteral("memberIDEdit=7 OK")),
+                Steps(QStringLiteral("classList=%1 OK").arg(entry))};
+            return Told(steps + list, kShowOfMember);
+        };
+        QCOMPARE(choose(0, {}),
+            QStringLiteral("No %1s are recorded for Member ID 7 under Unknown").arg(m_strOne));
+        for (auto const& [entry, name] :
+            {std::pair(1, QStringLiteral("All Categories/Courses/Sections")),
+                {2, QStringLiteral("Staff Wellness Morning")}}) {
+            QString seen;
+            QCOMPARE(choose(entry, {SeeList(seen)}), QString());
+            QCOMPARE(seen.toLower(),
+                QStringLiteral("%1s for Member ID 7, %2|Date|1").arg(m_strOne, name).toLower());
         }
     }
 

@@ -131,17 +131,12 @@ std::int32_t MemberWithTwoEvaluations()
 void MakeSearchPictures(CCorvanaDoc& doc)
 {
     auto const find = [&] { doc.FindMembers(); };
-    auto const enter = [](QDialog& sheet) {
-        Child<QTabWidget>(sheet, "tabs").setCurrentIndex(1);
-        for (auto const& [field, date] :
-            {std::pair("enrollFromField", QDate(2026, 1, 1)), {"enrollToField", QDate(2026, 6, 30)},
-                {"expireFromField", QDate(2026, 12, 1)}, {"expireToField", QDate(2026, 12, 31)}}) {
-            Child<COptionalDateField>(sheet, field).SetDate(date);
-        }
-        Choose(Child<QComboBox>(sheet, "categoryList"), 1);
-    };
     Use({Look(u"find-members-profile"_s)}, find);
-    Use({Look(u"find-members-enrollment"_s, enter)}, find);
+    Use({Look(u"find-members-enrollment"_s,
+            u"@1 enrollFromField=1/1/26 enrollToField=6/30/26 expireFromField=12/1/26 "
+            "expireToField=12/31/26 categoryList=1"_s)},
+        find);
+    Use({Steps(u"lastNameEdit=s OK"_s), Look(u"members-list"_s)}, find);
 }
 
 void MakeWorkoutPictures(CCorvanaDoc& doc)
@@ -152,6 +147,15 @@ void MakeWorkoutPictures(CCorvanaDoc& doc)
         Use({Look(u"workout"_s)}, [&] { doc.AddEditWorkout(&workouts); });
     }
     Use({Look(u"find-workouts"_s)}, [&] { doc.FindWorkouts(); });
+    auto const show = [](QDialog& list) {
+        QTest::keyClick(&list, Qt::Key_6, Qt::ControlModifier);
+        Type(Child<QLineEdit>(list, "findEdit"), u"ar"_s);
+        Save(list, u"workouts-list"_s);
+        Use({Look(u"print-options"_s)}, [&] { Child<QPushButton>(list, "printButton").click(); });
+        QTest::keyClick(&list, Qt::Key_0, Qt::ControlModifier);
+        list.done(QDialog::Rejected);
+    };
+    Use({Steps(u"fromEdit=10/1/26 OK"_s), show}, [&] { doc.FindWorkouts(); });
 }
 
 void MakeEvaluationPictures(CCorvanaDoc& doc)
@@ -159,7 +163,10 @@ void MakeEvaluationPictures(CCorvanaDoc& doc)
     CDAOEval evaluations;
     int const count = evaluations.FindEvals(CDAOSmEval::idMember, MemberWithTwoEvaluations());
     if (evaluations.MoveSet(count - 1)) {
+        auto const member = evaluations.m_lMemberID;
         Use({Pages(u"evaluation"_s)}, [&] { doc.AddEditEvaluation(&evaluations); });
+        Use({Prompt(member), Steps(u"OK"_s), Look(u"evaluations-list"_s)},
+            [&] { doc.ShowMemberEvaluations(); });
     }
 }
 

@@ -184,8 +184,9 @@ void WorkoutTest::findsByMemberAndDates()
 {
     CWorkoutDesk desk;
     AddMember(8);
-    auto const find = [&desk](QString const& steps) {
+    auto const find = [&desk](QString const& steps, bool isFound) {
         QString focus;
+        QString list;
         auto const use = [&](QDialog& dialog) {
             QCOMPARE(FaultsOf(dialog), QStringList());
             Do(dialog, u"oneMemberRadio"_s);
@@ -198,24 +199,33 @@ void WorkoutTest::findsByMemberAndDates()
                 ClickCancel(dialog);
             }
         };
-        return desk.Told({use}, &CCorvanaDoc::FindWorkouts) + focus;
+        QList<CDialogUser::Step> see;
+        if (isFound) {
+            see += SeeList(list);
+        }
+        return desk.Told(QList<CDialogUser::Step>{use} + see, &CCorvanaDoc::FindWorkouts) + focus
+            + list;
     };
-    auto const toDay = u"toEdit="_s + ToQt(kCheckIn.DateStrLongYear());
+    auto const day = ToQt(kCheckIn.DateStrLongYear());
+    auto const toDay = u"toEdit="_s + day;
     auto const member = toDay + u" oneMemberRadio memberIDEdit="_s;
-    auto const found = u"This command is not available yet."_s;
     auto const nothing = u"No workouts are recorded for the specified search criteria"_s;
-    for (auto const& [steps, told] : {std::pair(u"okAllRadio "_s + toDay, found),
-             {u"okYesRadio "_s + member + u'7', found}, {u"okNoRadio "_s + toDay, nothing},
-             {u"toEdit=1/2/2020"_s, nothing}, {member + u'8', nothing},
-             {member + u'0', u"Enter an integer between 1 and 999999999. @memberIDEdit"_s},
-             {member + u'9',
-                 u"Sorry, there is no member in the database\nthat matches ID 9. @memberIDEdit"_s},
-             {u"toEdit=12/31/2019"_s,
-                 u"Error: second date must be later than or equal to first date @toEdit"_s}}) {
-        QCOMPARE(find(steps), told);
+    for (auto const& [steps, told] :
+        {std::pair(u"okAllRadio "_s + toDay, u"Workouts for 01/01/2020 to %1|Name|1"_s.arg(day)),
+            {u"okYesRadio "_s + member + u'7',
+                u"Workouts for Member ID 7 - 01/01/2020 to %1|Date|1"_s.arg(day)},
+            {u"okAllRadio fromEdit=%1 "_s.arg(day) + toDay, u"Workouts for %1|Name|1"_s.arg(day)},
+            {u"okNoRadio "_s + toDay, nothing}, {u"toEdit=1/2/2020"_s, nothing},
+            {member + u'8', nothing},
+            {member + u'0', u"Enter an integer between 1 and 999999999. @memberIDEdit"_s},
+            {member + u'9',
+                u"Sorry, there is no member in the database\nthat matches ID 9. @memberIDEdit"_s},
+            {u"toEdit=12/31/2019"_s,
+                u"Error: second date must be later than or equal to first date @toEdit"_s}}) {
+        QCOMPARE(find(steps, told.contains(u'|')), told);
     }
     RunOnMembers("ALTER TABLE workouts RENAME TO away");
-    QCOMPARE(find(toDay), u"Error: the workouts could not be read."_s);
+    QCOMPARE(find(toDay, false), u"Error: the workouts could not be read."_s);
 }
 
 static CTestEntryOf<WorkoutTest> const g_entry;

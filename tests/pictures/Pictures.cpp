@@ -8,6 +8,7 @@
 #include "platform/qt/DateField.h"
 #include "store/sets/DatabaseSession.h"
 #include "store/sets/SetCloser.h"
+#include "tests/TempFolder.h"
 #include "tests/doc/TestApp.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/LargeFont.h"
@@ -234,6 +235,8 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    CTempFolder const settings; // the user's own would show
+    qputenv("XDG_CONFIG_HOME", settings.Path().c_str());
     QApplication application(argc, argv);
     auto const arguments = QCoreApplication::arguments();
     if (arguments.size() < 3 || !QDir().mkpath(arguments[2])) {

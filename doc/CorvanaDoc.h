@@ -152,10 +152,24 @@ public:
     void PrintLetters(CDAOMem& members);
     void PrintLabels(CDAOMem& members);
 
-    // Rows of an open set: how many were copied, deleted
+    // Data files and whole selections
 
+    /// Writes the rows of an open set into a file that the user chooses, and with archive deletes
+    /// exactly those, after asking for the password and asking again. How many there were.
     int BackupRecords(CDAOFileSet& set, CTransfer mode);
-    int DeleteRecords(CDAOFileSet& set, bool confirm);
+    /// The same into a file of that name, without a question but those for further disks: a path
+    /// that begins with the letter a takes 5000 records a disk. What goes wrong is told, and
+    /// nothing is deleted then.
+    int WriteDataFile(CDAOFileSet& set, CTransfer mode, QString const& path);
+    /// Asks what to restore from which file, and restores it. How many records.
+    int RestoreRecords(CDAOFileSet& set);
+    /// Restores the records of a member, with 0 of all, from a file. All of it or, after a message,
+    /// nothing.
+    int ReadDataFile(CDAOFileSet& set, std::int32_t memberID, bool keepExisting,
+        QString const& path, char separator);
+    /// Deletes the rows of an open set up to the first one without a member, in one transaction;
+    /// with confirm after the password and a question. How many were deleted.
+    int DeleteRecords(CDAOEFSet& set, bool confirm);
 
     // Whole tables
 

@@ -34,38 +34,6 @@ void CCorvanaDoc::PrintLabels(CDAOMem& /*members*/)
     TellNotBuiltYet();
 }
 
-int CCorvanaDoc::BackupRecords(CDAOFileSet& /*set*/, CTransfer /*mode*/)
-{
-    TellNotBuiltYet();
-    return 0;
-}
-
-int CCorvanaDoc::DeleteRecords(CDAOFileSet& /*set*/, bool /*confirm*/)
-{
-    TellNotBuiltYet();
-    return 0;
-}
-
-void CCorvanaDoc::BackUpAll(CRecordKind)
-{
-    TellNotBuiltYet();
-}
-
-void CCorvanaDoc::ArchiveAll(CRecordKind)
-{
-    TellNotBuiltYet();
-}
-
-void CCorvanaDoc::RestoreAll(CRecordKind)
-{
-    TellNotBuiltYet();
-}
-
-void CCorvanaDoc::DeleteAll(CRecordKind)
-{
-    TellNotBuiltYet();
-}
-
 void CCorvanaDoc::CompactDatabase()
 {
     TellNotBuiltYet();

@@ -22,6 +22,7 @@ enum class DbError
     moved, ///< the file was renamed or deleted while it was open
     gone, ///< the row was deleted by another program
     exists, ///< a file of that name is there already
+    stopped, ///< by the user
     failed, ///< any other failure
 };
 

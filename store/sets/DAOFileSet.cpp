@@ -156,6 +156,9 @@ bool CDAOFileSet::RestoreAll(
         return false;
     }
     auto const take = [&](CRowBlock& record) {
+        if (m_fnGoOn && !m_fnGoOn()) {
+            return Do({DbError::stopped, "The restore was stopped."});
+        }
         SeeRecord(record.Row(0));
         bool const wanted = memberID == 0 || GetLine().MemberOf(record.Row(0)) == memberID;
         return !wanted || Count(RestoreRecord(record, keepExisting));

@@ -4,6 +4,7 @@
 #include "store/text/RecordKeys.h"
 #include "store/text/RecordLine.h"
 
+#include <functional>
 #include <iosfwd>
 #include <unordered_map>
 
@@ -43,6 +44,10 @@ public:
     /// numbers.
     virtual int Restore(
         std::istream& stream, char separator, std::int32_t memberID, bool keepExisting);
+
+    /// Is called for each record of a restore, and ends it with false: nothing is restored then, and
+    /// LastStatus() says that it was stopped. Empty for none.
+    void SetWatch(std::function<bool()> goOn) { m_fnGoOn = std::move(goOn); }
 
     /// How many records the last Restore could not add: those of members that are not there, and
     /// members whose workout number another member has who is not replaced.
@@ -92,6 +97,7 @@ private:
     bool RestoreAll(std::istream& stream, char separator, std::int32_t memberID, bool keepExisting);
     std::optional<bool> Meet(std::int32_t member);
 
+    std::function<bool()> m_fnGoOn;
     CRowBlock m_lineCells;
     std::vector<DbValue> m_bound; ///< to a statement; they keep their memory
     int m_nStored = 0; ///< by the last restore

@@ -84,6 +84,11 @@ std::uint32_t Crc32C(std::string_view bytes)
     return ~kFastest(0xFFFFFFFFU, bytes);
 }
 
+std::uint32_t Crc32C(std::uint32_t before, std::string_view bytes)
+{
+    return ~kFastest(~before, bytes);
+}
+
 std::uint32_t Crc32CByTable(std::string_view bytes)
 {
     return ~ByTable(0xFFFFFFFFU, bytes);

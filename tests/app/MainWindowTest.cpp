@@ -3,6 +3,7 @@
 #include "doc/CommandTable.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestDesk.h"
+#include "tests/ui/FileRecorder.h"
 #include "tests/ui/FormCheck.h"
 #include "ui/ControlID.h"
 
@@ -125,7 +126,8 @@ void MainWindowTest::everyCommandReachesItsOperation()
     desk.Show();
     QMap<QString, QList<int>> did; // what was done, and by which commands
     QString keys;
-    CDialogUser const user(desk.Cancel(23));
+    CFileRecorder const files;
+    CDialogUser const user(desk.Cancel(26));
     for (auto const& command : CommandTable()) {
         auto const number = QByteArray::number(command.m_nNumber);
         auto* const action
@@ -151,6 +153,13 @@ void MainWindowTest::everyCommandReachesItsOperation()
         {u"SetUpPrinter"_s, {57606}}, {u"Exit"_s, {57665}},
         {u"StartReportServer;Report Server is running on this PC."_s, {32885}},
         {u"queued 1"_s, {32822}}, {u"queued 13"_s, {32894}}, {u"Date"_s, {32815}},
+        {u"Enter Password"_s, {32809, 32812, 32870}},
+        {u"No records are available for backup."_s, {32871, 32872, 32873, 32874}},
+        {u"No records are available for archive."_s, {32875, 32876, 32877, 32878}},
+        {u"Do you want to restore records for a specific member?"_s, {32880, 32881, 32882}},
+        {u"Do you want to restore records for a specific member?;In the case of duplicate members, "
+         "do you want to overwrite existing members?"_s,
+            {32879}},
         {u"Find Members"_s, {32890}}, {u"Find Workouts"_s, {32864}},
         {u"Report - Options"_s, {32887, 32819, 32816}},
         {u"Category/Course/Section"_s, {32820, 32818}},

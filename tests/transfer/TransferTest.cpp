@@ -1,0 +1,342 @@
+#include "tests/QtTests.h"
+#include "tests/members/MemberDesk.h"
+#include "tests/ui/FileRecorder.h"
+#include "tests/ui/FormCheck.h"
+#include "tests/ui/LargeFont.h"
+#include "tests/ui/UserSteps.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr std::array kKinds = {
+    CRecordKind::evaluations, CRecordKind::bodyComps, CRecordKind::workouts, CRecordKind::members};
+
+/// A desk over a centre with members 7 and 8 and records of all kinds, whose user chooses files in
+/// a folder and knows the password.
+class CTransferDesk : public CMemberDesk
+{
+public:
+    CTransferDesk()
+    {
+        QVERIFY(m_doc.m_setCenter.SetPassword("Open sesame"));
+        AddMember(8);
+        for (int i = 0; i < 3; ++i) {
+            StoreRecords(i < 2 ? 7 : 8, CEFOleDateTime(2026, 3, 1 + i), 30 * i, 150.5, 20.25);
+        }
+        RunOnMembers("INSERT INTO skinfolds SELECT NULL, eval_id, 9.5, 1, 2, 3, 4, 5, 6, 7"
+                     " FROM evaluations");
+    }
+
+    QString Path(QString const& name) const
+    {
+        return QString::fromStdString(m_centre.Folder().string()) + u'/' + name;
+    }
+    static QStringList All()
+    {
+        auto rows
+            = Rows({u"members"_s, u"profiles"_s, u"enrollments"_s, u"classes"_s, u"messages"_s,
+                u"workouts"_s, u"evaluations"_s, u"skinfolds"_s, u"body_compositions"_s});
+        rows.sort();
+        return rows;
+    }
+    CDialogUser::Step Password(QString const& text = u"Open sesame"_s) const
+    {
+        return [text](QDialog& dialog) {
+            Type(Child<QLineEdit>(dialog, "passwordEdit"), text);
+            ClickOk(dialog);
+        };
+    }
+
+    /// What the operation tells, and the last detail of it.
+    QString Run(void (CCorvanaDoc::*operation)(CRecordKind), CRecordKind kind,
+        QList<CDialogUser::Step> const& steps, QList<bool> const& answers, QString const& file)
+    {
+        m_messages.AnswerNext(answers);
+        m_files.AnswerNext(file.isEmpty() ? QStringList() : QStringList{Path(file)});
+        auto const before = m_messages.Texts().size();
+        Use(steps, [&] { return (m_doc.*operation)(kind), true; });
+        return m_messages.Texts().sliced(before).join(u'|');
+    }
+    QString BackUp(CRecordKind kind, QString const& file)
+    {
+        return Run(&CCorvanaDoc::BackUpAll, kind, {}, {}, file);
+    }
+    QString Archive(CRecordKind kind, QString const& file)
+    {
+        return Run(&CCorvanaDoc::ArchiveAll, kind, {Password()}, {true}, file);
+    }
+    QString Restore(CRecordKind kind, QList<bool> const& answers, QString const& file,
+        QList<CDialogUser::Step> const& steps = {})
+    {
+        return Run(&CCorvanaDoc::RestoreAll, kind, steps, answers, file);
+    }
+
+    CFileRecorder m_files;
+};
+
+auto const kWarning = u"Warning: archiving records will permanently remove\n"
+                      "the records from the database. Do you still want to\n"
+                      "proceed with the archive?"_s;
+auto const kOneMember = u"Do you want to restore records for a specific member?"_s;
+auto const kOverwrite
+    = u"In the case of duplicate members, do you want to overwrite existing members?"_s;
+
+} // namespace
+
+/// Backup, archive, restore and deletion from the menus, over real files.
+class TransferTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void archivesAndRestoresTheWholeCentre();
+    void asksBeforeItArchives();
+    void backsUpWithoutReplacingAFile();
+    void restoresOneMemberAndRefusesOtherFiles();
+    void changesDisksForADrive();
+    void deletesAllOrOneMembersRecords();
+};
+
+void TransferTest::archivesAndRestoresTheWholeCentre()
+{
+    CTransferDesk desk;
+    auto const before = desk.All();
+    int const counts[] = {3, 3, 4, 2};
+    for (std::size_t i = 0; i < kKinds.size(); ++i) {
+        // Members go last.
+        QVERIFY(i == 3
+            || desk.Run(&CCorvanaDoc::ArchiveAll, CRecordKind::members, {}, {}, {})
+                   .contains(u"before archiving members"_s));
+        auto const file = u"archive%1.dat"_s.arg(i);
+        QCOMPARE(desk.Archive(kKinds[i], file),
+            kWarning + u"|You have archived %1 record(s)."_s.arg(counts[i]));
+        QCOMPARE(desk.Run(&CCorvanaDoc::ArchiveAll, kKinds[i], {}, {}, {}),
+            u"No records are available for archive."_s);
+    }
+    QCOMPARE(desk.All(), QStringList());
+    QVERIFY(desk.m_views.m_lstTreeCalls.contains(u"Refresh 8 -9 0"_s));
+    QVERIFY(desk.m_views.m_lstTreeCalls.contains(u"Remove 7"_s));
+    for (std::size_t i = kKinds.size(); i-- > 0;) {
+        bool const isMembers = kKinds[i] == CRecordKind::members;
+        QCOMPARE(desk.Restore(kKinds[i], {false, false}, u"archive%1.dat"_s.arg(i)),
+            kOneMember + (isMembers ? u'|' + kOverwrite : QString())
+                + u"|You have restored %1 record(s)."_s.arg(counts[i]));
+        QCOMPARE(desk.m_views.m_lstTreeCalls.constLast(), u"Reset"_s);
+    }
+    QCOMPARE(desk.All(), before);
+}
+
+void TransferTest::asksBeforeItArchives()
+{
+    CTransferDesk desk;
+    auto const before = desk.All();
+    auto const archive = [&](QList<CDialogUser::Step> const& steps, QList<bool> const& answers,
+                             QString const& file) {
+        return desk.Run(&CCorvanaDoc::ArchiveAll, CRecordKind::workouts, steps, answers, file);
+    };
+    QCOMPARE(archive({ClickCancel}, {}, {}), QString());
+    QCOMPARE(archive({desk.Password(u"wrong"_s)}, {false}, {}),
+        u"Sorry, you have entered an incorrect password"_s);
+    QCOMPARE(archive({desk.Password()}, {false}, {}), kWarning);
+    auto const& warning = desk.m_messages.Messages().constLast();
+    QVERIFY(
+        warning.m_question == CQuestion::destroying && warning.m_icon == CMessageIcon::exclamation);
+    QCOMPARE(archive({desk.Password()}, {true}, {}), kWarning); // no file is chosen
+    // A file that is there stays, and so do the records.
+    WriteFile(desk.Path(u"mine.dat"_s).toStdString(), "mine");
+    QCOMPARE(archive({desk.Password()}, {true}, u"mine.dat"_s),
+        kWarning
+            + u"|Error: file already exists\nor cannot write to file|"
+              "You have archived 0 record(s)."_s);
+    QCOMPARE(desk.All(), before);
+    QCOMPARE(ReadFile(desk.Path(u"mine.dat"_s).toStdString()), std::string("mine"));
+    for (auto const& [sql, text] : {std::pair("DELETE FROM evaluations", u"body composition"_s),
+             {"DELETE FROM body_compositions", u"workout"_s}}) {
+        RunOnMembers(sql);
+        QCOMPARE(desk.Run(&CCorvanaDoc::ArchiveAll, CRecordKind::members, {}, {}, {}),
+            u"All %1 records must be archived before archiving members."_s.arg(text));
+    }
+}
+
+void TransferTest::backsUpWithoutReplacingAFile()
+{
+    CTransferDesk desk;
+    auto const before = desk.All();
+    QCOMPARE(
+        desk.BackUp(CRecordKind::evaluations, u"e.dat"_s), u"You have backed up 3 record(s)."_s);
+    auto const failed = u"Error: file already exists\nor cannot write to file|"
+                        "You have backed up 0 record(s)."_s;
+    for (auto const& file : {u"e.dat"_s, u"nowhere/e.dat"_s, u"."_s}) {
+        QCOMPARE(desk.BackUp(CRecordKind::evaluations, file), failed);
+        auto const& told = desk.m_messages.Messages();
+        QVERIFY(!told[told.size() - 2].m_strDetail.isEmpty());
+    }
+    QCOMPARE(desk.BackUp(CRecordKind::workouts, {}), QString());
+    QCOMPARE(desk.m_files.Questions().constLast().m_strFilter.section(u";;"_s, 0, 1),
+        u"Data Files (*.dat);;Text Files (*.txt)"_s);
+    auto const lines = QString::fromStdString(ReadFile(desk.Path(u"e.dat"_s).toStdString()));
+    QCOMPARE(lines.count(u"EV1|"_s), 3);
+    QCOMPARE(desk.All(), before);
+    RunOnMembers("DELETE FROM workouts");
+    QCOMPARE(
+        desk.BackUp(CRecordKind::workouts, u"w.dat"_s), u"No records are available for backup."_s);
+    RunOnMembers("ALTER TABLE workouts RENAME TO away");
+    QCOMPARE(desk.BackUp(CRecordKind::workouts, u"w.dat"_s),
+        u"Error: the workouts could not be read."_s);
+}
+
+void TransferTest::restoresOneMemberAndRefusesOtherFiles()
+{
+    CTransferDesk desk;
+    for (auto const kind : kKinds) {
+        desk.BackUp(kind, u"%1.dat"_s.arg(int(kind)));
+    }
+    auto const before = desk.All();
+    auto const enter = Steps(u"memberIDEdit=8 OK"_s);
+    auto const workouts = u"%1.dat"_s.arg(int(CRecordKind::workouts));
+    auto const members = u"%1.dat"_s.arg(int(CRecordKind::members));
+    RunOnMembers("DELETE FROM workouts");
+    QCOMPARE(desk.Restore(CRecordKind::workouts, {true}, workouts, {enter}),
+        kOneMember + u"|You have restored 1 record(s)."_s);
+    QCOMPARE(desk.m_views.m_lstTreeCalls.constLast(), u"Refresh 8 -9 0"_s);
+    QCOMPARE(desk.Restore(CRecordKind::workouts, {true}, {}, {ClickCancel}), kOneMember);
+    QCOMPARE(desk.Restore(CRecordKind::workouts, {false}, {}), kOneMember);
+    // A member who need not be there is restored, the records of others are not.
+    RunOnMembers("DELETE FROM members WHERE member_id = 8");
+    QCOMPARE(desk.Restore(CRecordKind::workouts, {false}, workouts),
+        kOneMember + u"|You have restored 3 record(s)."_s);
+    QCOMPARE(desk.m_messages.Messages().constLast().m_strDetail,
+        u"1 record(s) were skipped: their members are not in the database."_s);
+    RunOnMembers("UPDATE members SET last_name = 'Other'");
+    QCOMPARE(desk.Restore(CRecordKind::members, {true, false}, members, {enter}),
+        kOneMember + u'|' + kOverwrite + u"|You have restored 1 record(s)."_s);
+    QVERIFY(desk.All().filter(u"|Archer|"_s).isEmpty());
+    desk.Restore(CRecordKind::members, {false, true}, members);
+    for (auto const kind : kKinds) {
+        desk.Restore(kind, {false, false}, u"%1.dat"_s.arg(int(kind)));
+    }
+    QCOMPARE(desk.All(), before);
+
+    auto const refuse = [&](QString const& file, QString const& text) {
+        QCOMPARE(desk.Restore(CRecordKind::workouts, {false}, file),
+            kOneMember + u'|' + text + u"|You have restored 0 record(s)."_s);
+    };
+    auto const corrupt = u"Error: empty file, incompatible file format, or corrupt data"_s;
+    auto const missing = u"Error: file does not exist\nor cannot read from file"_s;
+    WriteFile(desk.Path(u"empty"_s).toStdString(), "");
+    refuse(u"empty"_s, corrupt);
+    refuse(members, corrupt);
+    refuse(u"."_s, missing);
+    refuse(u"absent"_s, missing);
+    QCOMPARE(desk.All(), before);
+}
+
+void TransferTest::changesDisksForADrive()
+{
+    CTransferDesk desk;
+    RunOnMembers("DELETE FROM workouts");
+    auto const add = [](int count) {
+        RunOnMembers("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
+            + std::to_string(count)
+            + ") INSERT INTO workouts SELECT NULL, 7, 0, 4, 4000000000 + i, 4000000000 + i, 0, 0, "
+              "0,"
+              " 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 FROM n");
+    };
+    auto const here = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(desk.Path(u"."_s)));
+    add(5001);
+    auto& set = desk.m_doc.m_setWk;
+    auto const first = u"Insert a blank formatted disk then click \"OK\"."_s;
+    auto const next = u"Insert another blank formatted\ndisk then click \"OK\"."_s;
+    int disk = 0;
+    desk.m_messages.m_fnWhileShown = [&] {
+        if (desk.m_messages.Texts().constLast() == next) {
+            QVERIFY(QFile::rename(u"a.dat"_s, u"disk%1"_s.arg(++disk)));
+        }
+    };
+    QCOMPARE(set.FindWks(0), 5001);
+    QCOMPARE(desk.m_doc.WriteDataFile(set, CTransfer::archive, u"a.dat"_s), 5001);
+    QCOMPARE(desk.m_messages.Texts().sliced(desk.m_messages.Texts().size() - 2),
+        (QStringList{first, next}));
+    QCOMPARE(ReadFile("disk1").size() / ReadFile("a.dat").size(), 5000U);
+    QCOMPARE(set.FindWks(0), 0);
+    // The second disk is not blank: what stands on the first one counts, and nothing is deleted.
+    add(5001);
+    set.FindWks(0);
+    desk.m_messages.m_fnWhileShown = {};
+    QVERIFY(QFile::remove(u"a.dat"_s));
+    QCOMPARE(desk.m_doc.WriteDataFile(set, CTransfer::backup, u"a.dat"_s), 5000);
+    QCOMPARE(desk.m_messages.Texts().constLast(),
+        u"Error: file already exists\nor cannot write to file"_s);
+    set.Op(CDAOEFSet::opClose);
+    QVERIFY(QDir::setCurrent(here));
+}
+
+void TransferTest::deletesAllOrOneMembersRecords()
+{
+    CTransferDesk desk;
+    CLargeFont const large;
+    auto const remove = [&](CRecordKind kind, QString const& steps) {
+        QString focus;
+        auto const choose = [&](QDialog& dialog) {
+            QCOMPARE(FaultsOf(dialog), QStringList());
+            QVERIFY(Child<QLineEdit>(dialog, "memberIDEdit").isReadOnly());
+            Do(dialog, steps + u" OK"_s);
+            if (dialog.isVisible()) {
+                focus = u" @"_s + dialog.focusWidget()->objectName();
+                ClickCancel(dialog);
+            }
+        };
+        return desk.Run(&CCorvanaDoc::DeleteAll, kind, {desk.Password(), choose}, {}, {}) + focus;
+    };
+    auto const before = desk.All();
+    QCOMPARE(
+        desk.Run(&CCorvanaDoc::DeleteAll, CRecordKind::workouts, {ClickCancel}, {}, {}), QString());
+    auto const member = u"oneMemberRadio memberIDEdit="_s;
+    for (auto const& [steps, text] :
+        {std::pair(member, u"Enter an integer. @memberIDEdit"_s),
+            {member + u"1000000000"_s,
+                u"Enter an integer between 0 and 999999999. @memberIDEdit"_s},
+            {member + u'9',
+                u"Sorry, there is no member in the database\nthat matches ID 9. @memberIDEdit"_s}}) {
+        QCOMPARE(remove(CRecordKind::workouts, steps), text);
+    }
+    QCOMPARE(desk.All(), before);
+    AddMember(9);
+    QCOMPARE(remove(CRecordKind::evaluations, member + u'9'),
+        u"No evaluations are recorded for Member ID 9."_s);
+    QCOMPARE(remove(CRecordKind::evaluations, member + u'7'),
+        u"You have deleted 2 evaluation record(s)."_s);
+    QCOMPARE(desk.m_views.m_lstTreeCalls.constLast(), u"Refresh 7 -8 0"_s);
+    QCOMPARE(desk.All().filter(u"skinfolds: "_s).size(), 1);
+    QCOMPARE(remove(CRecordKind::workouts, {}), u"You have deleted 4 workout record(s)."_s);
+    QCOMPARE(
+        remove(CRecordKind::bodyComps, {}), u"You have deleted 3 body composition record(s)."_s);
+    QCOMPARE(remove(CRecordKind::bodyComps, {}), u"No body compositions have been recorded."_s);
+
+    // From a list, those of the search that the list shows.
+    StoreRecords(8, CEFOleDateTime(2026, 4, 1));
+    RunOnMembers("UPDATE evaluations SET class_index = 5 WHERE eval_date = (SELECT max(eval_date)"
+                 " FROM evaluations)");
+    desk.m_doc.m_nEvalMemberSel = 8;
+    desk.m_doc.m_nEvalClassSel = 5;
+    auto& evals = desk.m_doc.m_setEval;
+    QCOMPARE(evals.FindEvals(8, std::uint8_t(5)), 1);
+    desk.m_messages.AnswerNext({false, true});
+    for (int const deleted : {0, 1}) {
+        int count = -1;
+        desk.Use(
+            {desk.Password()}, [&] { return count = desk.m_doc.DeleteRecords(evals, true), true; });
+        QCOMPARE(count, deleted);
+        QCOMPARE(desk.m_messages.Texts().constLast(),
+            u"Are you sure you want to permanently\ndelete all of the records?"_s);
+    }
+    QCOMPARE(desk.All().filter(u"evaluations: "_s).size(), 1);
+}
+
+static CTestEntryOf<TransferTest> const g_entry;
+#include "TransferTest.moc"

@@ -27,6 +27,19 @@ std::size_t WalkRows(CDAOEFSet& set, std::vector<std::int64_t> const& keys, Use 
     return next;
 }
 
+/// Deletes those rows of a set, which are in its order and were read in this transaction.
+CDbStatus DeleteKeys(CDAOEFSet& set, std::vector<std::int64_t> const& keys)
+{
+    if (set.DelTable(std::ssize(keys))) {
+        return {};
+    }
+    CRecordDeleter deleter;
+    auto const deleted = WalkRows(set, keys, [&] { return deleter.Delete(set); });
+    return deleted == keys.size() ? CDbStatus()
+        : deleter.Status()        ? CDbStatus(DbError::failed, "Not all records were there.")
+                                  : deleter.Status();
+}
+
 CDatabase* OpenMembers(CDbStatus& status)
 {
     return CDatabaseSession::Get().Open(DataFile::member, status);
@@ -66,22 +79,25 @@ CDbStatus DeleteRows(CDAOEFSet& set, std::vector<std::int32_t>& members)
         return status;
     }
     CTransaction transaction(*database);
-    CRecordDeleter deleter;
-    int const count = transaction.Status() ? set.CountSet() : 0;
+    if (!transaction.Status()) {
+        return transaction.Status();
+    }
+    // First whose rows they are, since a whole table goes at once.
+    std::vector<std::int64_t> keys;
+    int const count = set.CountSet();
     for (int row = 0; row < count; ++row) {
-        if (set.CurrentKey()) {
+        if (auto const key = set.CurrentKey()) {
             auto const memberID = MemberIDOf(set);
             if (memberID == 0) {
                 break; // nothing behind a row without a member is deleted
             }
-            if (!deleter.Delete(set)) {
-                return deleter.Status();
-            }
+            keys.push_back(*key);
             members.push_back(memberID);
         }
         set.Op(CDAOEFSet::opMoveNext);
     }
-    return transaction.Status() ? transaction.Commit() : transaction.Status();
+    status = DeleteKeys(set, keys);
+    return status ? transaction.Commit() : status;
 }
 
 void EmptyLog()
@@ -130,11 +146,13 @@ CDbStatus CRecordTransfer::WriteFile(
     CDataFileWriter writer(path, m_nSum);
     auto status = writer.Open();
     std::vector<std::int64_t> written;
+    std::vector<std::int32_t> members;
     for (int row = 0; row < rows && status; ++row) {
         if (auto const key = m_set.CurrentKey()) {
             status = writer.Write(m_set);
             if (status) {
                 written.push_back(*key);
+                members.push_back(MemberIDOf(m_set));
             } else if (status.Error() == DbError::gone) {
                 status = CDbStatus();
             }
@@ -155,6 +173,7 @@ CDbStatus CRecordTransfer::WriteFile(
     }
     m_nSum = writer.CheckSum();
     m_written.insert(m_written.end(), written.begin(), written.end());
+    m_members.insert(m_members.end(), members.begin(), members.end());
     return status;
 }
 
@@ -167,20 +186,14 @@ CDbStatus CRecordTransfer::DeleteWritten(std::vector<std::int32_t>& members)
             return End(status);
         }
     }
-    CRecordDeleter deleter;
-    auto const deleted = WalkRows(m_set, m_written, [&] {
-        auto const memberID = MemberIDOf(m_set);
-        if (!deleter.Delete(m_set)) {
-            return false;
-        }
-        members.push_back(memberID);
-        return true;
-    });
-    if (deleted == m_written.size()) {
-        return End(m_transaction->Commit());
+    auto status = DeleteKeys(m_set, m_written);
+    if (status) {
+        status = m_transaction->Commit();
     }
-    return End(deleter.Status() ? CDbStatus(DbError::failed, "Not all records were there any more.")
-                                : deleter.Status());
+    if (status) {
+        members = std::move(m_members);
+    }
+    return End(status);
 }
 
 /// Somebody may have changed a row meanwhile.

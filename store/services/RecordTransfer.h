@@ -59,7 +59,7 @@ public:
     /// step for each; false stops. Rows that are gone are passed over; without any row there is no
     /// file. After a failure there is no file, and nothing more can be written or deleted.
     CDbStatus WriteFile(std::string const& path, int rows, std::function<bool()> const& step);
-    /// Deletes what was written; adds the members. Call once, after the last file.
+    /// Deletes what was written; gives the members. Call once, after the last file.
     CDbStatus DeleteWritten(std::vector<std::int32_t>& members);
 
     int Records() const { return static_cast<int>(m_written.size()); } ///< in files
@@ -73,5 +73,6 @@ private:
     Mode const m_mode;
     std::optional<CTransaction> m_transaction;
     std::vector<std::int64_t> m_written; ///< keys of the rows in files, in the set's order
+    std::vector<std::int32_t> m_members; ///< of these rows
     std::uint32_t m_nSum = 0; ///< of all lines in files
 };

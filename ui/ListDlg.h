@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -19,6 +18,8 @@ class QKeySequence;
 class QMenu;
 class QPagedPaintDevice;
 class QPushButton;
+struct CPrinted;
+struct CPrintOut;
 
 namespace Ui
 {
@@ -91,7 +92,6 @@ protected:
 
 private:
     class CPlace;
-    struct CPrinted;
 
     void MakeModel();
     void SetUpView();
@@ -130,9 +130,8 @@ private:
     bool AskPrintItems(bool withPrinter);
     std::vector<CListColumn const*> PrintColumns() const;
     CListPrinter Printer() const;
-    CPrinted PrintOn(QPagedPaintDevice& device, CListPrinter& printer,
-        int mostPages = std::numeric_limits<int>::max());
-    void TellPrinted(CPrinted const& printed, int page);
+    CPrinted PrintOn(QPagedPaintDevice& device, int mostPages);
+    CPrintOut PrintOut();
     void Print();
     void Preview();
     void SaveAsPdf();

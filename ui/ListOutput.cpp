@@ -1,22 +1,18 @@
 // What leaves a list: printed pages, PDF files, copied text, files for spreadsheets.
 #include "ui/ListDlg.h"
 
-#include "platform/qt/Printers.h"
 #include "ui/Convert.h"
 #include "ui/ListPrinter.h"
 #include "ui/Messages.h"
+#include "ui/PrintOut.h"
 #include "ui/SaveFile.h"
 #include "ui/WaitCursor.h"
-#include "ui/WaitDlg.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QPaintEngine>
-#include <QPdfWriter>
-#include <QPrintPreviewDialog>
+#include <QIODevice>
 
 #include <algorithm>
-#include <optional>
 #include <span>
 #include <utility>
 
@@ -24,8 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-constexpr int kMostPreviewPages = 100; // each is kept in memory
 
 /// A cell of a file for spreadsheets. They take a text for a formula, and run it, when it begins
 /// like one; a number may.
@@ -57,12 +51,6 @@ QString CopiedLine(QStringList cells)
 }
 
 } // namespace
-
-struct CListDlg::CPrinted
-{
-    CListPrinter::Outcome outcome;
-    bool isRead; ///< all rows could be read
-};
 
 // ---- texts of rows
 
@@ -153,9 +141,7 @@ bool CListDlg::AskPrintItems(bool withPrinter)
                    .arg(QString::number(m_pModel->Found()), QString::number(m_pModel->rowCount()));
     }
     if (withPrinter) {
-        auto const printer = DefaultPrinterName();
-        remarks += printer.isEmpty() ? tr("There is no default printer: nothing will be printed.")
-                                     : tr("Printer: %1").arg(printer);
+        remarks += PrinterNote();
     }
     CPrintOptionsDlg options(
         m_texts.m_strPrintNote, m_texts.m_lstPrintItems, remarks.join(u'\n'), this);
@@ -191,9 +177,9 @@ CListPrinter CListDlg::Printer() const
 }
 
 /// Prints all rows of the selection, in the order shown.
-CListDlg::CPrinted CListDlg::PrintOn(
-    QPagedPaintDevice& device, CListPrinter& printer, int mostPages)
+CPrinted CListDlg::PrintOn(QPagedPaintDevice& device, int mostPages)
 {
+    auto printer = Printer();
     auto const columns = PrintColumns();
     auto const places = m_pModel->PlacesFound();
     std::vector<QStringList> block;
@@ -230,80 +216,33 @@ CListDlg::CPrinted CListDlg::PrintOn(
             return true;
         },
         mostPages);
-    return {outcome, isRead};
+    return {outcome, printer.Pages(), printer.IsCut(), isRead};
 }
 
-void CListDlg::TellPrinted(CPrinted const& printed, int page)
+CPrintOut CListDlg::PrintOut()
 {
-    if (printed.outcome == CListPrinter::Outcome::stopped) {
-        Tell(this, tr("Error: printing stopped at page %1.").arg(page));
-    } else if (!printed.isRead) {
-        TellNotRead();
-    }
+    return {m_strTitle, m_texts.m_orientation,
+        [this](QPagedPaintDevice& device, int mostPages) { return PrintOn(device, mostPages); },
+        [this] { TellNotRead(); }};
 }
 
 void CListDlg::Print()
 {
-    if (!AskPrintItems(true)) {
-        return;
+    if (AskPrintItems(true)) {
+        ::Print(this, PrintOut());
     }
-    std::optional<CWaitCursor> cursor(std::in_place);
-    std::optional<CWaitDlg> wait(std::in_place, tr("Printing, please wait..."), this);
-    auto const device = DefaultPrinter(m_strTitle, m_texts.m_orientation);
-    if (device == nullptr) {
-        return;
-    }
-    auto printer = Printer();
-    auto const printed = PrintOn(*device, printer);
-    wait.reset();
-    cursor.reset();
-    TellPrinted(printed, printer.Pages());
 }
 
 void CListDlg::Preview()
 {
-    if (!AskPrintItems(false)) {
-        return;
+    if (AskPrintItems(false)) {
+        ::Preview(this, PrintOut());
     }
-    auto device = DefaultPrinter(m_strTitle, m_texts.m_orientation);
-    if (device == nullptr) {
-        device = std::make_unique<QPrinter>(QPrinter::HighResolution);
-        SetLetterPaper(*device, m_texts.m_orientation);
-    }
-    QPrintPreviewDialog dialog(device.get(), this);
-    dialog.setObjectName(u"previewDialog"_s);
-    dialog.setWindowTitle(tr("Preview of %1").arg(m_strTitle));
-    connect(&dialog, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter* to) {
-        CWaitCursor const wait;
-        auto printer = Printer();
-        // The same is asked for when the user prints from there: then of all pages.
-        bool const isPreview = to->paintEngine()->type() == QPaintEngine::Picture;
-        auto const printed
-            = isPreview ? PrintOn(*to, printer, kMostPreviewPages) : PrintOn(*to, printer);
-        if (!isPreview) {
-            TellPrinted(printed, printer.Pages());
-        } else if (printer.IsCut()) {
-            dialog.setWindowTitle(tr("Preview of %1, first %2 pages")
-                                      .arg(m_strTitle, QString::number(printer.Pages())));
-        }
-    });
-    dialog.exec();
 }
 
 void CListDlg::SaveAsPdf()
 {
-    if (!AskPrintItems(false)) {
-        return;
+    if (AskPrintItems(false)) {
+        ::SaveAsPdf(this, PrintOut());
     }
-    CFileQuestion const question
-        = {tr("Save as PDF"), FileNameOf(m_strTitle) + u".pdf"_s, tr("PDF Files (*.pdf)"), true};
-    SaveFile(this, question, u".pdf"_s, [this](QIODevice& file) {
-        CWaitDlg const wait(tr("Printing, please wait..."), this);
-        QPdfWriter device(&file);
-        device.setTitle(m_strTitle);
-        SetLetterPaper(device, m_texts.m_orientation);
-        auto printer = Printer();
-        auto const printed = PrintOn(device, printer);
-        return printed.outcome == CListPrinter::Outcome::printed && printed.isRead;
-    });
 }

@@ -23,7 +23,6 @@ struct CTexts
 constexpr int kPoints = 8;
 constexpr int kHeadingLine = 3; // two below the title, which stands one below the top
 constexpr int kFirstRowLine = 5;
-constexpr int kPageAttempts = 3;
 constexpr int kLastColumnLetters = 12; // that a column without a width is given room for
 
 QFont FontOf(QPaintDevice const& device, double scale)
@@ -62,28 +61,17 @@ CListPrinter::Outcome CListPrinter::Print(
     if (!next(texts)) {
         return Outcome::printed;
     }
-    QPainter painter;
-    if (!painter.begin(&device)) {
+    CPages pages(device, mostPages);
+    if (!pages.Begin()) {
         return Outcome::notStarted;
     }
-    SetUp(painter);
-    int failures = 0;
-    for (int pages = 0; !texts.isEmpty() && pages < mostPages;) {
-        ++m_nPage;
-        // The device has begun the first one by itself. A page that it does not begin costs its
-        // number and no row.
-        if (m_nPage > 1 && !device.newPage()) {
-            if (++failures == kPageAttempts) {
-                return Outcome::stopped;
-            }
-            continue;
-        }
-        failures = 0;
-        ++pages;
-        DrawPage(painter, texts, next);
+    SetUp(pages.Painter());
+    while (!texts.isEmpty() && pages.Next()) {
+        DrawPage(pages, texts, next);
     }
     m_bCut = !texts.isEmpty();
-    return painter.end() ? Outcome::printed : Outcome::stopped;
+    m_nPage = pages.Number();
+    return pages.End();
 }
 
 void CListPrinter::SetUp(QPainter& painter)
@@ -106,10 +94,11 @@ void CListPrinter::SetUp(QPainter& painter)
     m_bOneWidth = QFontInfo(painter.font()).fixedPitch();
 }
 
-void CListPrinter::DrawPage(QPainter& painter, QStringList& texts, CNextRow const& next)
+void CListPrinter::DrawPage(CPages& pages, QStringList& texts, CNextRow const& next)
 {
+    auto& painter = pages.Painter();
     painter.drawText(QPointF(0, m_lineHeight + m_ascent),
-        CTexts::tr("%1 - Page %2").arg(m_strTitle, QString::number(m_nPage)));
+        CTexts::tr("%1 - Page %2").arg(m_strTitle, QString::number(pages.Number())));
     QStringList headings;
     for (auto const& column : m_columns) {
         headings += column.m_strHeading;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/Pages.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -25,12 +27,7 @@ public:
     };
     /// Gives the texts of the next row, one a column; false when there are no more.
     using CNextRow = std::function<bool(QStringList& texts)>;
-    enum class Outcome
-    {
-        printed,
-        notStarted, ///< the device takes no document
-        stopped ///< no page could be started any more; pages before it are out
-    };
+    using Outcome = CPages::Outcome;
 
     /// The title is followed by the number of the page.
     CListPrinter(QString title, std::vector<CColumn> columns, int rowsPerPage);
@@ -44,7 +41,7 @@ public:
 
 private:
     void SetUp(QPainter& painter);
-    void DrawPage(QPainter& painter, QStringList& texts, CNextRow const& next);
+    void DrawPage(CPages& pages, QStringList& texts, CNextRow const& next);
     void DrawLine(QPainter& painter, double line, QStringList const& texts) const;
 
     QString const m_strTitle;

@@ -29,11 +29,6 @@ void CCorvanaDoc::PrintLetters(CDAOMem& /*members*/)
     TellNotBuiltYet();
 }
 
-void CCorvanaDoc::PrintLabels(CDAOMem& /*members*/)
-{
-    TellNotBuiltYet();
-}
-
 void CCorvanaDoc::CompactDatabase()
 {
     TellNotBuiltYet();

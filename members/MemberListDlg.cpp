@@ -1,8 +1,10 @@
 #include "members/MemberListDlg.h"
 
 #include "doc/CorvanaDoc.h"
+#include "members/MailingLabels.h"
 #include "store/services/MemberServices.h"
 #include "ui/Convert.h"
+#include "ui/PrintOut.h"
 
 #include <QPushButton>
 
@@ -76,4 +78,8 @@ void CMemberListDlg::AddBatchButtons(CDAOMem& found, bool isClassSearch)
         tr("Mer&ge Letter"), "mergeLetterButton", [this, &found] { m_doc.PrintLetters(found); });
     AddButton(
         tr("Mai&ling Labels"), "mailingLabelsButton", [this, &found] { m_doc.PrintLabels(found); });
+    AddKey(tr("Previe&w Labels..."), "previewLabelsAction", {},
+        [this, &found] { ::Preview(this, MailingLabels(m_doc, found)); });
+    AddKey(tr("Save L&abels as PDF..."), "pdfLabelsAction", {},
+        [this, &found] { ::SaveAsPdf(this, MailingLabels(m_doc, found)); });
 }

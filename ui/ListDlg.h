@@ -79,6 +79,9 @@ protected:
     QPushButton& AddPrintButton();
     void UseOnDoubleClick(QPushButton& button);
     void UseOnDeleteKey(QPushButton& button);
+    /// Adds an entry to the list's menu, with a key of its own if it is given one.
+    QAction& AddKey(
+        QString const& text, char const* name, QKeySequence const& key, std::function<void()> use);
     /// The set whose fields hold the row that a column's or a picture's function is about.
     CDAOEFSet const& Row() const { return m_rows.Fields(); }
 
@@ -113,8 +116,6 @@ private:
     void ShowSorted();
 
     void AddKeys();
-    QAction& AddKey(
-        QString const& text, char const* name, QKeySequence const& key, std::function<void()> use);
     void ShowMenu(QPoint const& where, int column);
     void AddSortActions(QMenu& menu, int column);
 

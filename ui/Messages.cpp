@@ -76,11 +76,12 @@ void Tell(QWidget* parent, QString const& text, CMessageIcon icon, QString const
     Show(parent, {.m_strText = text, .m_strDetail = detail, .m_icon = icon});
 }
 
-bool Ask(QWidget* parent, QString const& text, CQuestion question, CMessageIcon icon)
+bool Ask(QWidget* parent, QString const& text, CQuestion question, CMessageIcon icon,
+    QString const& detail)
 {
     return Show(parent,
         {.m_strText = text,
-            .m_strDetail = {},
+            .m_strDetail = detail,
             .m_icon = icon,
             .m_bQuestion = true,
             .m_question = question});

@@ -57,7 +57,7 @@ void Tell(QWidget* parent, QString const& text, CMessageIcon icon = CMessageIcon
 
 /// Asks the user something. Returns true for the first button: Yes, OK or Retry.
 bool Ask(QWidget* parent, QString const& text, CQuestion question = CQuestion::yesNo,
-    CMessageIcon icon = CMessageIcon::none);
+    CMessageIcon icon = CMessageIcon::none, QString const& detail = {});
 
 /// Refuses what stands in a field: shows the text, unless it is empty, then puts the focus into
 /// the field and selects what is in it. Always returns false.

@@ -5,7 +5,10 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QRectF>
 #include <QStringList>
+
+#include <utility>
 
 /// The default printer while it lives, one that prints into a PDF file; and what it printed.
 class CPrintedPages
@@ -43,18 +46,28 @@ public:
         }
         return pages;
     }
-    /// Left edge and top of each word, in points: "12.5 40.0 Name".
-    QStringList Words() const
+    /// Each word and where it stands, in points.
+    QList<std::pair<QString, QRectF>> Boxes() const
     {
-        QStringList words;
+        QList<std::pair<QString, QRectF>> boxes;
         auto const text = QString::fromUtf8(Read({QStringLiteral("-bbox"), m_strPath}));
         for (auto const& line : text.split(u'\n')) {
             auto const part = line.split(u'"');
             if (line.contains(QStringLiteral("<word"))) {
-                words += QString::number(part[1].toDouble(), 'f', 1) + u' '
-                    + QString::number(part[3].toDouble(), 'f', 1) + u' '
-                    + part.constLast().mid(1).section(u'<', 0, 0);
+                boxes += {part.constLast().mid(1).section(u'<', 0, 0),
+                    QRectF(QPointF(part[1].toDouble(), part[3].toDouble()),
+                        QPointF(part[5].toDouble(), part[7].toDouble()))};
             }
+        }
+        return boxes;
+    }
+    /// Left edge and top of each word, in points: "12.5 40.0 Name".
+    QStringList Words() const
+    {
+        QStringList words;
+        for (auto const& [word, box] : Boxes()) {
+            words += QString::number(box.left(), 'f', 1) + u' ' + QString::number(box.top(), 'f', 1)
+                + u' ' + word;
         }
         return words;
     }

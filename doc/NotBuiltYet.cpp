@@ -24,11 +24,6 @@ void CCorvanaDoc::PostMessages(CDAOMem& /*members*/)
     TellNotBuiltYet();
 }
 
-void CCorvanaDoc::PrintLetters(CDAOMem& /*members*/)
-{
-    TellNotBuiltYet();
-}
-
 void CCorvanaDoc::CompactDatabase()
 {
     TellNotBuiltYet();

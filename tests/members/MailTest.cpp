@@ -1,19 +1,24 @@
-#include "members/MemberListDlg.h"
 #include "tests/QtTests.h"
 #include "tests/members/MemberDesk.h"
 #include "tests/ui/FileRecorder.h"
+#include "tests/ui/FormCheck.h"
+#include "tests/ui/LargeFont.h"
 #include "tests/ui/PrintedPages.h"
 
-#include <QAction>
+#include <QLabel>
+#include <QListView>
+#include <QPlainTextEdit>
 
+#include <filesystem>
 #include <set>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
-/// A desk with members who are to get mail.
+/// A desk with members who are to get mail, and a folder of two templates.
 class CMailDesk : public CMemberDesk
 {
 public:
@@ -24,6 +29,10 @@ public:
         for (int i = 0; i < count; ++i) {
             Add("N" + std::to_string(i), "Jo", "'1 Oak', 'Bend', 'OR', '97'");
         }
+        qputenv("CORV_TXT", m_templates.Path().c_str());
+        Write("tnames.txt", "First\nSecond\n@ignored\nThird\n");
+        Write("templ0.txt", "Hello\n");
+        Write("templ1.txt", "Dear all,\r\n\r\nbye\n");
     }
     void Add(std::string const& last, std::string const& first, std::string const& address)
     {
@@ -48,17 +57,60 @@ public:
         return printed.Lines();
     }
 
+    void Write(char const* name, std::string const& text) const
+    {
+        std::ofstream(m_templates.Path() / name, std::ios::binary) << text;
+    }
+    QString Read(char const* name) const
+    {
+        return QString::fromStdString(ReadFile(m_templates.Path() / name));
+    }
     QString Path(char const* name) const
     {
-        return QString::fromStdString((m_folder.Path() / name).string());
+        return QString::fromStdString((m_templates.Path() / name).string());
     }
 
-    CTempFolder m_folder;
+    /// The dialog, after the template at that place was chosen, if there are any.
+    void Open(int entry, CDialogUser::Step const& step)
+    {
+        Use({Choose(entry), step}, [this] { return m_doc.PrintLetters(m_doc.m_setMem), true; });
+    }
+    static CDialogUser::Step Choose(int entry) { return Steps(u"templateList=%1 OK"_s.arg(entry)); }
+    /// Presses a button of the dialog; steps in what opens then. What is told since.
+    QString Press(QDialog const& form, char const* button, QList<CDialogUser::Step> const& steps)
+    {
+        auto const before = m_messages.Texts().size();
+        Use(steps, [&] { return Child<QPushButton>(form, button).click(), true; });
+        return m_messages.Texts().sliced(before).join(u'|');
+    }
+    /// The letters that a button prints.
+    QList<QStringList> Print(QDialog const& form, char const* button)
+    {
+        CPrintedPages const printed;
+        Press(form, button, {});
+        return printed.Lines();
+    }
+
+    CTempFolder m_templates;
 };
+
+QPlainTextEdit& Body(QDialog const& form)
+{
+    return Child<QPlainTextEdit>(form, "bodyEdit");
+}
+
+void TypeBody(QDialog const& form, QString const& text)
+{
+    auto& body = Body(form);
+    body.selectAll();
+    body.insertPlainText(text);
+}
+
+QString const kDone = u"You have successfully updated the current template."_s;
 
 } // namespace
 
-/// Labels, from the button of the list to the pages and files.
+/// Labels and letters, from the button of the list to the pages and files.
 class MailTest : public QObject
 {
     Q_OBJECT
@@ -67,6 +119,12 @@ private Q_SLOTS:
     void leavesOutWhatAnAddressLacks();
     void passesOverDeletedMembers();
     void keepsEveryLineOnItsLabel();
+    void printsALetterToEachMember();
+    void carriesOnWhatDoesNotFit();
+    void savesTheTemplateAsItStands();
+    void losesNoTemplate();
+    void readsOnlyTexts();
+    void namesWhatIsMissing();
 };
 
 void MailTest::fillsSheetsOfThirtyLabelsInOrder()
@@ -79,10 +137,10 @@ void MailTest::fillsSheetsOfThirtyLabelsInOrder()
             "printer is ready,\nclick \"OK\" to print the labels now."_s.arg(sheets));
         QCOMPARE(desk.m_messages.Messages().constLast().m_question, CQuestion::okCancel);
         QCOMPARE(pages.size(), sheets);
-        for (int i = 0; i < count; ++i) {
+        for (qsizetype i = 0; i < count; ++i) {
             auto const row = pages[i / 30].value(i % 30 / 3 * 3).split(u"Jo N"_s);
             QCOMPARE(row.value(i % 3 + 1).toInt(), i);
-            QCOMPARE(row.size(), std::min(3, count - i / 3 * 3) + 1);
+            QCOMPARE(row.size(), std::min<qsizetype>(3, count - i / 3 * 3) + 1);
         }
         CPrintedPages const printed;
         desk.m_doc.PrintLabels(desk.m_doc.m_setMem); // the answer is Cancel
@@ -106,7 +164,6 @@ void MailTest::leavesOutWhatAnAddressLacks()
 void MailTest::passesOverDeletedMembers()
 {
     CMailDesk desk(40);
-    auto& doc = desk.m_doc;
     // The first one, one within a row, which ends there, and all of the second sheet.
     RunOnMembers("DELETE FROM members WHERE member_id IN (1, 6) OR member_id > 30");
     auto const pages = desk.Labels();
@@ -116,11 +173,6 @@ void MailTest::passesOverDeletedMembers()
     QCOMPARE(
         names.mid(0, 3), (QStringList{u"Jo N1 Jo N2 Jo N3"_s, u"Jo N4"_s, u"Jo N6 Jo N7 Jo N8"_s}));
     QCOMPARE(names.join(u' ').count(u"Jo"), 28);
-    CMemberListDlg list(doc, doc.m_setMem, false);
-    CFileRecorder files;
-    files.AnswerNext({desk.Path("labels.pdf")});
-    list.findChild<QAction*>(u"pdfLabelsAction"_s)->trigger();
-    QCOMPARE(CPrintedPages::LinesOf(desk.Path("labels.pdf")), pages);
     RunOnMembers("DELETE FROM members");
     QCOMPARE(desk.Labels(), QList<QStringList>());
     RunOnMembers("DROP VIEW member_view");
@@ -133,7 +185,7 @@ void MailTest::keepsEveryLineOnItsLabel()
     CMailDesk desk;
     for (int i = 0; i < 30; ++i) {
         auto const of
-            = [i](int count) { return std::string(std::size_t(count), i % 2 ? 'W' : 'm'); };
+            = [i](int count) { return std::string(std::size_t(count), i % 2 != 0 ? 'W' : 'm'); };
         desk.Add(of(20), of(12), "'" + of(28) + "', '" + of(16) + "', 'WA', '98101-1234'");
     }
     CPrintedPages const printed;
@@ -161,6 +213,223 @@ void MailTest::keepsEveryLineOnItsLabel()
         ++line;
     }
     QCOMPARE(line, 30);
+}
+
+void MailTest::printsALetterToEachMember()
+{
+    CMailDesk desk;
+    desk.Add("Archer", "Ann", "'3 Elm', 'Salem', 'OR', '97301'");
+    desk.Add("Baker", "Bo", "'', 'Bend', 'WA', '98'");
+    desk.Add("Clark", "Cy", "'9 Oak', '', 'WA', '98'");
+    CLargeFont const large;
+    auto const list = [&](QDialog& form) {
+        QCOMPARE(FaultsOf(form), QStringList());
+        auto& names = Child<QListView>(form, "templateList");
+        QCOMPARE(names.model()->rowCount(), 2);
+        auto const second = names.visualRect(names.model()->index(1, 0)).center();
+        QTest::mouseClick(names.viewport(), Qt::LeftButton, {}, second);
+        QTest::mouseDClick(names.viewport(), Qt::LeftButton, {}, second);
+    };
+    auto const use = [&](QDialog& form) {
+        QCOMPARE(FaultsOf(form), QStringList());
+        QCOMPARE(Body(form).toPlainText(), u"Dear all,\n\nbye\n\n"_s);
+        TypeBody(form, u"Dear all,\n\nbye\n\tnow\nnot this"_s);
+        QVERIFY(!Child<QLabel>(form, "lastLineLabel").text().isEmpty());
+        auto const letter = [](QString const& heading) {
+            return (u"November 06, 2026|"_s + heading + u"|Dear all,|bye|now"_s).split(u'|');
+        };
+        auto const first = letter(u"Ann Archer|3 Elm|Salem, OR 97301|Dear Ann:"_s);
+        auto const second = letter(u"Bo Baker|Bend, WA 98|Dear Bo:"_s);
+        auto const third = letter(u"Cy Clark|9 Oak|Dear Cy:"_s);
+        QCOMPARE(desk.Print(form, "testPrintButton"), QList<QStringList>{first});
+        QCOMPARE(desk.Print(form, "printAllButton"), (QList{first, second, third}));
+        // Where the lines stand, in lines from the first one down.
+        CPrintedPages const printed;
+        double top = 0;
+        auto const lines = [&](int blankLines) {
+            Do(form, u"blankLinesSpin=%1"_s.arg(blankLines));
+            desk.Press(form, "testPrintButton", {});
+            std::set<long> places;
+            for (auto const& [word, box] : printed.Boxes()) {
+                top = top == 0 ? box.top() : top;
+                places.insert(std::lround((box.top() - top) / (19 * 0.72) * 100));
+            }
+            return places;
+        };
+        QVERIFY(lines(0) == (std::set<long>{0, 200, 300, 400, 600, 800, 1000, 1100}));
+        QCOMPARE(*lines(40).begin(), 4000);
+        QCOMPARE(std::lround((printed.Boxes()[0].second.left() - 18) / 0.72), 75);
+        Do(form, u"blankLinesSpin=41"_s);
+        QCOMPARE(desk.Press(form, "printAllButton", {}), u"Enter an integer between 0 and 40."_s);
+        Do(form, u"blankLinesSpin=3"_s);
+        // Members are passed over when somebody has deleted them, also the first one.
+        RunOnMembers("DELETE FROM members WHERE member_id = 1");
+        QCOMPARE(desk.Print(form, "testPrintButton"), QList<QStringList>{second});
+        QCOMPARE(desk.Print(form, "printAllButton"), (QList{second, third}));
+        CFileRecorder files;
+        files.AnswerNext({desk.Path("letters.pdf")});
+        desk.Press(form, "pdfButton", {});
+        QCOMPARE(CPrintedPages::LinesOf(desk.Path("letters.pdf")), (QList{second, third}));
+        RunOnMembers("DROP VIEW member_view");
+        QCOMPARE(
+            desk.Press(form, "printAllButton", {}), u"Error: the members could not be read."_s);
+        // What was written is not lost by Esc; OK closes.
+        QTest::keyClick(&form, Qt::Key_Escape);
+        QVERIFY(form.isVisible());
+        Child<QPushButton>(form, "okButton").click();
+    };
+    CMailDesk::Use({list, use}, [&] { return desk.m_doc.PrintLetters(desk.m_doc.m_setMem), true; });
+}
+
+void MailTest::carriesOnWhatDoesNotFit()
+{
+    CMailDesk desk(1);
+    desk.Open(0, [&](QDialog& form) {
+        // A line that is wider than the paper, and more lines than a page has.
+        QStringList words;
+        for (int i = 0; i < 60; ++i) {
+            words += u"word%1"_s.arg(i);
+        }
+        TypeBody(form, words.join(u' ') + u'\n' + words.join(u'\n') + u"\n\n\n\n"_s);
+        CPrintedPages const printed;
+        desk.Press(form, "testPrintButton", {});
+        auto const pages = printed.Lines();
+        QCOMPARE(pages.size(), 2);
+        auto const all = (pages[0] + pages[1]).join(u' ');
+        QCOMPARE(all.section(u"Dear Jo: "_s, 1), (words + words).join(u' '));
+        for (auto const& [word, box] : printed.Boxes()) {
+            QVERIFY(QRectF(18, 18, 612 - 36, 792 - 36).contains(box));
+        }
+        // A letter that just fills its page takes no second one for the empty lines below.
+        TypeBody(form, QStringList(42, u"line"_s).join(u'\n') + QString(30, u'\n'));
+        QCOMPARE(desk.Print(form, "testPrintButton").size(), 1);
+        // Nothing but the heading.
+        TypeBody(form, u"not ended"_s);
+        QCOMPARE(desk.Print(form, "testPrintButton").value(0).size(), 5);
+        form.accept();
+    });
+}
+
+void MailTest::savesTheTemplateAsItStands()
+{
+    CMailDesk desk;
+    desk.Open(1, [&](QDialog& form) {
+        auto const name = [&](QDialog& dialog) {
+            QCOMPARE(FaultsOf(dialog), QStringList());
+            QCOMPARE(Edit(dialog, "nameEdit").text(), u"Second"_s);
+            desk.Refuses(dialog,
+                {{u"nameEdit="_s, u"Error: enter template name @nameEdit"_s},
+                    {u"nameEdit=@home"_s,
+                        u"Error: the name of a template cannot begin with \"@\" @nameEdit"_s}});
+            Type(Edit(dialog, "nameEdit"), QString(u'n').repeated(40));
+            ClickOk(dialog);
+        };
+        QCOMPARE(FaultsOf(form), QStringList());
+        TypeBody(form, u"Grüße\n\nend\nlost"_s);
+        desk.m_messages.AnswerNext({false, true, true, true});
+        QCOMPARE(desk.Press(form, "saveTemplateButton", {}),
+            u"Are you sure you want to replace the template\n\"Second\" with the current\ncustomization?"_s);
+        desk.Press(form, "saveTemplateButton", {[](QDialog& dialog) { dialog.reject(); }});
+        QCOMPARE(desk.Read("tnames.txt"), u"First\nSecond\n@ignored\nThird\n"_s);
+        QVERIFY(desk.Press(form, "saveTemplateButton", {name}).endsWith(kDone));
+        QCOMPARE(desk.Read("tnames.txt"), u"First\n"_s + QString(28, u'n') + u"\n@"_s);
+        QCOMPARE(desk.Read("templ1.txt"), u"Grüße\n\nend\n\n"_s);
+        // A body of a single line has nothing to save.
+        TypeBody(form, u"single"_s);
+        QVERIFY(desk.Press(form, "saveTemplateButton", {ClickOk}).endsWith(kDone));
+        // Read again it has grown by its end.
+        desk.Press(form, "selectTemplateButton", {CMailDesk::Choose(1)});
+        QCOMPARE(Body(form).toPlainText(), u"Grüße\n\nend\n\n\n"_s);
+        QVERIFY(!Body(form).document()->isUndoAvailable());
+        QTest::keyClick(&form, Qt::Key_Escape); // nothing would be lost
+    });
+}
+
+void MailTest::losesNoTemplate()
+{
+    CMailDesk desk;
+    auto const many = u"Template\n"_s.repeated(1000);
+    desk.Write("tnames.txt", many.toStdString());
+    desk.Write("templ10.txt", "eleven\n");
+    desk.Open(10, [&](QDialog& form) {
+        QCOMPARE(Body(form).toPlainText(), u"eleven\n\n"_s);
+        auto const save = [&](QList<CDialogUser::Step> const& steps = {}) {
+            return desk.Press(form, "saveTemplateButton", steps);
+        };
+        QCOMPARE(save(), u"Error: only the first 10 templates can be replaced"_s);
+        desk.Press(form, "selectTemplateButton", {CMailDesk::Choose(1)});
+        desk.m_messages.AnswerNext({true, false});
+        QVERIFY(save().contains(u"|There are 1000 templates, "));
+        QCOMPARE(desk.Read("tnames.txt"), many);
+        desk.m_messages.AnswerNext({true, true});
+        QVERIFY(save({ClickOk}).endsWith(kDone));
+        QCOMPARE(desk.Read("tnames.txt").count(u'\n'), 10);
+        // Another desk renames a template meanwhile, or takes some away.
+        desk.m_messages.AnswerNext({true});
+        QVERIFY(save({[&](QDialog& name) {
+            desk.Write("tnames.txt", "theirs\nours\n@");
+            ClickOk(name);
+        }}).contains(u"Nothing was saved."));
+        // Neither file is written when one cannot be.
+        std::filesystem::remove(desk.m_templates.Path() / "templ1.txt");
+        std::filesystem::create_directory(desk.m_templates.Path() / "templ1.txt");
+        desk.m_messages.AnswerNext({true});
+        QVERIFY(save({Steps(u"nameEdit=new OK"_s)})
+                    .endsWith(u"|Error: cannot open file:\n"_s + desk.Path("templ1.txt")));
+        QCOMPARE(desk.Read("tnames.txt"), u"theirs\nours\n@"_s);
+        desk.Write("tnames.txt", "only\n@");
+        QCOMPARE(save(), u"Error: there is no template to replace"_s);
+        form.accept();
+    });
+}
+
+void MailTest::readsOnlyTexts()
+{
+    CMailDesk desk;
+    auto const refused = u"Error: cannot open file:\n"_s + desk.Path("templ1.txt");
+    auto const x = [](int count) { return QByteArray(count, 'x'); };
+    for (auto const& [bytes, body] : {std::pair("\xEF\xBB\xBFGrüße\n"_ba, "Grüße\n\n"_ba),
+             {"Gr\xFC\xDF\x65 \x80\n"_ba, "Grüße €\n\n"_ba}, // Windows-1252
+             {"\xFF\xFEG\0r\0\xFC\0"_ba, "Grü\n"_ba}, {""_ba, "\n"_ba},
+             {x(400), x(199) + '\n' + x(199) + "\nxx\n"}, {x(199) + '\n', x(199) + "\n\n"},
+             {"a\0b\n"_ba, refused.toUtf8()}, {x(20'000'000), refused.toUtf8()}}) {
+        auto const expected = QString::fromUtf8(body);
+        desk.Write("templ1.txt", bytes.toStdString());
+        desk.Open(0, [&](QDialog& form) {
+            auto const told = desk.Press(form, "selectTemplateButton", {CMailDesk::Choose(1)});
+            QCOMPARE(told.isEmpty() ? Body(form).toPlainText() : told, expected);
+            form.accept();
+        });
+        QVERIFY(ReadFile(desk.m_templates.Path() / "templ1.txt") == bytes.toStdString());
+    }
+}
+
+void MailTest::namesWhatIsMissing()
+{
+    CMailDesk desk;
+    auto const told = [&](int entry) {
+        auto const before = desk.m_messages.Texts().size();
+        desk.Open(entry, [](QDialog& form) {
+            QVERIFY(!Body(form).isEnabled());
+            form.accept();
+        });
+        bool const isWarning
+            = desk.m_messages.Messages().constLast().m_icon == CMessageIcon::exclamation;
+        return isWarning ? desk.m_messages.Texts().sliced(before).join(u'|') : QString();
+    };
+    auto const cannot = u"Error: cannot open file:\n"_s;
+    auto const body = desk.Path("templ0.txt");
+    std::filesystem::remove(body.toStdString());
+    QCOMPARE(told(0), cannot + body);
+    // To open a pipe would take until somebody writes into it.
+    QCOMPARE(::mkfifo(qPrintable(body), 0600), 0);
+    QCOMPARE(told(0), cannot + body);
+    qputenv("CORV_TXT", qPrintable(desk.Path("templ1.txt")));
+    QCOMPARE(told(0), cannot + desk.Path("templ1.txt/tnames.txt"));
+    qunsetenv("CORV_TXT");
+    QCOMPARE(told(0),
+        u"Error: system environment variable \"CORV_TXT\" is not set|"_s + cannot
+            + u"tnames.txt"_s);
 }
 
 static CTestEntryOf<MailTest> const g_entry;

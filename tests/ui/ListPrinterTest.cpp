@@ -61,30 +61,28 @@ void ListPrinterTest::fillsPagesWithRowsBelowTheirHeadings()
 
 void ListPrinterTest::putsColumnsAtWholeLettersAndCutsNothing()
 {
-    auto const textOf = [](QString const& word) { return word.section(u' ', 2); };
-    auto const leftOf = [](QString const& word) { return word.section(u' ', 0, 0).toDouble(); };
-    auto const topOf = [](QString const& word) { return word.section(u' ', 1, 1).toDouble(); };
     CPrintedPages const printed;
     auto const wide = QString(u'W').repeated(14);
     PrintRows(62, {u"a"_s, wide, u"b"_s}, {{u"A"_s, 10}, {u"B"_s, 10}, {u"C"_s, 10}, {u"D"_s, 0}},
         QPageLayout::Landscape);
-    auto const words = printed.Words();
-    auto const heading = words.indexOf(words.filter(u" A"_s).value(0));
-    auto const left = leftOf(words[heading]);
-    auto const column = leftOf(words[heading + 1]) - left;
+    auto const words = printed.Boxes();
+    auto const heading = std::ranges::find(words, u"A"_s, &std::pair<QString, QRectF>::first);
+    auto const left = heading->second.left();
+    auto const column = (heading + 1)->second.left() - left;
     QVERIFY(column > 40 && column < 60); // ten letters of 8 points
     // Behind the wide text, or run into by it, the last column stands where it stands on all rows.
-    QCOMPARE(textOf(words.constLast()), u"row62"_s);
-    QVERIFY(std::abs(leftOf(words.constLast()) - left - 3 * column) < 0.5);
-    QVERIFY(words.filter(wide).size() == 62);
-    QVERIFY(topOf(words.constLast()) < 612 - 18 - 6);
+    auto const& [row, place] = words.constLast();
+    QCOMPARE(row, u"row62"_s);
+    QVERIFY(std::abs(place.left() - left - 3 * column) < 0.5);
+    QCOMPARE(printed.Lines()[0].filter(wide).size(), 62);
+    QVERIFY(place.top() < 612 - 18 - 6);
     // So many columns that eight points are too large.
     std::vector<CListPrinter::CColumn> many(30, {u"Hd"_s, 9});
     many.push_back({u"Last"_s, 0});
     PrintRows(1, QStringList(30, u"123456789"_s), many, QPageLayout::Portrait);
-    auto const last = printed.Words().constLast();
-    QCOMPARE(textOf(last).right(4), u"row1"_s);
-    QVERIFY(leftOf(last) < 612 - 18);
+    auto const last = printed.Boxes().constLast();
+    QCOMPARE(last.first.right(4), u"row1"_s);
+    QVERIFY(last.second.left() < 612 - 18);
 }
 
 void ListPrinterTest::endsWhenThereIsNothingToPrintOn()

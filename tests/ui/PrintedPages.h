@@ -61,16 +61,6 @@ public:
         }
         return boxes;
     }
-    /// Left edge and top of each word, in points: "12.5 40.0 Name".
-    QStringList Words() const
-    {
-        QStringList words;
-        for (auto const& [word, box] : Boxes()) {
-            words += QString::number(box.left(), 'f', 1) + u' ' + QString::number(box.top(), 'f', 1)
-                + u' ' + word;
-        }
-        return words;
-    }
 
 private:
     static QByteArray Read(QStringList const& options)

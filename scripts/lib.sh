@@ -65,3 +65,28 @@ FreePort() {
     while grep -qi "$(printf ':%04X .* 0A ' "$port")" /proc/net/tcp{,6}; do ((++port)); done 2>/dev/null
     echo "$port"
 }
+
+# Two templates of letters to members, into the current folder.
+MakeTemplates() {
+    printf 'Welcome\nMembership Renewal\n@' >tnames.txt
+    cat >templ0.txt <<'END'
+Welcome to our fitness center!
+
+Your first evaluation is included in your membership. Please ask at the
+desk for a date that suits you.
+
+We look forward to seeing you.
+
+
+The team of your fitness center
+END
+    cat >templ1.txt <<'END'
+Your membership is about to end, or has ended not long ago.
+
+We would be glad to keep you with us. Please stop by at the desk to renew
+it; that takes five minutes.
+
+
+The team of your fitness center
+END
+}

@@ -1,6 +1,7 @@
 #!/bin/bash
 # Runs scripts/run in a tree whose programs only stand in, and fails unless a user without settings
-# gets some without the report server, and one with settings keeps them.
+# gets some without the report server, and one with settings keeps them, and so with templates of
+# letters.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
@@ -20,3 +21,8 @@ Run() {
 [[ $(Run new) == $'[settings]\nreport_server=0' ]]
 echo own >"$folder/own/Halvetta/Corvana.conf"
 [[ $(Run own) == own ]]
+# shellcheck disable=SC2016 # for the program
+Program build/release/app/corvana 'cat "$CORV_TXT/templ1.txt" || echo "$CORV_TXT"'
+unset CORV_TXT
+[[ $(Run own) == *renew* ]]
+[[ $(CORV_TXT=$folder/own Run own) == "$folder/own" ]]

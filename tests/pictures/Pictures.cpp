@@ -140,6 +140,17 @@ void MakeSearchPictures(CCorvanaDoc& doc)
     Use({Steps(u"lastNameEdit=s OK"_s), Look(u"members-list"_s)}, find);
 }
 
+void MakeLetterPictures(CCorvanaDoc& doc)
+{
+    doc.m_setMem.FindAllMembers(true);
+    auto const choose = [](QDialog& list) {
+        Do(list, u"templateList=1"_s);
+        Save(list, u"letter-templates"_s);
+        ClickOk(list);
+    };
+    Use({choose, Look(u"merge-letter"_s)}, [&] { doc.PrintLetters(doc.m_setMem); });
+}
+
 void MakeWorkoutPictures(CCorvanaDoc& doc)
 {
     CDAOWk workouts;
@@ -213,6 +224,7 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     Use({Prompt(member, u"member-id"_s), Pages(u"member"_s)}, [&] { doc.EditMember(0); });
     Use({Look(u"delete-member"_s)}, [&] { doc.DeleteMember(member, {}); });
     MakeSearchPictures(doc);
+    MakeLetterPictures(doc);
     MakeWorkoutPictures(doc);
     MakeEvaluationPictures(doc);
     MakeBodyCompPictures(doc);

@@ -58,6 +58,8 @@ private:
     static constexpr std::chrono::milliseconds kReadersWait{200}; ///< while nobody can write
     static constexpr int kLogPages = 1000; ///< about 4 MB: where a checkpoint pays
 
+    /// Fills an empty file with a copy.
+    CDbStatus VacuumInto(std::string const& path);
     CDbStatus RunSteps(int version);
     /// Counts the rows whose parent row is missing.
     CDbStatus CountOrphans(std::int64_t& orphans);

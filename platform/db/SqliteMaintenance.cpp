@@ -1,5 +1,5 @@
-// What concerns the file as a whole: its log, its exclusive use, and whether it is sound.
-#include "platform/db/SqliteDatabase.h"
+// What concerns the file as a whole: its log, its exclusive use, copies, and whether it is sound.
+#include "platform/db/SqliteOpen.h"
 
 #include <cassert>
 #include <chrono>
@@ -74,6 +74,19 @@ CDbStatus CSqliteDatabase::UseExclusively()
             "The file \"" + m_strPath + "\" is in use by another program. Close it there first."};
     }
     return {};
+}
+
+CDbStatus CSqliteDatabase::VacuumInto(std::string const& path)
+{
+    DbValue const name = FileName(path);
+    CStatementPtr statement;
+    auto status = Prepare("VACUUM INTO ?", statement);
+    if (status) {
+        BindValue(statement.get(), 1, name);
+        int const code = sqlite3_step(statement.get());
+        status = code == SQLITE_DONE ? CDbStatus() : Failure(code);
+    }
+    return status;
 }
 
 void CSqliteDatabase::ShareAgain()

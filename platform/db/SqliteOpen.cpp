@@ -1,5 +1,6 @@
+#include "platform/db/SqliteOpen.h"
+
 #include "platform/db/Files.h"
-#include "platform/db/SqliteDatabase.h"
 #include "platform/db/SqliteFold.h"
 
 #include <algorithm>
@@ -16,12 +17,6 @@ namespace
 
 constexpr int kPageSize = 4096;
 constexpr int kMostBytes = 64 * 1024 * 1024; // of one text: far more than any field of ours
-constexpr std::chrono::milliseconds kMaintenanceWait{2'000};
-
-std::string Quoted(std::string const& path)
-{
-    return "The file \"" + path + "\" ";
-}
 
 /// Locks and shared memory of the log need all programs on one computer.
 bool IsNetworkFileSystem(std::string const& path)
@@ -70,66 +65,6 @@ CDbStatus LookAt(std::string const& path)
     return {};
 }
 
-/// A relative name such as "file:a.mdb" or ":memory:" would mean something else to SQLite.
-std::string FileName(std::string const& path)
-{
-    return path.starts_with('/') ? path : "./" + path;
-}
-
-void SetWait(sqlite3* connection, std::chrono::milliseconds wait)
-{
-    sqlite3_busy_timeout(connection, static_cast<int>(wait.count()));
-}
-
-CDbStatus Connect(
-    std::string const& path, CConnectionPtr& connection, std::chrono::milliseconds wait)
-{
-    // One thread uses a connection. Has no effect, and needs none, once SQLite has been used.
-    sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
-    sqlite3* opened = nullptr;
-    int const code = sqlite3_open_v2(FileName(path).c_str(), &opened,
-        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
-    connection.reset(opened);
-    if (code != SQLITE_OK) {
-        return SqliteFailure(opened, code, path);
-    }
-    SetWait(opened, wait);
-    sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kMostBytes);
-    sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_db_config(opened, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    sqlite3_db_config(opened, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
-    // A file that turns out not to be ours is left as it is, its log included.
-    sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-    AddFoldFunctions(opened);
-    int const set = sqlite3_exec(opened,
-        "PRAGMA cell_size_check = ON; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY; "
-        "PRAGMA cache_size = -16384; "
-        "PRAGMA wal_autocheckpoint = 0;",
-        nullptr, nullptr, nullptr);
-    return set == SQLITE_OK ? CDbStatus() : SqliteFailure(opened, set, path);
-}
-
-/// Reads a pragma that answers with one number or word.
-CDbStatus ReadPragma(
-    sqlite3* connection, std::string const& path, char const* sql, std::string& answer)
-{
-    answer.clear();
-    auto const keep = [](void* target, int, char** values, char**) {
-        *static_cast<std::string*>(target) = values[0] == nullptr ? "" : values[0];
-        return 0;
-    };
-    int const code = sqlite3_exec(connection, sql, keep, &answer, nullptr);
-    return code == SQLITE_OK ? CDbStatus() : SqliteFailure(connection, code, path);
-}
-
-CDbStatus ReadPragma(sqlite3* connection, std::string const& path, char const* sql, long& answer)
-{
-    std::string text;
-    auto status = ReadPragma(connection, path, sql, text);
-    answer = std::strtol(text.c_str(), nullptr, 10);
-    return status;
-}
-
 CDbStatus CutStatus(std::string const& path)
 {
     return {DbError::cut, Quoted(path) + "is cut short: a part of it is missing."};
@@ -166,9 +101,9 @@ CDbStatus CheckSize(sqlite3* connection, std::string const& path)
 {
     long least = 0;
     long pageSize = 0;
-    auto status = ReadPragma(connection, path, "PRAGMA page_count", least);
+    auto status = ReadAnswer(connection, path, "PRAGMA page_count", least);
     if (status) {
-        status = ReadPragma(connection, path, "PRAGMA page_size", pageSize);
+        status = ReadAnswer(connection, path, "PRAGMA page_size", pageSize);
     }
     bool const hasLog = HasLog(path);
     struct stat file = {};
@@ -177,7 +112,7 @@ CDbStatus CheckSize(sqlite3* connection, std::string const& path)
     }
     long most = 0;
     if (status) {
-        status = ReadPragma(connection, path, "PRAGMA page_count", most);
+        status = ReadAnswer(connection, path, "PRAGMA page_count", most);
     }
     if (!status) {
         return status;
@@ -199,42 +134,6 @@ bool IsLaidOutAsOurs(sqlite3* connection)
     return reserved == 0 && sqlite3_db_readonly(connection, "main") == 0;
 }
 
-/// Reads the header and the list of tables, which opening alone does not.
-CDbStatus Recognise(
-    sqlite3* connection, std::string const& path, CSchema const& schema, int& version)
-{
-    long applicationID = 0;
-    long tables = 0;
-    long stored = 0;
-    auto status = ReadPragma(connection, path, "PRAGMA application_id", applicationID);
-    if (status) {
-        status = ReadPragma(connection, path, "SELECT count(*) FROM sqlite_schema", tables);
-    }
-    if (!status) {
-        return status;
-    }
-    if (static_cast<std::uint32_t>(applicationID) != schema.applicationID) {
-        return {DbError::foreign,
-            Quoted(path) + "is not a Corvana " + std::string(schema.kind) + " file."};
-    }
-    status = ReadPragma(connection, path, "PRAGMA user_version", stored);
-    if (!status) {
-        return status;
-    }
-    if (stored < 1 || tables == 0) {
-        return {DbError::damaged, Quoted(path) + "is damaged: its tables are missing."};
-    }
-    if (stored > schema.Version()) {
-        return {DbError::newer,
-            Quoted(path) + "was written by a newer version of Corvana. Update this one first."};
-    }
-    if (!IsLaidOutAsOurs(connection)) {
-        return {DbError::damaged, Quoted(path) + "is damaged: its beginning is not as we make it."};
-    }
-    version = static_cast<int>(stored);
-    return CheckSize(connection, path);
-}
-
 /// What to say about a file that was opened and is not to be used. Lets SQLite remove the empty log
 /// that it made beside it; one with changes in it is left as it is.
 CDbStatus Refused(CDbStatus const& status, sqlite3* connection, std::string const& path)
@@ -253,11 +152,11 @@ CDbStatus Refused(CDbStatus const& status, sqlite3* connection, std::string cons
 CDbStatus SetLogMode(sqlite3* connection, std::string const& path, CFileUse& use)
 {
     std::string mode;
-    auto status = ReadPragma(connection, path, "PRAGMA journal_mode", mode);
+    auto status = ReadAnswer(connection, path, "PRAGMA journal_mode", mode);
     if (!status || mode == "wal" || !use.TryExclusive()) {
         return status;
     }
-    status = ReadPragma(connection, path, "PRAGMA journal_mode = WAL", mode);
+    status = ReadAnswer(connection, path, "PRAGMA journal_mode = WAL", mode);
     use.BackToShared();
     return status;
 }
@@ -296,13 +195,6 @@ CDbStatus FillNew(std::string const& path, CSchema const& schema)
     return code == SQLITE_OK ? CDbStatus() : SqliteFailure(connection.get(), code, path);
 }
 
-void RemoveWithLog(std::string const& path)
-{
-    for (auto const* const extension : {"", "-wal", "-shm", "-journal"}) {
-        ::unlink((path + extension).c_str());
-    }
-}
-
 /// Gives a finished file its name, or leaves none of that name.
 CDbStatus PutInPlace(std::string const& part, std::string const& path)
 {
@@ -337,7 +229,7 @@ CDbStatus MakeFile(
     if (!status) {
         return status;
     }
-    auto const part = path + ".part";
+    auto const part = PartName(path);
     // Nobody else makes this file now: what is there is what a killed program left.
     RemoveWithLog(part);
     status = CreateEmptyFile(part);
@@ -352,6 +244,106 @@ CDbStatus MakeFile(
 }
 
 } // namespace
+
+std::string Quoted(std::string const& path)
+{
+    return "The file \"" + path + "\" ";
+}
+
+std::string FileName(std::string const& path)
+{
+    return path.starts_with('/') ? path : "./" + path;
+}
+
+CDbStatus Connect(
+    std::string const& path, CConnectionPtr& connection, std::chrono::milliseconds wait)
+{
+    // One thread uses a connection. Has no effect, and needs none, once SQLite has been used.
+    sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
+    sqlite3* opened = nullptr;
+    int const code = sqlite3_open_v2(FileName(path).c_str(), &opened,
+        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    connection.reset(opened);
+    if (code != SQLITE_OK) {
+        return SqliteFailure(opened, code, path);
+    }
+    sqlite3_busy_timeout(opened, static_cast<int>(wait.count()));
+    sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kMostBytes);
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
+    // A file that turns out not to be ours is left as it is, its log included.
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    AddFoldFunctions(opened);
+    int const set = sqlite3_exec(opened,
+        "PRAGMA cell_size_check = ON; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY; "
+        "PRAGMA cache_size = -16384; "
+        "PRAGMA wal_autocheckpoint = 0;",
+        nullptr, nullptr, nullptr);
+    return set == SQLITE_OK ? CDbStatus() : SqliteFailure(opened, set, path);
+}
+
+CDbStatus ReadAnswer(
+    sqlite3* connection, std::string const& path, char const* sql, std::string& answer)
+{
+    answer.clear();
+    auto const keep = [](void* target, int, char** values, char**) {
+        *static_cast<std::string*>(target) = values[0] == nullptr ? "" : values[0];
+        return 0;
+    };
+    int const code = sqlite3_exec(connection, sql, keep, &answer, nullptr);
+    return code == SQLITE_OK ? CDbStatus() : SqliteFailure(connection, code, path);
+}
+
+CDbStatus ReadAnswer(sqlite3* connection, std::string const& path, char const* sql, long& answer)
+{
+    std::string text;
+    auto status = ReadAnswer(connection, path, sql, text);
+    answer = std::strtol(text.c_str(), nullptr, 10);
+    return status;
+}
+
+CDbStatus Recognise(
+    sqlite3* connection, std::string const& path, CSchema const& schema, int& version)
+{
+    long applicationID = 0;
+    long tables = 0;
+    long stored = 0;
+    auto status = ReadAnswer(connection, path, "PRAGMA application_id", applicationID);
+    if (status) {
+        status = ReadAnswer(connection, path, "SELECT count(*) FROM sqlite_schema", tables);
+    }
+    if (!status) {
+        return status;
+    }
+    if (static_cast<std::uint32_t>(applicationID) != schema.applicationID) {
+        return {DbError::foreign,
+            Quoted(path) + "is not a Corvana " + std::string(schema.kind) + " file."};
+    }
+    status = ReadAnswer(connection, path, "PRAGMA user_version", stored);
+    if (!status) {
+        return status;
+    }
+    if (stored < 1 || tables == 0) {
+        return {DbError::damaged, Quoted(path) + "is damaged: its tables are missing."};
+    }
+    if (stored > schema.Version()) {
+        return {DbError::newer,
+            Quoted(path) + "was written by a newer version of Corvana. Update this one first."};
+    }
+    if (!IsLaidOutAsOurs(connection)) {
+        return {DbError::damaged, Quoted(path) + "is damaged: its beginning is not as we make it."};
+    }
+    version = static_cast<int>(stored);
+    return CheckSize(connection, path);
+}
+
+void RemoveWithLog(std::string const& path)
+{
+    for (auto const* const extension : {"", "-wal", "-shm", "-journal"}) {
+        ::unlink((path + extension).c_str());
+    }
+}
 
 CDbStatus OpenDatabase(std::string const& path, CSchema const& schema,
     std::unique_ptr<CDatabase>& database, std::chrono::milliseconds wait)
@@ -380,7 +372,7 @@ CDbStatus OpenDatabase(std::string const& path, CSchema const& schema,
     if (!status) {
         return Refused(status, connection.get(), path);
     }
-    SetWait(connection.get(), kLongestWait);
+    sqlite3_busy_timeout(connection.get(), static_cast<int>(kLongestWait.count()));
     sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     auto opened
         = std::make_unique<CSqliteDatabase>(path, schema, std::move(use), std::move(connection));
@@ -454,17 +446,7 @@ CDbStatus CSqliteDatabase::CountOrphans(std::int64_t& orphans)
 
 CDbStatus CSqliteDatabase::CopyTo(std::string const& path)
 {
-    auto const copy = [&](std::string const& part) {
-        DbValue const name = FileName(part);
-        CStatementPtr statement;
-        auto status = Prepare("VACUUM INTO ?", statement);
-        if (status) {
-            BindValue(statement.get(), 1, name);
-            int const code = sqlite3_step(statement.get());
-            status = code == SQLITE_DONE ? CDbStatus() : Failure(code);
-        }
-        return status;
-    };
     auto status = MovedStatus();
-    return status ? MakeFile(path, copy) : status;
+    return status ? MakeFile(path, [&](std::string const& part) { return VacuumInto(part); })
+                  : status;
 }

@@ -159,6 +159,13 @@ private:
 CDbStatus OpenDatabase(std::string const& path, CSchema const& schema,
     std::unique_ptr<CDatabase>& database, std::chrono::milliseconds wait = kLongestWait);
 
+/// Puts a compacted copy in the place of a file that nobody uses, this process included, in one
+/// atomic step: at every moment there is a whole file of that name. The file before it becomes
+/// "NAME.old". The copy has all rows, and indexes that lacked some are rebuilt in it. "inUse" or
+/// "busy" when another program still uses the file after 2 s. Whatever fails leaves the file as it
+/// is, and an older ".old" too.
+CDbStatus CompactDatabaseFile(std::string const& path, CSchema const& schema);
+
 /// Makes an empty database of that kind under a name that must not exist, readable and writable by
 /// its owner alone, and leaves it closed. Nothing is left behind when it fails.
 CDbStatus CreateDatabase(std::string const& path, CSchema const& schema);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -78,6 +79,37 @@ CDbStatus RenameNoReplace(std::string const& from, std::string const& to)
         return FileFailure("Cannot create", to, errno);
     }
     ::unlink(from.c_str());
+    return {};
+}
+
+CDbStatus ReplaceFile(std::string const& path, std::string const& by, std::string const& old)
+{
+    // The new file waits under the old one's name to be, so that one step gives both theirs.
+    auto status = RenameNoReplace(by, old);
+    if (!status
+        || ::renameat2(AT_FDCWD, old.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) == 0) {
+        return status;
+    }
+    int error = errno;
+    ::rename(old.c_str(), by.c_str());
+    // A file system without that step: a second name keeps the file that is replaced.
+    if (error == EINVAL && ::link(path.c_str(), old.c_str()) == 0) {
+        if (::rename(by.c_str(), path.c_str()) == 0) {
+            return {};
+        }
+        error = errno;
+        ::unlink(old.c_str());
+    }
+    return FileFailure("Cannot replace", path, error);
+}
+
+CDbStatus CopyAccess(std::string const& from, std::string const& to)
+{
+    struct stat wanted = {};
+    if (::stat(from.c_str(), &wanted) != 0 || ::chown(to.c_str(), wanted.st_uid, wanted.st_gid) != 0
+        || ::chmod(to.c_str(), wanted.st_mode & 0777) != 0) {
+        return FileFailure("Cannot keep the owner and the permissions of", from, errno);
+    }
     return {};
 }
 

@@ -39,6 +39,13 @@ CDbStatus CreateEmptyFile(std::string const& path);
 /// Renames a file; fails with "exists" rather than replace another.
 CDbStatus RenameNoReplace(std::string const& from, std::string const& to);
 
+/// Gives a file the name of another, which itself gets the name old, which
+/// must not exist. At every moment there is a file under path; if it fails both keep their names.
+CDbStatus ReplaceFile(std::string const& path, std::string const& by, std::string const& old);
+
+/// Gives a file the owner and the permissions of another.
+CDbStatus CopyAccess(std::string const& from, std::string const& to);
+
 /// Waits until the names in the folder of this file are on the disk.
 CDbStatus SyncFolderOf(std::string const& path);
 

@@ -51,6 +51,8 @@ public:
     CDbStatus UseExclusively() override;
     void ShareAgain() override;
 
+    /// See CompactDatabaseFile. Whatever the outcome, the database can only be closed afterwards.
+    CDbStatus Compact();
     /// Runs the steps that the file's version lacks, in one transaction, after a copy.
     CDbStatus Migrate(int version);
 
@@ -60,6 +62,14 @@ private:
 
     /// Fills an empty file with a copy.
     CDbStatus VacuumInto(std::string const& path);
+    /// Waits for programs that are about to end.
+    CDbStatus WaitForExclusiveUse();
+    CDbStatus LeaveLogMode();
+    CDbStatus MakeCompacted(std::string const& path);
+    CDbStatus CheckCopy(std::string const& path);
+    CDbStatus CompareRows(sqlite3* copy, std::string const& path);
+    /// Gives a copy that was made at that version of the data the name of the file.
+    CDbStatus TakePlace(std::string const& copy, long dataVersion);
     CDbStatus RunSteps(int version);
     /// Counts the rows whose parent row is missing.
     CDbStatus CountOrphans(std::int64_t& orphans);

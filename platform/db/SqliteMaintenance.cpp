@@ -4,6 +4,7 @@
 #include <cassert>
 #include <chrono>
 #include <thread>
+#include <unistd.h>
 
 namespace
 {
@@ -69,11 +70,19 @@ CDbStatus CSqliteDatabase::Checkpoint()
 
 CDbStatus CSqliteDatabase::UseExclusively()
 {
-    if (!m_use.TryExclusive()) {
-        return {DbError::inUse,
-            "The file \"" + m_strPath + "\" is in use by another program. Close it there first."};
+    if (m_use.TryExclusive()) {
+        return {};
     }
-    return {};
+    std::string users;
+    for (auto const& user : FileUsers(m_strPath)) {
+        if (user.pid != ::getpid()) {
+            users += (users.empty() ? "" : ", ") + user.program + " (process "
+                + std::to_string(user.pid) + ")";
+        }
+    }
+    return {DbError::inUse,
+        "The file \"" + m_strPath + "\" is in use by " + (users.empty() ? "another program" : users)
+            + ". Close it there first."};
 }
 
 CDbStatus CSqliteDatabase::VacuumInto(std::string const& path)

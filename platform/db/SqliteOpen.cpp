@@ -148,15 +148,21 @@ CDbStatus Refused(CDbStatus const& status, sqlite3* connection, std::string cons
     return cut ? CutStatus(path) : status;
 }
 
-/// A copy comes out of maintenance without its log; a file in use keeps the mode it has.
-CDbStatus SetLogMode(sqlite3* connection, std::string const& path, CFileUse& use)
+/// Puts right what a compaction leaves that failed or was killed, a file without its log and a part
+/// of a copy beside it, unless somebody else uses the file.
+CDbStatus TidyUp(sqlite3* connection, std::string const& path, CFileUse& use)
 {
     std::string mode;
+    auto const part = PartName(path);
     auto status = ReadAnswer(connection, path, "PRAGMA journal_mode", mode);
-    if (!status || mode == "wal" || !use.TryExclusive()) {
+    bool const isTidy = mode == "wal" && ::access(part.c_str(), F_OK) != 0;
+    if (!status || isTidy || !use.TryExclusive()) {
         return status;
     }
-    status = ReadAnswer(connection, path, "PRAGMA journal_mode = WAL", mode);
+    RemoveWithLog(part);
+    if (mode != "wal") {
+        status = ReadAnswer(connection, path, "PRAGMA journal_mode = WAL", mode);
+    }
     use.BackToShared();
     return status;
 }
@@ -367,7 +373,7 @@ CDbStatus OpenDatabase(std::string const& path, CSchema const& schema,
         status = Recognise(connection.get(), path, schema, version);
     }
     if (status) {
-        status = SetLogMode(connection.get(), path, use);
+        status = TidyUp(connection.get(), path, use);
     }
     if (!status) {
         return Refused(status, connection.get(), path);

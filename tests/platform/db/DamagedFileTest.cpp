@@ -97,6 +97,9 @@ TEST_F(DamagedFileTest, WhatCannotBeWrittenIsRefused)
                     && ::setuid(kNobody) == 0));
             std::unique_ptr<CDatabase> database;
             EXPECT_EQ(OpenDatabase(m_strPath, Schema(), database).Error(), expected);
+            database.reset();
+            EXPECT_TRUE(expected == DbError::none
+                || CompactDatabaseFile(m_strPath, Schema()).Error() == expected);
         });
         EXPECT_TRUE(nobody.Finish());
         EXPECT_TRUE(Folder() == before);

@@ -1,6 +1,7 @@
 #include "tests/platform/db/Faults.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <dlfcn.h>
 #include <sys/types.h>
@@ -13,11 +14,16 @@ int g_nLeft = 0; // calls until the first that fails; 0 when none will
 int g_nError = 0;
 bool g_bLasting = false;
 bool g_bStruck = false;
+bool g_bExchange = true;
+std::function<void()> g_fnAtSync;
 
 bool Strikes(bool needsRoom)
 {
     if (g_nLeft == 0 || (g_nError == ENOSPC && !needsRoom) || --g_nLeft > 0) {
         return false;
+    }
+    if (g_nError == Faults::kKill) {
+        std::raise(SIGKILL);
     }
     g_nLeft = g_bLasting ? 1 : 0;
     g_bStruck = true;
@@ -50,6 +56,16 @@ bool Faults::End()
     return g_bStruck;
 }
 
+void Faults::Exchange(bool possible)
+{
+    g_bExchange = possible;
+}
+
+void Faults::AtSync(std::function<void()> const& what)
+{
+    g_fnAtSync = what;
+}
+
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): theirs are reserved
 extern "C" {
 
@@ -65,6 +81,9 @@ ssize_t write(int file, void const* bytes, size_t size)
 
 int fsync(int file)
 {
+    if (g_fnAtSync) {
+        std::exchange(g_fnAtSync, {})();
+    }
     return Call<int>(false, "fsync", file);
 }
 
@@ -78,9 +97,23 @@ int ftruncate64(int file, off64_t size) noexcept
     return Call<int>(false, "ftruncate64", file, size);
 }
 
+int rename(char const* from, char const* to) noexcept
+{
+    return Call<int>(true, "rename", from, to);
+}
+
+int link(char const* from, char const* to) noexcept
+{
+    return Call<int>(true, "link", from, to);
+}
+
 int renameat2(
     int fromFolder, char const* from, int toFolder, char const* to, unsigned flags) noexcept
 {
+    if (!g_bExchange && flags == RENAME_EXCHANGE) {
+        errno = EINVAL;
+        return -1;
+    }
     return Call<int>(true, "renameat2", fromFolder, from, toFolder, to, flags);
 }
 

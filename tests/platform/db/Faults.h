@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cerrno>
+#include <functional>
 #include <utility>
 
 /// Lets the calls fail by which SQLite and the engine write. Linked into a test, whose own
@@ -9,11 +10,18 @@ namespace Faults
 {
 
 /// The n-th call from now on, counted from 1, fails with this errno; if lasting, all later ones do
-/// too. Where the disk is full only what needs room fails.
+/// too. Where the disk is full only what needs room fails. With kKill the process is killed.
+inline constexpr int kKill = -1;
 void Begin(int nth, int error, bool lasting);
 
 /// Lets all calls through again. True when at least one had failed.
 bool End();
+
+/// Whether the file system can exchange two names in one step.
+void Exchange(bool possible);
+
+/// What happens once, just before the next sync.
+void AtSync(std::function<void()> const& what);
 
 /// Runs a trial again and again, with another call failing each time: a sector that fails once, a
 /// disk that fails from some moment on, one that is full from some moment on. A trial begins and

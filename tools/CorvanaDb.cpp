@@ -1,6 +1,7 @@
 #include "store/sets/DAOCenter.h"
 #include "tools/CenterRows.h"
 #include "tools/CheckFiles.h"
+#include "tools/CompactFiles.h"
 #include "tools/CreateCenter.h"
 #include "tools/DemoRecords.h"
 #include "tools/Password.h"
@@ -148,6 +149,9 @@ int Run(CLI::App const& app, COptions const& options)
     if (app.got_subcommand("check")) {
         return CheckFiles();
     }
+    if (app.got_subcommand("compact")) {
+        return CompactFiles();
+    }
     return ChangePassword(options);
 }
 
@@ -176,6 +180,7 @@ void AddCommands(CLI::App& app, COptions& options)
         ->capture_default_str();
     app.add_subcommand("info", "Describe the files, the centre and the queued report jobs");
     app.add_subcommand("check", "Check the files and tell who uses them");
+    app.add_subcommand("compact", "Compact the files; those before become \"NAME.old\"");
     auto* const password = app.add_subcommand("password", "Set a new administration password");
     for (auto* const command : {create, demo, password}) {
         command
@@ -191,7 +196,7 @@ void AddCommands(CLI::App& app, COptions& options)
 int Main(int argc, char** argv)
 {
     COptions options;
-    CLI::App app("Makes, describes and checks the data files of a centre.", "corvana-db");
+    CLI::App app("Makes, describes, checks and compacts the data files of a centre.", "corvana-db");
     AddCommands(app, options);
     try {
         app.parse(argc, argv);

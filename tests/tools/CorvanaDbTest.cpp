@@ -178,6 +178,11 @@ TEST_F(CorvanaDbTest, CheckTellsUsersFindingsAndFilesItCannotRead)
         "report.mdb: all well\n    open in tools_tests (process " + std::to_string(::getpid())
             + ")\ncenter.mdb: all well\nmember.mdb",
         {"check"});
+    Expect(1,
+        "report.mdb: left as it is\n    The file \"" + (m_data / "report.mdb").string()
+            + "\" is in use by tools_tests",
+        {"compact"});
+    EXPECT_TRUE(fs::exists(m_data / "member.old") && !fs::exists(m_data / "report.old"));
     // One that guards its memory, as we do, shows by its lock alone.
     std::string const without = "-sys_ptrace";
     Words const ordinaryUser = ::geteuid() == 0

@@ -48,11 +48,11 @@ public:
     bool IsOptionOn(CAppOption option) const override;
     void ToggleOption(CAppOption option) override;
     bool StartReportServer() override;
+    void StopReportServer() override;
 
     /// Starts the backup utility if the option is on and none runs. False when that failed; the
     /// user has been told.
     bool StartBackupUtility();
-    void StopReportServer();
 
     // The options: 0 is off, anything else on.
     std::int32_t m_bReportServer = 1; ///< start the report server at start-up

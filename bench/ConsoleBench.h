@@ -43,6 +43,7 @@ public:
     bool IsOptionOn(CAppOption) const override { return false; }
     void ToggleOption(CAppOption) override { }
     bool StartReportServer() override { return false; }
+    void StopReportServer() override { }
 };
 
 inline double CpuMs()

@@ -26,4 +26,6 @@ public:
 
     /// Returns whether a report server runs afterwards. Shows no message.
     virtual bool StartReportServer() = 0;
+    /// Asks a running one to quit, whoever started it, and does not wait until it has.
+    virtual void StopReportServer() = 0;
 };

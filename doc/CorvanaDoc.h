@@ -177,6 +177,8 @@ public:
     void ArchiveAll(CRecordKind kind);
     void RestoreAll(CRecordKind kind);
     void DeleteAll(CRecordKind kind);
+    /// After a warning deletes the check-ins and the queued reports, compacts the four files and
+    /// ends the program. A file that could not be compacted is told, and left as it was.
     void CompactDatabase();
 
     // Reports and figures

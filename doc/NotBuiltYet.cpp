@@ -23,8 +23,3 @@ void CCorvanaDoc::PostMessages(CDAOMem& /*members*/)
 {
     TellNotBuiltYet();
 }
-
-void CCorvanaDoc::CompactDatabase()
-{
-    TellNotBuiltYet();
-}

@@ -23,6 +23,7 @@ QMessageBox::StandardButtons ButtonsOf(CMessage const& message)
     }
     switch (message.m_question) {
     case CQuestion::okCancel:
+    case CQuestion::destroyingOkCancel:
         return QMessageBox::Ok | QMessageBox::Cancel;
     case CQuestion::retryCancel:
         return QMessageBox::Retry | QMessageBox::Cancel;
@@ -35,13 +36,17 @@ QMessageBox::StandardButtons ButtonsOf(CMessage const& message)
 
 bool ShowBox(QWidget* parent, CMessage const& message)
 {
+    auto text = message.m_strText;
+    text.replace(u'\t', u"    "_s); // a tab would be so wide that lines break
     QMessageBox box(
         message.m_icon == CMessageIcon::exclamation ? QMessageBox::Warning : QMessageBox::NoIcon,
-        u"Corvana"_s, message.m_strText, ButtonsOf(message), parent);
+        u"Corvana"_s, text, ButtonsOf(message), parent);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(message.m_strDetail);
     if (message.m_bQuestion && message.m_question == CQuestion::destroying) {
         box.setDefaultButton(QMessageBox::No);
+    } else if (message.m_bQuestion && message.m_question == CQuestion::destroyingOkCancel) {
+        box.setDefaultButton(QMessageBox::Cancel);
     }
     auto const answer = box.exec();
     return answer == QMessageBox::Yes || answer == QMessageBox::Ok || answer == QMessageBox::Retry;

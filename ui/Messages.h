@@ -18,7 +18,8 @@ enum class CQuestion
     yesNo,
     okCancel,
     retryCancel,
-    destroying ///< Yes and No; Yes deletes or overwrites records, so that No is the default
+    destroying, ///< Yes and No; Yes deletes or overwrites records, so that No is the default
+    destroyingOkCancel ///< the same with OK and Cancel
 };
 
 /// One message as the user gets to see it.

@@ -14,6 +14,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <array>
 #include <clocale>
@@ -76,6 +77,7 @@ public:
     QString Home(QString const& file) const { return m_home.filePath(file); }
     QString Data() const { return QString::fromStdString(m_centre.Folder().string()); }
     QStringList Messages() const { return m_messages.Texts(); }
+    void AnswerYes() { m_messages.AnswerNext({true}); }
     std::unique_ptr<CCorvanaApp> StartApp(CCorvanaApp::Start start = CCorvanaApp::Start::shown)
     {
         auto app = std::make_unique<CCorvanaApp>(m_nArguments, m_arguments.data());
@@ -104,6 +106,7 @@ private Q_SLOTS:
     void aSecondCopyEndsSilently();
     void startsWithoutSettingsAndWithSome();
     void companionsComeAndGo();
+    void aCompactionEndsTheProgram();
     void answersItsArgumentsWithoutDisplay();
 };
 
@@ -173,6 +176,22 @@ void CorvanaAppTest::companionsComeAndGo()
     QCOMPARE(place.Messages().size(), 2);
     QVERIFY(FindCompanion(kReportServer));
     QCOMPARE(Stored(), (QList{-1, 5, 0}));
+}
+
+void CorvanaAppTest::aCompactionEndsTheProgram()
+{
+    CPlace place;
+    CPlace::HaveCompanions();
+    Store(1, 0, 0);
+    auto app = place.StartApp();
+    QTRY_VERIFY(FindCompanion(kReportServer));
+    place.AnswerYes();
+    QTimer::singleShot(0, Command(32892), &QAction::trigger);
+    QCOMPARE(QApplication::exec(), 0);
+    QTRY_VERIFY(!FindCompanion(kReportServer));
+    QCOMPARE(place.Messages().size(), 2); // the warning, and that it is done
+    QVERIFY(QFile::exists(place.Data() + u"/member.old"_s));
+    app->ExitInstance(0);
 }
 
 void CorvanaAppTest::aSecondCopyEndsSilently()

@@ -25,6 +25,7 @@ public:
         m_lstCalls += QStringLiteral("StartReportServer");
         return true;
     }
+    void StopReportServer() override { m_lstCalls += QStringLiteral("StopReportServer"); }
 };
 
 /// Views that only note what they are told.

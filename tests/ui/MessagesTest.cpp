@@ -54,6 +54,7 @@ void MessagesTest::returnsTheAnswer()
         {std::tuple(CQuestion::yesNo, CBox::Yes, CBox::No, true),
             {CQuestion::destroying, CBox::Yes, CBox::No, false},
             {CQuestion::okCancel, CBox::Ok, CBox::Cancel, true},
+            {CQuestion::destroyingOkCancel, CBox::Ok, CBox::Cancel, false},
             {CQuestion::retryCancel, CBox::Retry, CBox::Cancel, true}}) {
         CDialogUser const user({click(yes, yes | no), click(no, yes | no), press(Qt::Key_Escape),
             press(Qt::Key_Return)});

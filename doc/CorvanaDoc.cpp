@@ -9,6 +9,24 @@
 #include "ui/Messages.h"
 #include "ui/WaitCursor.h"
 
+#include <QStringList>
+
+#include <chrono>
+
+namespace
+{
+
+constexpr std::chrono::milliseconds kStartWait{2'000};
+
+/// Whether a file that cannot be opened for that reason has to be replaced.
+bool AreContentsGone(DbError error)
+{
+    return error == DbError::missing || error == DbError::empty || error == DbError::cut
+        || error == DbError::foreign || error == DbError::damaged;
+}
+
+} // namespace
+
 CCorvanaDoc::CCorvanaDoc(CAppCommands& app)
     : m_app(app)
 {
@@ -22,11 +40,36 @@ bool CCorvanaDoc::OnNewDocument()
     if (!LoadConfiguration()) {
         return false;
     }
+    OpenFiles();
     if (m_app.IsOptionOn(CAppOption::reportServer) && !m_app.StartReportServer()) {
         Tell(Window(), tr("Error: the report server application failed to initialize on this PC."),
             CMessageIcon::exclamation);
     }
     return true;
+}
+
+void CCorvanaDoc::OpenFiles()
+{
+    QStringList names;
+    QStringList reasons;
+    bool areContentsGone = false;
+    for (auto const file : kDataFiles) {
+        CDbStatus status;
+        if (CDatabaseSession::Get().Open(file, status, kStartWait) == nullptr) {
+            names += ToQt(DataFileName(file));
+            reasons += ToQt(status.Text());
+            areContentsGone = areContentsGone || AreContentsGone(status.Error());
+            m_bMembersOpened = m_bMembersOpened && file != DataFile::member;
+        }
+    }
+    if (areContentsGone) {
+        reasons += tr("\nClose Corvana and bring back the last backup. The manual tells how, under "
+                      "\"When a data file cannot be opened\".");
+    }
+    if (!names.isEmpty()) {
+        Tell(Window(), tr("Error: could not open %1.").arg(names.join(tr(", "))),
+            CMessageIcon::exclamation, reasons.join(u'\n'));
+    }
 }
 
 bool CCorvanaDoc::LoadConfiguration()

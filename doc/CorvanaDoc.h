@@ -78,9 +78,13 @@ public:
     /// Who is told what happens. Not owned; null as long as there is no main window.
     void SetViews(CDocViews* views) { m_pViews = views; }
 
-    /// Loads the configuration of the centre and starts the report server if the user wants it.
-    /// Returns whether there is a configuration; if not, the user has been told why.
+    /// Loads the configuration of the centre, opens the other files and starts the report server if
+    /// the user wants it. Returns whether there is a configuration. The user has been told what
+    /// could not be read.
     bool OnNewDocument();
+
+    /// False when the file of the members could not be opened at the start.
+    bool HasMembers() const { return m_bMembersOpened; }
 
     /// Makes the first class of the catalogue the default class. False when there is no category.
     bool SetDefaultClass();
@@ -250,9 +254,12 @@ public:
 
 private:
     bool LoadConfiguration();
+    /// Tells now, once, what would else be met in the middle of work.
+    void OpenFiles();
     void LoadStations(CDAOStn& set, int count);
     void TellNotBuiltYet();
 
     CAppCommands& m_app;
     CDocViews* m_pViews = nullptr;
+    bool m_bMembersOpened = true;
 };

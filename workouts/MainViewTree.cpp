@@ -21,6 +21,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -228,8 +229,8 @@ bool CMainViewTree::LoadBranch(QModelIndex const& branch)
     bool loaded = false;
     switch (branch.data(CMemberTreeModel::kCodeRole).toInt()) {
     case kWorkoutsNode:
-        loaded = load(tr("Loading workouts, please wait..."), workouts,
-            workouts.FindWks(memberID), &CDAOWk::m_dtCheckIn);
+        loaded = load(tr("Loading workouts, please wait..."), workouts, workouts.FindWks(memberID),
+            &CDAOWk::m_dtCheckIn);
         break;
     case kEvaluationsNode:
         loaded = load(tr("Loading evaluations, please wait..."), evaluations,
@@ -401,8 +402,7 @@ void CMainViewTree::contextMenuEvent(QContextMenuEvent* event)
 void CMainViewTree::paintEvent(QPaintEvent* event)
 {
     QTreeView::paintEvent(event);
-    if (m_bLoadWhenShown) {
-        m_bLoadWhenShown = false;
+    if (std::exchange(m_bLoadWhenShown, false) && m_doc.HasMembers()) {
         QMetaObject::invokeMethod(
             this, [this] { expand(m_pModel->Root()); }, Qt::QueuedConnection);
     }

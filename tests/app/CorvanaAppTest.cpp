@@ -106,7 +106,7 @@ private Q_SLOTS:
     void aSecondCopyEndsSilently();
     void startsWithoutSettingsAndWithSome();
     void companionsComeAndGo();
-    void aCompactionEndsTheProgram();
+    void aFileOfNoUseIsToldOnceAndACompactionEndsTheProgram();
     void answersItsArgumentsWithoutDisplay();
 };
 
@@ -178,18 +178,24 @@ void CorvanaAppTest::companionsComeAndGo()
     QCOMPARE(Stored(), (QList{-1, 5, 0}));
 }
 
-void CorvanaAppTest::aCompactionEndsTheProgram()
+void CorvanaAppTest::aFileOfNoUseIsToldOnceAndACompactionEndsTheProgram()
 {
     CPlace place;
     CPlace::HaveCompanions();
-    Store(1, 0, 0);
+    CDatabaseSession::Get().ShutDown();
+    QVERIFY(QFile::rename(place.Data() + u"/member.mdb"_s, place.Data() + u"/away"_s));
+    Store(1, 1, 0);
     auto app = place.StartApp();
+    QVERIFY(app->SavePicture(place.Home(u"window.png"_s)));
+    QApplication::processEvents(); // the tree would load now
+    QCOMPARE(place.Messages(), QStringList{u"Error: could not open member.mdb."_s});
+    QVERIFY(QFile::rename(place.Data() + u"/away"_s, place.Data() + u"/member.mdb"_s));
     QTRY_VERIFY(FindCompanion(kReportServer));
     place.AnswerYes();
     QTimer::singleShot(0, Command(32892), &QAction::trigger);
     QCOMPARE(QApplication::exec(), 0);
     QTRY_VERIFY(!FindCompanion(kReportServer));
-    QCOMPARE(place.Messages().size(), 2); // the warning, and that it is done
+    QCOMPARE(place.Messages().size(), 3); // the warning, and that it is done
     QVERIFY(QFile::exists(place.Data() + u"/member.old"_s));
     app->ExitInstance(0);
 }

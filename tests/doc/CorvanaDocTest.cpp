@@ -1,3 +1,4 @@
+#include "platform/db/FileUse.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestDesk.h"
 
@@ -9,6 +10,7 @@ class CorvanaDocTest : public QObject
 private Q_SLOTS:
     void loadsTheConfiguration();
     void saysWhatCannotBeLoaded();
+    void tellsOnceWhichFilesCannotBeOpened();
     void takesTheDefaultClassAsFarAsItGoes();
 };
 
@@ -59,6 +61,44 @@ void CorvanaDocTest::saysWhatCannotBeLoaded()
     QCOMPARE(desk.m_messages.Messages().size(), 7);
     QVERIFY(desk.m_app.m_lstCalls.isEmpty());
     QVERIFY(desk.m_doc.m_setCenter.IsEOF() != 0);
+}
+
+void CorvanaDocTest::tellsOnceWhichFilesCannotBeOpened()
+{
+    CTestDesk const desk;
+    CDatabaseSession::Get().ShutDown();
+    auto const file = [&](char const* name) { return desk.m_centre.Folder() / name; };
+    auto const start = [&](bool hasMembers) {
+        CTestApp app;
+        CCorvanaDoc doc(app);
+        QVERIFY(doc.OnNewDocument());
+        QCOMPARE(doc.HasMembers(), hasMembers);
+        CDatabaseSession::Get().ShutDown();
+    };
+    start(true);
+    QVERIFY(desk.m_messages.Texts().isEmpty());
+
+    std::filesystem::remove(file("member.mdb"));
+    std::filesystem::resize_file(file("report.mdb"), 5000);
+    start(false);
+    QCOMPARE(desk.m_messages.Texts(), {u"Error: could not open report.mdb, member.mdb."_s});
+    auto const& message = desk.m_messages.Messages().constLast();
+    QCOMPARE(message.m_icon, CMessageIcon::exclamation);
+    for (auto const& words :
+        {u"report.mdb\" is cut short"_s, u"member.mdb\" does not exist"_s, u"last backup"_s}) {
+        QVERIFY2(message.m_strDetail.contains(words), qPrintable(message.m_strDetail));
+    }
+    QVERIFY(!std::filesystem::exists(file("member.mdb")));
+
+    QVERIFY(CreateDatabase(file("member.mdb"), DataFileSchema(DataFile::member)));
+    std::filesystem::remove(file("report.mdb"));
+    QVERIFY(CreateDatabase(file("report.mdb"), DataFileSchema(DataFile::report)));
+    CFileUse other;
+    QVERIFY(other.Acquire(file("member.mdb"), {}) && other.TryExclusive());
+    start(false);
+    QCOMPARE(desk.m_messages.Texts().constLast(), u"Error: could not open member.mdb."_s);
+    auto const& detail = desk.m_messages.Messages().constLast().m_strDetail;
+    QVERIFY(detail.contains(u"maintained"_s) && !detail.contains(u"backup"_s));
 }
 
 void CorvanaDocTest::takesTheDefaultClassAsFarAsItGoes()

@@ -19,7 +19,7 @@ constexpr int kBarValues = 65536; // the bar counts in 16 bits
 
 } // namespace
 
-CProgressDlg::CProgressDlg(QWidget* owner, QString const& sentence, int count)
+CProgressDlg::CProgressDlg(QWidget* owner, QString const& sentence, int count, CStoppable stoppable)
     : CWaitDlg(sentence, owner, kTextID, kDialogUnits)
     , m_pBar(new QProgressBar)
     , m_nMaximum(count % kBarValues)
@@ -30,6 +30,9 @@ CProgressDlg::CProgressDlg(QWidget* owner, QString const& sentence, int count)
     m_pBar->setAccessibleName(tr("Progress"));
     SetControlID(m_pBar, kBarID);
     Content()->addWidget(m_pBar);
+    if (stoppable == CStoppable::yes) {
+        AddStopButton();
+    }
     Present();
 }
 

@@ -11,12 +11,15 @@ class QProgressBar;
 ///         ...
 ///         progress.Step();
 ///     }
+///
+/// A loop that can be stopped goes on as long as !progress.IsStopped().
 class CProgressDlg : public CWaitDlg
 {
     Q_OBJECT
 public:
     /// The bar takes count rows modulo 65536; with 0 of them it stays empty.
-    CProgressDlg(QWidget* owner, QString const& sentence, int count);
+    CProgressDlg(
+        QWidget* owner, QString const& sentence, int count, CStoppable stoppable = CStoppable::no);
     ~CProgressDlg() override;
 
     /// So many rows are done. Past its maximum the bar starts over. Costs about 0.1 us; the window

@@ -8,6 +8,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -105,7 +106,27 @@ bool CWaitDlg::IsPumpDue() const
     return m_lastPump.hasExpired(kFrameMs);
 }
 
-void CWaitDlg::reject() { }
+void CWaitDlg::AddStopButton()
+{
+    m_pStopButton = new QPushButton(tr("&Stop"));
+    m_pStopButton->setObjectName(u"stopButton"_s);
+    m_pStopButton->setAutoDefault(false); // Enter may still be held from the question before
+    connect(m_pStopButton, &QPushButton::clicked, this, &CWaitDlg::Stop);
+    m_pContent->addWidget(m_pStopButton, 0, Qt::AlignHCenter);
+}
+
+void CWaitDlg::Stop()
+{
+    m_bStopped = true;
+    m_pStopButton->setEnabled(false); // seen to be pressed, however long the last step takes
+}
+
+void CWaitDlg::reject()
+{
+    if (m_pStopButton != nullptr) {
+        Stop();
+    }
+}
 
 void CWaitDlg::closeEvent(QCloseEvent* event)
 {

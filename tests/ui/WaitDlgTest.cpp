@@ -2,6 +2,7 @@
 
 #include "tests/QtTests.h"
 #include "tests/ui/DialogUser.h"
+#include "tests/ui/FormCheck.h"
 #include "ui/ControlID.h"
 #include "ui/ProgressDlg.h"
 
@@ -16,6 +17,7 @@
 #include <QWindow>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <tuple>
@@ -43,6 +45,7 @@ private Q_SLOTS:
     void countsIn16Bits();
     void isNotPaintedAtEveryStep();
     void letsNoClickThrough();
+    void onlyItsStopButtonCanBePressed();
 
 private:
     std::unique_ptr<QMainWindow> m_window;
@@ -141,6 +144,41 @@ void WaitDlgTest::letsNoClickThrough()
     QCOMPARE(QApplication::activeModalWidget(), nullptr);
     use();
     QCOMPARE(clicks.size(), 4);
+}
+
+void WaitDlgTest::onlyItsStopButtonCanBePressed()
+{
+    QSignalSpy const clicks(m_window->findChild<QPushButton*>(), &QPushButton::clicked);
+    auto const isStoppedBy = [&](std::function<void(CProgressDlg&, QPushButton&)> const& use) {
+        CProgressDlg progress(
+            m_window.get(), u"Updating classes, please wait..."_s, 10, CStoppable::yes);
+        auto& stop = Child<QPushButton>(progress, "stopButton");
+        [&] { QCOMPARE(FaultsOf(progress), QStringList()); }();
+        use(progress, stop);
+        StepSlowly(progress);
+        return progress.IsStopped() && progress.isVisible() && !stop.isEnabled();
+    };
+    auto const press = [](Qt::Key key, Qt::KeyboardModifiers with = {}) {
+        return [=](CProgressDlg& progress, QPushButton&) {
+            QTest::keyClick(progress.windowHandle(), key, with);
+        };
+    };
+    QVERIFY(isStoppedBy([](CProgressDlg& progress, QPushButton& stop) {
+        auto const place = stop.mapTo(&progress, stop.rect().center());
+        QTest::mouseClick(progress.windowHandle(), Qt::LeftButton, {}, place);
+    }));
+    QVERIFY(isStoppedBy(press(Qt::Key_Escape)));
+    QVERIFY(isStoppedBy(press(Qt::Key_Space)));
+    QVERIFY(!isStoppedBy(press(Qt::Key_Return))); // may be the one of the question before
+    QVERIFY(!isStoppedBy([&](CProgressDlg& progress, QPushButton&) {
+        QTest::mouseClick(progress.windowHandle(), Qt::LeftButton, {}, QPoint(2, 2));
+        QTest::mouseClick(m_window->windowHandle(), Qt::LeftButton, {}, QPoint(200, 150));
+        QTest::keyClick(m_window->windowHandle(), Qt::Key_Space);
+        QTest::keyClick(m_window->windowHandle(), Qt::Key_Escape);
+        progress.close();
+    }));
+    QTest::qWait(0);
+    QCOMPARE(clicks.size(), 0);
 }
 
 static CTestEntryOf<WaitDlgTest> const g_entry;

@@ -27,6 +27,7 @@ CDateDlg::~CDateDlg() = default;
 void CDateDlg::ShowFields()
 {
     ShowDate(*m_ui->dateEdit, m_dtDate);
+    m_ui->dateEdit->selectAll();
 }
 
 bool CDateDlg::TakeFields()

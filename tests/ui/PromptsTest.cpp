@@ -85,6 +85,7 @@ void PromptsTest::datesAreTakenUpToToday()
         QCOMPARE(FaultsOf(dialog), QStringList());
         auto& edit = Child<CDateField>(dialog, "dateEdit");
         auto const day = edit.Date().addDays(days);
+        QCOMPARE(edit.selectedText(), edit.text()); // typing replaces it at once
         Type(edit, u"today"_s);
         QTest::keyClick(&edit, Qt::Key_Tab);
         told += u"Enter a date, such as 11/24/2026."_s;

@@ -52,9 +52,9 @@ bool CDAOEFSet::Op(op operation)
 {
     switch (operation) {
     case opMoveNext:
-        return GoTo(m_nPosition + 1, false);
+        return GoTo(m_nPosition + 1, false, kFirstBlock);
     case opMoveFirst:
-        return GoTo(0, true);
+        return GoTo(0, true, kFirstBlock);
     case opAddNew:
         return BeginAdding();
     case opEdit:
@@ -78,12 +78,13 @@ bool CDAOEFSet::Op(op operation)
 
 bool CDAOEFSet::MoveSet(std::int32_t const& position)
 {
-    return position >= 0 && GoTo(static_cast<std::size_t>(position), true);
+    // Who asks for one row seldom wants those behind it.
+    return position >= 0 && GoTo(static_cast<std::size_t>(position), true, 1);
 }
 
 int CDAOEFSet::CountSet()
 {
-    GoTo(0, true);
+    GoTo(0, true, kFirstBlock);
     return HasSelection() ? ToCount(m_keys.Size()) : 0;
 }
 
@@ -227,7 +228,7 @@ int CDAOEFSet::RunSelection()
     m_nBlockMoment = database->Moment();
     if (m_keys.Size() > 0) {
         // A first row that cannot be read any more keeps its turn like every other.
-        GoTo(0, m_block.Rows() == 0);
+        GoTo(0, m_block.Rows() == 0, kFirstBlock);
     }
     return ToCount(m_keys.Size());
 }
@@ -268,7 +269,8 @@ bool CDAOEFSet::HasSelection() const
 
 // ---- moving
 
-bool CDAOEFSet::GoTo(std::size_t position, bool afresh)
+/// What has to be read is read with so many rows from there on, in sequence with more and more.
+bool CDAOEFSet::GoTo(std::size_t position, bool afresh, std::size_t most)
 {
     m_edit = Edit::none;
     if (!m_bOpen || position >= m_keys.Size()) {
@@ -281,9 +283,9 @@ bool CDAOEFSet::GoTo(std::size_t position, bool afresh)
         return ShowRow(position);
     }
     bool const inSequence = !afresh && position == m_nBlockFirst + m_block.Rows();
-    m_nNextBlock = inSequence ? std::min(m_nNextBlock * 2, CDatabase::kBlockRows) : kFirstBlock;
-    return ReadBlock(position, std::max(m_nNextBlock, kFirstBlock)) ? ShowRow(position)
-                                                                    : ShowNoRow();
+    m_nNextBlock
+        = inSequence ? std::clamp(m_nNextBlock * 2, kFirstBlock, CDatabase::kBlockRows) : most;
+    return ReadBlock(position, m_nNextBlock) ? ShowRow(position) : ShowNoRow();
 }
 
 bool CDAOEFSet::IsInFreshBlock(std::size_t position) const

@@ -183,7 +183,7 @@ private:
     int RunSelection();
     CDbStatus ReadSelection(CDatabase& database);
     void Close();
-    bool GoTo(std::size_t position, bool afresh);
+    bool GoTo(std::size_t position, bool afresh, std::size_t most);
     bool ReadBlock(std::size_t position, std::size_t most);
     bool IsInFreshBlock(std::size_t position) const;
     bool ShowRow(std::size_t position);

@@ -14,6 +14,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+constexpr int kLongestDetail = 1000; ///< letters for which a box has room
+
 CMessageShower* g_shower = nullptr;
 
 QMessageBox::StandardButtons ButtonsOf(CMessage const& message)
@@ -42,7 +44,11 @@ bool ShowBox(QWidget* parent, CMessage const& message)
         message.m_icon == CMessageIcon::exclamation ? QMessageBox::Warning : QMessageBox::NoIcon,
         u"Corvana"_s, text, ButtonsOf(message), parent);
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(message.m_strDetail);
+    if (message.m_strDetail.size() > kLongestDetail) {
+        box.setDetailedText(message.m_strDetail); // in a field that scrolls
+    } else {
+        box.setInformativeText(message.m_strDetail);
+    }
     if (message.m_bQuestion && message.m_question == CQuestion::destroying) {
         box.setDefaultButton(QMessageBox::No);
     } else if (message.m_bQuestion && message.m_question == CQuestion::destroyingOkCancel) {

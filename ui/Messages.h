@@ -26,7 +26,7 @@ enum class CQuestion
 struct CMessage
 {
     QString m_strText;
-    QString m_strDetail; ///< smaller text below, may be empty
+    QString m_strDetail; ///< smaller text below, may be empty; a long one is shown on request
     CMessageIcon m_icon = CMessageIcon::none;
     bool m_bQuestion = false; ///< false: there is one button, OK
     CQuestion m_question = CQuestion::yesNo; ///< only of a question

@@ -23,17 +23,24 @@ private Q_SLOTS:
 
 void MessagesTest::showsWhatItIsTold()
 {
+    auto const numbers = u"1234, "_s.repeated(1000); // too many for the screen
     CDialogUser const user({[](QDialog& dialog) {
-        auto const& box = dynamic_cast<QMessageBox&>(dialog);
-        QCOMPARE(box.windowTitle(), u"Corvana"_s);
-        QCOMPARE(box.text(), u"Error: <b>no</b> markup"_s);
-        QCOMPARE(box.textFormat(), Qt::PlainText);
-        QCOMPARE(box.informativeText(), u"Disk is full."_s);
-        QCOMPARE(box.icon(), QMessageBox::Warning);
-        QCOMPARE(box.standardButtons(), QMessageBox::Ok);
-        QTest::keyClick(&dialog, Qt::Key_Return);
-    }});
+                                auto const& box = dynamic_cast<QMessageBox&>(dialog);
+                                QCOMPARE(box.windowTitle(), u"Corvana"_s);
+                                QCOMPARE(box.text(), u"Error: <b>no</b> markup"_s);
+                                QCOMPARE(box.textFormat(), Qt::PlainText);
+                                QCOMPARE(box.informativeText(), u"Disk is full."_s);
+                                QCOMPARE(box.icon(), QMessageBox::Warning);
+                                QCOMPARE(box.standardButtons(), QMessageBox::Ok);
+                                QTest::keyClick(&dialog, Qt::Key_Return);
+                            },
+        [&](QDialog& dialog) {
+            QCOMPARE(dynamic_cast<QMessageBox&>(dialog).detailedText(), numbers);
+            QVERIFY(dialog.height() < 500);
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        }});
     Tell(nullptr, u"Error: <b>no</b> markup"_s, CMessageIcon::exclamation, u"Disk is full."_s);
+    Tell(nullptr, u"Error"_s, CMessageIcon::none, numbers);
     QCOMPARE(user.Faults(), QStringList());
 }
 

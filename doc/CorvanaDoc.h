@@ -148,10 +148,15 @@ public:
     bool DeleteMemberClass(std::int32_t memberID, std::uint8_t classIndex,
         std::string const& category, std::string const& course, std::string const& section);
 
-    // Members found by a search, from their list
+    // Members found by a search, from their list. What is changed is asked first, and how many were
+    // changed is shown.
 
-    void UpdateClass(CDAOMem& members);
-    void UpdateEnrollment(CDAOMem& members);
+    /// Replaces the class that the search found, of a CDAOMemCls; true when it was begun, so that
+    /// the members are to be found anew.
+    bool UpdateClass(CDAOMem& members);
+    /// Rewrites enrolment and status; true when it was begun.
+    bool UpdateEnrollment(CDAOMem& members);
+    /// Stores a message for the next check-in.
     void PostMessages(CDAOMem& members);
     void PrintLetters(CDAOMem& members);
     void PrintLabels(CDAOMem& members);
@@ -257,7 +262,6 @@ private:
     /// Tells now, once, what would else be met in the middle of work.
     void OpenFiles();
     void LoadStations(CDAOStn& set, int count);
-    void TellNotBuiltYet();
 
     CAppCommands& m_app;
     CDocViews* m_pViews = nullptr;

@@ -67,13 +67,16 @@ void CMemberListDlg::AddColumns()
 
 void CMemberListDlg::AddBatchButtons(CDAOMem& found, bool isClassSearch)
 {
-    AddButton(tr("&Update Class"), "updateClassButton", [this, &found] {
-        m_doc.UpdateClass(found);
+    AddChangeButton(tr("&Update Class"), "updateClassButton", [this, &found] {
+        return ConfirmHiddenRows() && m_doc.UpdateClass(found);
     }).setEnabled(isClassSearch);
-    AddButton(tr("Update En&roll"), "updateEnrollButton",
-        [this, &found] { m_doc.UpdateEnrollment(found); });
-    AddButton(
-        tr("Post &Message"), "postMessageButton", [this, &found] { m_doc.PostMessages(found); });
+    AddChangeButton(tr("Update En&roll"), "updateEnrollButton",
+        [this, &found] { return ConfirmHiddenRows() && m_doc.UpdateEnrollment(found); });
+    AddButton(tr("Post &Message"), "postMessageButton", [this, &found] {
+        if (ConfirmHiddenRows()) {
+            m_doc.PostMessages(found);
+        }
+    });
     AddButton(
         tr("Mer&ge Letter"), "mergeLetterButton", [this, &found] { m_doc.PrintLetters(found); });
     AddButton(

@@ -157,6 +157,16 @@ QPushButton& CListDlg::AddButton(QString const& text, char const* name, std::fun
     return *button;
 }
 
+QPushButton& CListDlg::AddChangeButton(
+    QString const& text, char const* name, std::function<bool()> use)
+{
+    return AddButton(text, name, [this, use = std::move(use)] {
+        if (use()) {
+            Refill();
+        }
+    });
+}
+
 QPushButton& CListDlg::AddRowButton(QString const& text, char const* name, QString const& purpose,
     QString const& record, std::function<bool()> use)
 {
@@ -327,6 +337,15 @@ void CListDlg::UseRow(QString const& message, std::function<bool()> const& use)
     if (!m_rows.Found().MoveSet(m_pModel->PlaceOf(row)) || use()) {
         Refill();
     }
+}
+
+bool CListDlg::ConfirmHiddenRows()
+{
+    auto const text = tr("Only %1 of the %2 rows of this list are shown,\n"
+                         "but this operation includes all of them.\n"
+                         "Do you want to continue?");
+    return !m_pModel->IsNarrowed()
+        || Ask(this, text.arg(m_pModel->rowCount()).arg(m_pModel->Found()), CQuestion::destroying);
 }
 
 // ---- widths and order

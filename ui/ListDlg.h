@@ -71,6 +71,9 @@ protected:
     void LeaveSingleColumnEmpty() { m_bSingleColumnEmpty = true; }
     /// Adds a button below those before it.
     QPushButton& AddButton(QString const& text, char const* name, std::function<void()> use);
+    /// The same with a use that returns whether it changed records, so that the list is to be
+    /// filled again.
+    QPushButton& AddChangeButton(QString const& text, char const* name, std::function<bool()> use);
     /// Adds a button for the selected row, on which the set stands when use is called. use returns
     /// whether it changed records, so that the list is to be filled again. Without a selected row
     /// the user is told to click on one: "To edit a member, you must first click on the member...".
@@ -84,6 +87,9 @@ protected:
         QString const& text, char const* name, QKeySequence const& key, std::function<void()> use);
     /// The set whose fields hold the row that a column's or a picture's function is about.
     CDAOEFSet const& Row() const { return m_rows.Fields(); }
+    /// For what is done to all rows: when some are not shown, the user is asked whether those are
+    /// meant too. False when he says no.
+    bool ConfirmHiddenRows();
 
     /// The rows are about to be read anew: what was noted of other tables does not count any more.
     virtual void Forget() { }

@@ -17,6 +17,7 @@
 
 #include <QDir>
 #include <QPalette>
+#include <QPlainTextEdit>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTreeView>
@@ -138,6 +139,19 @@ void MakeSearchPictures(CCorvanaDoc& doc)
             "expireToField=12/31/26 categoryList=1"_s)},
         find);
     Use({Steps(u"lastNameEdit=s OK"_s), Look(u"members-list"_s)}, find);
+    auto const press = [](QDialog& list, char const* button, CDialogUser::Step const& step) {
+        Use({step}, [&] { Child<QPushButton>(list, button).click(); });
+    };
+    auto const change = [&](QDialog& list) {
+        press(list, "updateClassButton", Look(u"update-class"_s, u"categoryList=2"_s));
+        press(list, "updateEnrollButton", Look(u"update-enrollment"_s));
+        press(list, "postMessageButton", [](QDialog& form) {
+            Type(Child<QPlainTextEdit>(form, "messageEdit"), u"Please bring a towel."_s);
+            Look(u"post-message"_s)(form);
+        });
+        list.done(QDialog::Rejected);
+    };
+    Use({Steps(u"@1 categoryList=3 OK"_s), change}, find);
 }
 
 void MakeLetterPictures(CCorvanaDoc& doc)

@@ -78,11 +78,14 @@ bool CDataFileJob::WriteDisk(int count, bool more)
     {
         CProgressDlg progress(m_doc.Window(),
             m_bArchive ? Tr("Archiving, please wait...") : Tr("Backing up, please wait..."),
-            more ? kDiskRecords : count);
+            more ? kDiskRecords : count, CStoppable::yes);
         status = m_transfer.WriteFile(FromQt(m_strPath), count, [&] {
             progress.Step();
-            return true;
+            return !progress.IsStopped();
         });
+    }
+    if (status.Error() == DbError::stopped) {
+        return false; // by the user, who need not be told
     }
     return status || m_doc.Fail(Tr("Error: file already exists\nor cannot write to file"), status);
 }

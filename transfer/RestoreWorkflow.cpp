@@ -7,12 +7,15 @@
 #include "ui/Convert.h"
 #include "ui/FileDialogs.h"
 #include "ui/Messages.h"
+#include "ui/ProgressDlg.h"
 #include "ui/WaitCursor.h"
-#include "ui/WaitDlg.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <system_error>
+#include <vector>
 
 namespace
 {
@@ -25,6 +28,34 @@ bool CanRead(QString const& path, std::ifstream& file)
         file.open(FromQt(path), std::ios::binary);
     }
     return file.is_open();
+}
+
+/// Of which each is a record.
+int CountLines(std::ifstream& file)
+{
+    file.clear();
+    file.seekg(0);
+    std::vector<char> buffer(std::size_t(1) << 20U);
+    std::ptrdiff_t lines = 0;
+    while (file.read(buffer.data(), std::ssize(buffer)) || file.gcount() > 0) {
+        lines += std::count(buffer.begin(), buffer.begin() + file.gcount(), '\n');
+    }
+    return static_cast<int>(std::min<std::ptrdiff_t>(lines, std::numeric_limits<int>::max()));
+}
+
+/// Restores with a bar, and stops when the user wants it.
+int Restore(CCorvanaDoc& doc, CDAOFileSet& set, std::ifstream& file, int lines, char separator,
+    std::int32_t memberID, bool keepExisting)
+{
+    CProgressDlg progress(
+        doc.Window(), CCorvanaDoc::tr("Restoring, please wait..."), lines, CStoppable::yes);
+    set.SetWatch([&progress] {
+        progress.Step();
+        return !progress.IsStopped();
+    });
+    int const count = set.Restore(file, separator, memberID, keepExisting);
+    set.SetWatch({});
+    return count;
 }
 
 void RefreshTree(CCorvanaDoc& doc, CDAOEFSet const& set, std::int32_t memberID)
@@ -88,17 +119,17 @@ int CCorvanaDoc::ReadDataFile(
         Fail(tr("Error: empty file, incompatible file format, or corrupt data"), set);
         return 0;
     }
+    int const lines = CountLines(file);
     file.close();
-    int count = 0;
-    {
-        CWaitDlg const wait(tr("Restoring, please wait..."), Window());
-        if (CanRead(path, file)) {
-            count = set.Restore(file, separator, memberID, keepExisting);
-        }
-    }
-    if (!file.is_open()) {
+    if (!CanRead(path, file)) {
         Tell(Window(), tr("Error: cannot read from file"));
-    } else if (!set.LastStatus()) {
+        return 0;
+    }
+    int const count = Restore(*this, set, file, lines, separator, memberID, keepExisting);
+    if (set.LastStatus().Error() == DbError::stopped) {
+        return 0; // by the user, who need not be told
+    }
+    if (!set.LastStatus()) {
         Fail(tr("Error: the records were not restored."), set);
     } else {
         RefreshTree(*this, set, memberID);

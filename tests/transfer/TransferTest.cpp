@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -99,6 +100,7 @@ private Q_SLOTS:
     void restoresOneMemberAndRefusesOtherFiles();
     void changesDisksForADrive();
     void deletesAllOrOneMembersRecords();
+    void canBeStoppedBeforeAnythingIsDone();
 };
 
 void TransferTest::archivesAndRestoresTheWholeCentre()
@@ -336,6 +338,42 @@ void TransferTest::deletesAllOrOneMembersRecords()
             u"Are you sure you want to permanently\ndelete all of the records?"_s);
     }
     QCOMPARE(desk.All().filter(u"evaluations: "_s).size(), 1);
+}
+
+void TransferTest::canBeStoppedBeforeAnythingIsDone()
+{
+    CTransferDesk desk;
+    RunOnMembers("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 60000)"
+                 " INSERT INTO workouts SELECT NULL, 7, 0, 4, 4000000000 + i, 4000000000 + i, 0, 0,"
+                 " 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 FROM n");
+    auto& set = desk.m_doc.m_setWk;
+    auto const path = desk.Path(u"stopped.dat"_s);
+    // Presses Stop as soon as the window with the bar is there.
+    auto const stop = [&](auto const& operation) {
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, &timer, [] {
+            auto* const window = QApplication::activeModalWidget();
+            auto* const button = window != nullptr ? window->findChild<QPushButton*>() : nullptr;
+            if (button != nullptr) {
+                button->click();
+            }
+        });
+        timer.start(1);
+        QCOMPARE(operation(), 0);
+    };
+    auto const before = desk.All().size();
+    QCOMPARE(set.FindWks(0), 60004);
+    for (auto const mode : {CTransfer::backup, CTransfer::archive}) {
+        stop([&] { return desk.m_doc.WriteDataFile(set, mode, path); });
+        QVERIFY(!QFile::exists(path) && !QFile::exists(path + u".part"_s));
+    }
+    QCOMPARE(desk.m_doc.WriteDataFile(set, CTransfer::backup, path), 60004);
+    RunOnMembers("DELETE FROM workouts WHERE check_in > 4000000000");
+    auto const left = desk.All().size();
+    stop([&] { return desk.m_doc.ReadDataFile(set, 0, true, path, '|'); });
+    QCOMPARE(desk.All().size(), left);
+    QCOMPARE(desk.m_doc.ReadDataFile(set, 0, true, path, '|'), int(before - left));
+    QCOMPARE(desk.m_messages.Texts(), QStringList());
 }
 
 static CTestEntryOf<TransferTest> const g_entry;

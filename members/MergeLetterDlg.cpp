@@ -106,7 +106,7 @@ void CMergeLetterDlg::SelectTemplate()
     auto const names = m_templates.ReadNames(CLetterTemplates::kListedLetters);
     wait.reset();
     if (!names) {
-        TellFailed(tr("Error: cannot open file:\n%1"));
+        TellFailed();
     }
     CLetterTemplateDlg list(names.value_or(QStringList()), this);
     list.m_nTemplate = m_nTemplate;
@@ -117,7 +117,7 @@ void CMergeLetterDlg::SelectTemplate()
     if (auto const body = m_templates.ReadBody(m_nTemplate)) {
         ShowBody(*body);
     } else {
-        TellFailed(tr("Error: cannot open file:\n%1"));
+        TellFailed();
     }
 }
 
@@ -130,7 +130,7 @@ void CMergeLetterDlg::ShowBody(QString const& body)
     edit.setFocus();
 }
 
-/// With the lines that follow an end of line; of a letter they are all but the last one.
+/// The lines that Enter has ended: all but the last one.
 QStringList CMergeLetterDlg::BodyLines() const
 {
     auto lines = m_ui->bodyEdit->toPlainText().split(u'\n');
@@ -178,7 +178,7 @@ void CMergeLetterDlg::SaveTemplate()
     CWaitCursor const wait;
     auto names = m_templates.ReadNames(CLetterTemplates::kStoredLetters);
     if (!names) {
-        TellFailed(tr("Error: cannot open file:\n%1"));
+        TellFailed();
         return;
     }
     if (!MayReplace(*names)) {
@@ -205,7 +205,7 @@ void CMergeLetterDlg::SaveTemplate()
         body = lines += QString();
     }
     if (!m_templates.Write(*names, m_nTemplate, body)) {
-        TellFailed(tr("Error: cannot open file:\n%1"));
+        TellFailed();
         return;
     }
     m_ui->bodyEdit->document()->setModified(false);
@@ -213,10 +213,10 @@ void CMergeLetterDlg::SaveTemplate()
         body ? QString() : tr("Its letter stays as it was, since this one has no ended line."));
 }
 
-bool CMergeLetterDlg::TellFailed(QString const& text)
+void CMergeLetterDlg::TellFailed()
 {
-    Tell(this, text.arg(m_templates.FailedFile()), CMessageIcon::exclamation, m_templates.Reason());
-    return false;
+    Tell(this, tr("Error: cannot open file:\n%1").arg(m_templates.FailedFile()),
+        CMessageIcon::exclamation, m_templates.Reason());
 }
 
 // ---- printing

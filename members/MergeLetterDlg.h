@@ -46,7 +46,7 @@ private:
     CPrintOut Letters(
         CLetterExtent extent, std::function<void()> const& step = [] {});
     void PrintLetters(CLetterExtent extent);
-    bool TellFailed(QString const& text);
+    void TellFailed();
 
     CCorvanaDoc& m_doc;
     CDAOMem& m_found;

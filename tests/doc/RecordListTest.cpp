@@ -1,6 +1,7 @@
 #include "bodycomp/BodyCompListDlg.h"
 #include "evaluations/EvaluationListDlg.h"
 #include "members/MemberListDlg.h"
+#include "platform/qt/Settings.h"
 #include "store/services/MemberSearchData.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestDesk.h"
@@ -100,6 +101,7 @@ public:
     {
         CEFOleDateTime::SetClock(kNow);
         QVERIFY(m_doc.OnNewDocument());
+        WriteProfileInt("workouts_list", "sort", 0); // a case may have ended sorted
         for (int id = 1; id <= 9; ++id) {
             StoreMember(id, std::string(1, char('S' - id)) + "mith", id % 2 == 0 ? "Éva" : "=Bob");
             AddClass(id, 4, "'Staff', 'Wellness', ''");

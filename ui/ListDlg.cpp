@@ -124,7 +124,11 @@ CListDlg::CListDlg(CDAOEFSet& found, std::unique_ptr<CDAOEFSet> row, CListTexts 
     AddKeys();
 }
 
-CListDlg::~CListDlg() = default;
+CListDlg::~CListDlg()
+{
+    // The program may end while the list is shown: hidden, a view still asks for rows.
+    m_ui->recordList->setModel(nullptr);
+}
 
 // ---- what a kind of list adds
 

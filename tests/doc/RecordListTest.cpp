@@ -490,6 +490,7 @@ void RecordListTest::copiesAndSavesWhatIsShown()
     Trigger(list, "copyAllAction");
     auto const lines = QGuiApplication::clipboard()->text().split(u'\n');
     QCOMPARE(lines.size(), 7); // headings, five rows, the end
+    edit.setText(u"Kmith"_s); // the program may end in the middle of it
     QCOMPARE(lines[0], u"Name\tID #\tDate\tIn\tOut\tMin\tLP\tCP\tRW"_s);
 
     // A name that begins like a formula is a text for a spreadsheet too.

@@ -1,6 +1,7 @@
 #include "store/sets/DAOEFSet.h"
 
 #include "platform/db/RoughTime.h"
+#include "store/sets/KeyPlaces.h"
 
 #include <algorithm>
 #include <array>
@@ -376,6 +377,11 @@ std::int32_t CDAOEFSet::PlaceOf(std::int64_t key) const
     return place;
 }
 
+std::vector<std::int32_t> CDAOEFSet::PlacesByKey() const
+{
+    return HasSelection() ? CKeyPlaces(m_keys).ByKey() : std::vector<std::int32_t>();
+}
+
 bool CDAOEFSet::ReadPlaces(std::span<std::int32_t const> places, CRowBlock& rows)
 {
     auto* const database = HasSelection() ? Database() : nullptr;
@@ -406,27 +412,25 @@ bool CDAOEFSet::Sort(CSortKey const& by, bool down, std::vector<std::int32_t>& p
         terms += term.empty() ? "" : std::string(term) + (down ? " DESC, " : ", ");
     }
     CKeyset sorted;
-    clause.insert(order + kOrder.size(), terms);
+    clause.insert(order + kOrder.size(), terms).insert(0, by.join);
     if (!Do(database->FindKeys(Table(), {clause, m_values}, sorted))) {
         return false;
     }
-    std::vector<std::pair<std::int64_t, std::int32_t>> known(m_keys.Size());
-    for (std::size_t i = 0; i < known.size(); ++i) {
-        known[i] = {m_keys[i], static_cast<std::int32_t>(i)};
-    }
-    std::ranges::sort(known);
+    CKeyPlaces const known(m_keys);
+    std::vector<bool> isThere(m_keys.Size());
     places.clear();
-    places.reserve(known.size());
+    places.reserve(m_keys.Size());
     for (std::size_t i = 0; i < sorted.Size(); ++i) {
         // Those that came meanwhile are not in the selection.
-        auto const found = std::ranges::lower_bound(known, std::pair(sorted[i], 0));
-        if (found != known.end() && found->first == sorted[i]) {
-            places.push_back(std::exchange(found->second, -1));
+        if (auto const place = known.Of(sorted[i]); place >= 0) {
+            places.push_back(place);
+            isThere[static_cast<std::size_t>(place)] = true;
         }
     }
-    std::erase_if(known, [](auto const& row) { return row.second < 0; });
-    for (auto const& [key, place] : known) {
-        places.push_back(place);
+    for (std::size_t i = 0; i < isThere.size(); ++i) {
+        if (!isThere[i]) {
+            places.push_back(static_cast<std::int32_t>(i));
+        }
     }
     return true;
 }

@@ -3,6 +3,7 @@
 #include "tests/store/StoreFixture.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <random>
 #include <utility>
 #include <vector>
@@ -155,6 +156,40 @@ TEST_F(RecordSetTest, DelAllDeletesTheSelectionAlone)
     CDatabaseSession::Get().ShutDown();
     EXPECT_FALSE(set.MoveSet(0) || set.Op(CDAOEFSet::opDelete)) << "no selection outlives that";
     EXPECT_EQ(set.FindReports(), 1);
+}
+
+TEST_F(RecordSetTest, SortsItsPlacesHoweverFarApartTheKeysAre)
+{
+    auto const add = [](int from, int to, std::int64_t apart) {
+        for (std::int64_t i = from; i <= to; ++i) {
+            Run(DataFile::member,
+                "INSERT INTO members VALUES (?1 * ?2, ?1, ?1, '', '', char(65 + ?1 * 7 % 20), 1)",
+                {i, apart});
+        }
+    };
+    for (std::int64_t const apart : std::initializer_list<std::int64_t>{1, -3, 5, 1LL << 57}) {
+        SCOPED_TRACE(apart);
+        Run(DataFile::member, "DELETE FROM members");
+        add(1, 20, apart);
+        CDAOSmMem set;
+        ASSERT_EQ(set.FindAllMembersByName(true), 20);
+        std::vector<std::int64_t> keys;
+        for (auto const place : set.PlacesByKey()) {
+            keys.push_back(set.KeyAt(place));
+        }
+        EXPECT_EQ(keys.size(), 20U);
+        EXPECT_TRUE(std::ranges::is_sorted(keys));
+        Run(DataFile::member, "DELETE FROM members WHERE member_id = 13");
+        add(21, 22, apart);
+        std::vector<std::int32_t> places;
+        ASSERT_TRUE(set.Sort({{"member_id"}}, true, places));
+        std::vector<std::int32_t> members;
+        for (auto const place : places) {
+            members.push_back(set.MoveSet(place) ? set.m_MemberID : 0);
+        }
+        EXPECT_EQ(members,
+            (std::vector{20, 19, 18, 17, 16, 15, 14, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0}));
+    }
 }
 
 // A plain vector does everything the record set does; both must agree all the way.

@@ -230,7 +230,7 @@ void CListDlg::MakeModel()
         }
     }
     m_pModel = new CListModel(m_rows, std::move(shown), m_pictures, this);
-    connect(m_pModel, &CListModel::narrowed, this, &CListDlg::ShowTotal);
+    connect(m_pModel, &CListModel::narrowed, this, &CListDlg::ShowNarrowed);
 }
 
 void CListDlg::SetUpView()
@@ -295,6 +295,19 @@ void CListDlg::Refill()
 
 void CListDlg::ShowTotal()
 {
+/// Rows have come in between: what is selected stays in sight, or else the first row current.
+void CListDlg::ShowNarrowed()
+{
+    auto& list = *m_ui->recordList;
+    if (SelectedRow() >= 0) {
+        list.scrollTo(list.currentIndex());
+    } else {
+        list.selectionModel()->setCurrentIndex(
+            m_pModel->index(0, 0), QItemSelectionModel::NoUpdate);
+    }
+    ShowTotal();
+}
+
     auto text = m_texts.m_strTotal + u' ' + QString::number(m_pModel->Found());
     if (m_pModel->IsNarrowed()) {
         text += m_pModel->IsNarrowing() ? tr(" (%1 shown, searching...)").arg(m_pModel->rowCount())

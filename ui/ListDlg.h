@@ -106,6 +106,7 @@ private:
     void SetUpView();
     int Fill();
     void Refill();
+    void ShowNarrowed();
     void ShowTotal();
     int SelectedRow() const;
     void UseRow(QString const& message, std::function<bool()> const& use);

@@ -40,6 +40,8 @@ CListModel::CListModel(
 void CListModel::Reset(std::function<void()> const& change)
 {
     beginResetModel();
+    m_nShown = 0; // a view may be laid out while a wait window handles events
+    m_blocks.clear();
     change();
     m_blocks.clear();
     endResetModel();
@@ -56,13 +58,13 @@ void CListModel::Fill(int count, CStep const& step)
             m_nSortColumn = -1;
         }
         m_timer.stop();
+        SearchAll();
         if (IsNarrowed()) {
-            SearchAll();
             SearchFor(-1, step);
         } else {
             step(count);
         }
-        m_nShown = static_cast<int>(m_matches.size());
+        SortMatches();
     });
 }
 
@@ -77,25 +79,31 @@ bool CListModel::Sort(int column, bool down)
         m_nSortColumn = column;
         m_bSortedDown = down;
         m_sorted = std::move(sorted);
-        if (IsNarrowing()) {
-            SearchAll();
-            SearchFor(kSliceMs, {});
-        } else if (IsNarrowed()) {
-            SortMatches();
-        }
-        m_nShown = static_cast<int>(m_matches.size());
+        SortMatches();
     });
     return true;
 }
 
+std::vector<bool> CListModel::AreMatches() const
+{
+    std::vector<bool> areMatches(static_cast<std::size_t>(m_nFound));
+    for (auto const place : m_matches) {
+        areMatches[static_cast<std::size_t>(place)] = true;
+    }
+    return areMatches;
+}
+
+/// Puts all matches found so far in the order shown.
 void CListModel::SortMatches()
 {
-    std::vector<bool> isMatch(static_cast<std::size_t>(m_nFound));
-    for (auto const place : m_matches) {
-        isMatch[static_cast<std::size_t>(place)] = true;
+    if (IsNarrowed()) {
+        auto const areMatches = AreMatches();
+        m_matches = PlacesFound();
+        std::erase_if(
+            m_matches, [&](auto place) { return !areMatches[static_cast<std::size_t>(place)]; });
     }
-    m_matches = PlacesFound();
-    std::erase_if(m_matches, [&](auto place) { return !isMatch[static_cast<std::size_t>(place)]; });
+    m_nShown = static_cast<int>(m_matches.size());
+    m_blocks.clear();
 }
 
 // ---- narrowing
@@ -116,25 +124,31 @@ void CListModel::Narrow(QString const& text)
     Reset([&] {
         m_timer.stop();
         if (isLonger) { // only what was left of all, and what was not looked at yet
-            auto left = std::exchange(m_matches, {});
-            left.insert(left.end(),
-                std::next(m_toSearch.begin(), static_cast<std::ptrdiff_t>(m_nSearched)),
-                m_toSearch.end());
-            m_toSearch = std::move(left);
+            auto const areMatches = AreMatches();
+            auto const searched
+                = std::next(m_toSearch.begin(), static_cast<std::ptrdiff_t>(m_nSearched));
+            auto const left = std::remove_if(m_toSearch.begin(), searched,
+                [&](std::int32_t place) { return !areMatches[static_cast<std::size_t>(place)]; });
+            m_toSearch.erase(left, searched);
+            m_matches.clear();
             m_nSearched = 0;
         } else {
             SearchAll();
         }
         SearchFor(kSliceMs, {});
-        m_nShown = static_cast<int>(m_matches.size());
+        SortMatches();
     });
     Q_EMIT narrowed();
 }
 
+/// By key: in the order of names, most rows would be read from a page of the file of their own.
 void CListModel::SearchAll()
 {
     m_matches.clear();
-    m_toSearch = IsNarrowed() ? PlacesFound() : std::vector<std::int32_t>();
+    m_toSearch.clear();
+    if (IsNarrowed() && m_nFound > 0) {
+        m_toSearch = m_rows.Found().PlacesByKey();
+    }
     m_nSearched = 0;
 }
 
@@ -195,12 +209,32 @@ void CListModel::GoOnSearching()
     }
     m_lastShown.start();
     if (matches > m_nShown) {
-        beginInsertRows({}, m_nShown, matches - 1);
-        m_nShown = matches;
-        m_blocks.clear(); // the last one was not full
-        endInsertRows();
+        ShowNewMatches();
     }
     Q_EMIT narrowed();
+}
+
+/// They come in between those shown; what views have marked stays the same row.
+void CListModel::ShowNewMatches()
+{
+    m_blocks.clear(); // the last one was not full
+    beginInsertRows({}, m_nShown, static_cast<int>(m_matches.size()) - 1);
+    m_nShown = static_cast<int>(m_matches.size());
+    endInsertRows();
+    Q_EMIT layoutAboutToBeChanged();
+    auto const marked = persistentIndexList();
+    std::vector<std::int32_t> places;
+    for (auto const& cell : marked) {
+        places.push_back(PlaceOf(cell.row()));
+    }
+    SortMatches();
+    QModelIndexList moved;
+    for (qsizetype i = 0; i < marked.size(); ++i) {
+        auto const found = std::ranges::find(m_matches, places[static_cast<std::size_t>(i)]);
+        moved += index(static_cast<int>(found - m_matches.begin()), marked[i].column());
+    }
+    changePersistentIndexList(marked, moved);
+    Q_EMIT layoutChanged();
 }
 
 // ---- places

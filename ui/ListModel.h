@@ -60,7 +60,8 @@ public:
 
     /// Shows only rows with each word of a text in one of their cells, ignoring case; with an empty
     /// one all. Looks through the rows in slices while events are handled, those shown already when
-    /// the text has only become longer; narrowed() follows each time that rows were shown.
+    /// the text has only become longer; narrowed() follows each time that rows were shown. Rows
+    /// appear at their places in the order shown, as they are found.
     void Narrow(QString const& text);
     bool IsNarrowed() const { return !m_strNarrowedTo.isEmpty(); }
     bool IsNarrowing() const { return m_timer.isActive(); }
@@ -97,11 +98,13 @@ private:
     CBlock const& BlockOf(int row) const;
     void ReadBlock(CBlock& block) const;
 
+    std::vector<bool> AreMatches() const;
     void SortMatches();
     void SearchAll();
     bool SearchFor(int ms, CStep const& step);
     bool Matches() const;
     void GoOnSearching();
+    void ShowNewMatches();
     void Reset(std::function<void()> const& change);
 
     CListRows& m_rows;
@@ -116,8 +119,8 @@ private:
     std::vector<std::string> m_lstWords; ///< of that text
     bool m_bPlainWords = true; ///< they are ASCII
     std::vector<std::int32_t> m_matches; ///< places of the rows that the text leaves
-    int m_nShown = 0; ///< of the matches
-    std::vector<std::int32_t> m_toSearch;
+    int m_nShown = 0; ///< of the matches, in the order shown; newer ones follow
+    std::vector<std::int32_t> m_toSearch; ///< by key
     std::size_t m_nSearched = 0;
     QTimer m_timer; ///< to the next slice of a search
     QElapsedTimer m_lastShown;

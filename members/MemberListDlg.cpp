@@ -3,6 +3,7 @@
 #include "doc/CorvanaDoc.h"
 #include "members/MailingLabels.h"
 #include "store/services/MemberServices.h"
+#include "store/sets/DAOMemCls.h"
 #include "ui/Convert.h"
 #include "ui/PrintOut.h"
 
@@ -25,13 +26,54 @@ CListTexts Texts()
         QPageLayout::Portrait, 67};
 }
 
+/// Of the rows of a member search what the list shows: to look through the list reads no profiles.
+class CListedMember : public CDAOEFSet
+{
+public:
+    explicit CListedMember(CDAOMem const& found)
+        : m_bOfClass(found.IsKindOf(CDAOMemCls::GetThisClass()))
+    {
+    }
+    CRecordClass const* GetClass() const override
+    {
+        static CRecordClass const any
+            = {"CListedMember", nullptr, DataFile::member, CDAOMem::GetThisClass()->table, true};
+        static CRecordClass const ofClass
+            = {"CListedMember", nullptr, DataFile::member, CDAOMemCls::GetThisClass()->table, true};
+        return m_bOfClass ? &ofClass : &any;
+    }
+
+    std::int32_t m_MemberID = 0;
+    std::int32_t m_WorkoutNum = 0;
+    std::string m_FirstName;
+    std::string m_MiddleInit;
+    std::string m_LastName;
+    std::uint8_t m_Status = 0;
+    CEFOleDateTime m_ExpireDate;
+
+protected:
+    void ExchangeFields(CFieldExchange& fx) override
+    {
+        fx.Field("member_id", m_MemberID);
+        fx.Field("workout_number", m_WorkoutNum);
+        fx.Field("first_name", m_FirstName);
+        fx.Field("middle_initial", m_MiddleInit);
+        fx.Field("last_name", m_LastName);
+        fx.Field("status", m_Status);
+        fx.Field("expire_date", m_ExpireDate);
+    }
+
+private:
+    bool const m_bOfClass;
+};
+
 } // namespace
 
 CMemberListDlg::CMemberListDlg(CCorvanaDoc& doc, CDAOMem& found, bool isClassSearch)
-    : CRecordListDlg(doc, found, std::make_unique<CDAOMem>(), Texts())
+    : CRecordListDlg(doc, found, std::make_unique<CListedMember>(found), Texts())
 {
     AddColumns();
-    auto const& row = static_cast<CDAOMem const&>(Row());
+    auto const& row = static_cast<CListedMember const&>(Row());
     SetPictures([&row] { return IsUnexpired(row.m_Status, row.m_ExpireDate) ? 0 : 1; },
         tr("Current and unexpired member"), tr("Past or expired member"));
     SetNote(tr("Note: You can only use the \"Update Class\" function after you search by category, "
@@ -49,7 +91,7 @@ CMemberListDlg::CMemberListDlg(CCorvanaDoc& doc, CDAOMem& found, bool isClassSea
 
 void CMemberListDlg::AddColumns()
 {
-    auto const& row = static_cast<CDAOMem const&>(Row());
+    auto const& row = static_cast<CListedMember const&>(Row());
     AddColumn({colName, tr("Name"), 190,
         [&row] { return ListName(row.m_LastName, row.m_FirstName, row.m_MiddleInit); },
         CDAOMem::byName, tr("Name"), 35});

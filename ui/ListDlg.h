@@ -59,7 +59,7 @@ public:
     void done(int result) override;
 
 protected:
-    /// The set stands on found rows; rows are shown through another one of its class.
+    /// The set stands on found rows; rows are shown through another one over its table.
     CListDlg(CDAOEFSet& found, std::unique_ptr<CDAOEFSet> row, CListTexts texts, QString centerName,
         QWidget* parent);
 

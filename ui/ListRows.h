@@ -10,7 +10,7 @@
 #include <utility>
 
 /// The rows of a selection as a list reads them: beside the cursor of the set that found them, into
-/// the fields of another set of the same class, which need not be open.
+/// the fields of another set over the same table, which need not be open.
 class CListRows
 {
 public:
@@ -41,7 +41,7 @@ public:
         for (std::size_t from = 0; from < places.size(); from += CDatabase::kBlockRows) {
             auto const some
                 = places.subspan(from, std::min(CDatabase::kBlockRows, places.size() - from));
-            bool const isBlock = m_found.ReadPlaces(some, m_block);
+            bool const isBlock = m_found.ReadPlaces(some, *m_pRow, m_block);
             isRead = isRead && isBlock;
             for (std::size_t i = 0; i < some.size(); ++i) {
                 auto const row = !isBlock  ? Row::unreadable

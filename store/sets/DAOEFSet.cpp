@@ -382,14 +382,15 @@ std::vector<std::int32_t> CDAOEFSet::PlacesByKey() const
     return HasSelection() ? CKeyPlaces(m_keys).ByKey() : std::vector<std::int32_t>();
 }
 
-bool CDAOEFSet::ReadPlaces(std::span<std::int32_t const> places, CRowBlock& rows)
+bool CDAOEFSet::ReadPlaces(std::span<std::int32_t const> places, CDAOEFSet& as, CRowBlock& rows)
 {
+    assert(as.GetClass()->table == GetClass()->table);
     auto* const database = HasSelection() ? Database() : nullptr;
     std::array<std::int64_t, CDatabase::kBlockRows> keys = {};
     assert(places.size() <= keys.size());
     std::ranges::transform(places, keys.begin(), [this](auto place) { return KeyAt(place); });
     return database != nullptr
-        && Do(database->ReadRows(Table(), std::span(keys).first(places.size()), rows));
+        && Do(database->ReadRows(as.Table(), std::span(keys).first(places.size()), rows));
 }
 
 void CDAOEFSet::ShowFields(CRowView const& row)

@@ -97,10 +97,11 @@ public:
     std::int32_t PlaceOf(std::int64_t key) const;
     /// All places in the order of the keys, which is the one in which many rows are read fastest.
     std::vector<std::int32_t> PlacesByKey() const;
-    /// Reads the rows of some places, at most CDatabase::kBlockRows, as they are stored now. False
-    /// when they could not be read, or the selection is closed.
-    bool ReadPlaces(std::span<std::int32_t const> places, CRowBlock& rows);
-    /// Shows in the fields a row that another set of this class has read.
+    /// Reads the rows of some places, at most CDatabase::kBlockRows, as they are stored now, with
+    /// the columns of another set over the same table. False when they could not be read, or the
+    /// selection is closed.
+    bool ReadPlaces(std::span<std::int32_t const> places, CDAOEFSet& as, CRowBlock& rows);
+    /// Shows in the fields a row that another set has read with this one's columns.
     void ShowFields(CRowView const& row);
     /// All places in another order, rows that are equal in it as they were found. Rows that another
     /// program deleted come last. Costs one ordered pass over the selection's keys.

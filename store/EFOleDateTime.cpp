@@ -41,10 +41,13 @@ chr::year_month_day DateOf(std::int64_t dayNumber)
     return {DaysOf(dayNumber)};
 }
 
-std::string Padded(int value, std::size_t width)
+/// A number that has at most so many digits, with zeros in front.
+void AddPadded(std::string& text, int value, std::size_t width)
 {
-    auto const digits = std::to_string(value);
-    return digits.size() < width ? std::string(width - digits.size(), '0') + digits : digits;
+    text.append(width, '0');
+    for (auto digit = text.rbegin(); value > 0; ++digit, value /= 10) {
+        *digit = static_cast<char>('0' + value % 10);
+    }
 }
 
 /// Takes digits from the front of the text; -1 when there are fewer than least or more than most.
@@ -190,6 +193,9 @@ std::string CEFOleDateTime::Format(std::string_view format) const
         return std::string(kInvalidText);
     }
     std::string text;
+    auto const date = DateOf(DayNumber());
+    auto const year = static_cast<int>(date.year());
+    auto const month = static_cast<unsigned>(date.month());
     for (std::size_t i = 0; i < format.size(); ++i) {
         if (format[i] != '%' || i + 1 == format.size()) {
             text += format[i];
@@ -200,28 +206,28 @@ std::string CEFOleDateTime::Format(std::string_view format) const
             text += kWeekdays[chr::weekday(DaysOf(DayNumber())).c_encoding()];
             break;
         case 'B':
-            text += kMonths[static_cast<std::size_t>(Month() - 1)];
+            text += kMonths[month - 1];
             break;
         case 'd':
-            text += Padded(Day(), 2);
+            AddPadded(text, static_cast<int>(static_cast<unsigned>(date.day())), 2);
             break;
         case 'm':
-            text += Padded(Month(), 2);
+            AddPadded(text, static_cast<int>(month), 2);
             break;
         case 'y':
-            text += Padded(Year() % 100, 2);
+            AddPadded(text, year % 100, 2);
             break;
         case 'Y':
-            text += Padded(Year(), 4);
+            AddPadded(text, year, 4);
             break;
         case 'H':
-            text += Padded(Hour(), 2);
+            AddPadded(text, Hour(), 2);
             break;
         case 'M':
-            text += Padded(Minute(), 2);
+            AddPadded(text, Minute(), 2);
             break;
         case 'S':
-            text += Padded(Second(), 2);
+            AddPadded(text, Second(), 2);
             break;
         default:
             text += format[i];

@@ -29,6 +29,7 @@ namespace
 
 constexpr int kLetterWidth = 6; ///< on average, of the font that the columns' widths are for
 constexpr int kFirstRows = 30; ///< for which there is room at first
+constexpr int kMeasuredRows = 100; ///< by which columns are made wider
 constexpr int kNumberedColumns = 9;
 constexpr char const* kSortEntry = "sort"; // the column's number from 1 on, negative for down
 
@@ -241,6 +242,7 @@ void CListDlg::SetUpView()
     header.setSectionsClickable(false);
     header.setSectionsMovable(false);
     header.setStretchLastSection(false);
+    header.setResizeContentsPrecision(kMeasuredRows);
     connect(&list, &QWidget::customContextMenuRequested, this, [this, &list](QPoint const& where) {
         ShowMenu(list.viewport()->mapToGlobal(where), list.indexAt(where).column());
     });
@@ -293,8 +295,6 @@ void CListDlg::Refill()
     }
 }
 
-void CListDlg::ShowTotal()
-{
 /// Rows have come in between: what is selected stays in sight, or else the first row current.
 void CListDlg::ShowNarrowed()
 {
@@ -308,6 +308,8 @@ void CListDlg::ShowNarrowed()
     ShowTotal();
 }
 
+void CListDlg::ShowTotal()
+{
     auto text = m_texts.m_strTotal + u' ' + QString::number(m_pModel->Found());
     if (m_pModel->IsNarrowed()) {
         text += m_pModel->IsNarrowing() ? tr(" (%1 shown, searching...)").arg(m_pModel->rowCount())

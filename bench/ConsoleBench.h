@@ -11,6 +11,7 @@
 #include <cstring>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -51,6 +52,20 @@ inline double CpuMs()
     timespec time = {};
     ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+/// A line of /proc/self/status in MB: "VmRSS" or "VmHWM".
+inline double MemoryMB(std::string const& line)
+{
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    while (status >> word) {
+        if (word == line + ":") {
+            status >> word;
+            return std::stod(word) / 1024;
+        }
+    }
+    return 0.0;
 }
 
 inline double Median(std::vector<double> values)

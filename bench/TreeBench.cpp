@@ -11,27 +11,12 @@
 
 #include <array>
 #include <cstdio>
-#include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
 
 namespace
 {
-
-/// A line of /proc/self/status in MB: "VmRSS" or "VmHWM".
-double MemoryMB(std::string const& line)
-{
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    while (status >> word) {
-        if (word == line + ":") {
-            status >> word;
-            return std::stod(word) / 1024;
-        }
-    }
-    return 0.0;
-}
 
 /// Members of many names, in no order, some of them not capitalised.
 void StoreMembers(int count)

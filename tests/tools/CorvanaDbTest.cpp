@@ -252,11 +252,65 @@ Queued report jobs: 10
     Expect(1, "could not be written", {"info"}, {"sh", "-c", R"(exec "$0" "$@" >/dev/full)"});
 }
 
+TEST_F(CorvanaDbTest, BacksUpRestoresAndVerifies)
+{
+    Expect(0, "Made", {"demo", "--members", "60", "--password-file", m_password.string()});
+    CDatabaseSession::Get().SetDataFolder(m_data);
+    auto const workouts = Count("workouts"); // and the files stay open
+    auto const sets = m_folder / "sets";
+    Words const backUp = {"backup", sets.string(), "--keep", "1"};
+    Expect(1, "for backups is not there", backUp);
+    EXPECT_FALSE(fs::exists(sets));
+    fs::create_directory(sets);
+    Expect(0, "60 members, " + std::to_string(workouts) + " workouts", backUp);
+    auto const old = fs::directory_iterator(sets)->path();
+    Expect(0, "Removed the old set " + old.filename().string(), backUp);
+    auto const set = fs::directory_iterator(sets)->path();
+    for (auto const* const seconds : {"0.003", "0.01", "0.03"}) {
+        auto const result = Command({"backup", sets.string()}, {"timeout", seconds});
+        auto const left = std::distance(fs::directory_iterator(sets), {});
+        EXPECT_EQ(left, result.exitCode == 0 ? 2 : 1) << seconds << result.errors;
+        if (left > 1) {
+            break;
+        }
+    }
+
+    auto const file = set / "workouts.dat";
+    auto text = ReadFile(file);
+    auto const bad = m_folder / "bad.dat";
+    WriteFile(bad, text.substr(0, text.find('\n') + 10));
+    Expect(0, "All lines are right", {"verify", file.string()});
+    Expect(0, "8 files of " + m_data.string(), {"verify", set.string()});
+    Expect(1, "line 2: has no end", {"verify", bad.string()});
+    WriteFile(bad, "XY1|1|2\n");
+    Expect(1, "line 1", {"verify", bad.string()});
+    for (auto const& path : {sets, m_folder / "none", fs::path("/dev/null")}) {
+        Expect(2, "Cannot read", {"verify", path.string()});
+    }
+
+    auto const fresh = m_folder / "fresh";
+    Words const inFresh = {"env", "CORVANA_DB=" CORVANA_DB, "sh", "-c",
+        R"(shift 2; exec "$CORVANA_DB" --data )" + fresh.string() + R"( "$@")"};
+    Expect(1, "does not exist", {"restore", set.string()}, inFresh);
+    Expect(0, "Made the centre", m_create, inFresh);
+    Expect(0, "Restored 60 members", {"restore", set.string()}, inFresh);
+    Expect(0, "Restored 0 members", {"restore", set.string()}, inFresh);
+    Expect(0, "Restored 60 members, 0 workouts", {"restore", "--replace", set.string()}, inFresh);
+    auto const rows = Dump("evaluation_view");
+    CDatabaseSession::Get().SetDataFolder(fresh);
+    EXPECT_EQ(Count("workouts"), workouts);
+    EXPECT_EQ(Dump("evaluation_view").size(), rows.size());
+    WriteFile(file, text.replace(30, 1, "x"));
+    Expect(1, "not as it was written", {"verify", set.string()});
+    Expect(1, "Nothing was restored", {"restore", set.string()}, inFresh);
+}
+
 TEST_F(CorvanaDbTest, WrongUsageIsToldApart)
 {
     for (auto const& arguments : std::vector<Words>{{}, {"bogus"}, {"create"}, {"info", "extra"},
              {"check", "--wrong"}, {"info", "--data"}, {"demo", "--members", "-1"},
-             {"demo", "--members", "500001"}, {"demo", "--members", "1.5"}}) {
+             {"demo", "--members", "500001"}, {"demo", "--members", "1.5"}, {"backup"}, {"restore"},
+             {"backup", "/", "--keep", "0"}}) {
         Expect(2, "See corvana-db --help.", arguments);
         EXPECT_EQ(Names(), "none");
     }

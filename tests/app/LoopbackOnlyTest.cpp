@@ -1,4 +1,4 @@
-// The bind() of app/LoopbackOnly.cpp is linked into this program as into the console.
+// The bind() of platform/qt/LoopbackOnly.cpp is linked into this program as into those with windows.
 #include <gtest/gtest.h>
 
 #include <cerrno>

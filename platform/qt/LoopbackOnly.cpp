@@ -1,7 +1,8 @@
-// Keeps the console off the network. It shows health data and serves nobody, but Qt's VNC platform,
-// which scripts/run offers where there is no display, listens on every address of the machine, asks
-// for no password and has no option to change either. The program's own bind() below takes the
-// place of the C library's for all libraries it loads, however it was started.
+// Keeps the programs with windows off the network. They show health data and serve nobody, but Qt's
+// VNC platform, which scripts/run offers where there is no display, listens on every address of the
+// machine, asks for no password and has no option to change either. The program's own bind() below
+// takes the place of the C library's for all libraries it loads, however it was started. A library
+// would not do: it is a source of each such program.
 #include <cerrno>
 #include <cstring>
 #include <netinet/in.h>

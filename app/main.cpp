@@ -5,6 +5,7 @@
 
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFile>
 
 #include <cstdio>
 #include <sys/prctl.h>
@@ -154,8 +155,9 @@ int main(int argc, char** argv)
         return 0;
     }
     if (!arguments.Data().isEmpty()) {
-        CDatabaseSession::Get().SetDataFolder(
-            FromQt(QDir::current().absoluteFilePath(arguments.Data())));
+        auto const folder = QDir::current().absoluteFilePath(arguments.Data());
+        CDatabaseSession::Get().SetDataFolder(FromQt(folder));
+        qputenv("CORVANA_DATA", QFile::encodeName(folder)); // for the companions
     }
     return arguments.Screenshot().isEmpty() ? Run(argc, argv)
                                             : TakePicture(argc, argv, arguments.Screenshot());

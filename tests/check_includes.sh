@@ -3,9 +3,11 @@
 # Fails, with file and line, when an include in the source tree FOLDER does not point down:
 #
 #   app > members workouts evaluations bodycomp transfer > doc > ui > store > platform/qt platform/db
+#   backup > ui
 #
 # Folders at the same height do not include each other, nobody below includes tools, tests or
-# bench, and these exercise what they like; only tools is held to the store and what is below it.
+# bench, and these exercise what they like; only tools is held to the store and what is below it. Nobody
+# includes backup.
 # platform/db, store and tools know no Qt; only platform/db (with tests and bench, which look over
 # its shoulder) knows SQLite. Headers include no generated form and start with #pragma once.
 set -u
@@ -14,7 +16,7 @@ check() {
     cd "$1" || return 2
     # shellcheck disable=SC2046 # no name has a blank
     set -- $(ls -d app members workouts evaluations bodycomp transfer doc ui store platform tools \
-        tests bench 2>/dev/null)
+        backup tests bench 2>/dev/null)
     [ $# -gt 0 ] || { echo "check_includes.sh: no source folders in $PWD" >&2; return 2; }
     {
         grep -rn --include='*.h' --include='*.cpp' -E '^[[:space:]]*#[[:space:]]*include' "$@"
@@ -22,7 +24,7 @@ check() {
     } | awk '
         BEGIN {
             n = split("platform/db 1 platform/qt 1 store 2 ui 3 doc 4 members 5 workouts 5" \
-                " evaluations 5 bodycomp 5 transfer 5 app 6 tools 7 tests 8 bench 8", word, " ")
+                " evaluations 5 bodycomp 5 transfer 5 app 6 backup 7 tools 7 tests 8 bench 8", word, " ")
             for (i = 1; i < n; i += 2) {
                 height[word[i]] = word[i + 1]
             }
@@ -67,7 +69,8 @@ check() {
             && name ~ /^(Q[A-Z]|Qt|q[a-z_]+\.h$)/ { fault(from " knows no Qt, but includes " name); next }
         to == "" || free || to == from { next }
         from == "tools" && height[to] <= height["store"] && to != "platform/qt" { next }
-        from == "tools" || height[to] >= height[from] || (from == "store" && to == "platform/qt") {
+        from == "backup" && height[to] <= height["ui"] { next }
+        from == "backup" || from == "tools" || height[to] >= height[from] || (from == "store" && to == "platform/qt") {
             fault(from " must not include " to ": " name)
         }
         END { exit faults }
@@ -103,13 +106,15 @@ store/bad.h <QtCore/QString>
 platform/db/bad.h "store/sets/DAOWk.h" "platform/qt/Dialog.h" <qstring.h>
 platform/qt/bad.h "ui/Convert.h" "platform/db/Database.h"
 members/bad.h "workouts/WorkoutDlg.h" "ui_MemberDlg.h" "members/ui_MemberDlg.h"
-transfer/bad.cpp "bodycomp/BodyCompDlg.h"
+transfer/bad.cpp "bodycomp/BodyCompDlg.h" "backup/A.h"
+backup/bad.cpp "doc/CorvanaDoc.h" "app/MainFrame.h" "tools/Outcome.h" <sqlite3.h>
 tools/bad.cpp <QCoreApplication> "ui/Convert.h" "platform/qt/Settings.h" "sqlite3.h"
 tests/app/bad.h "ui_MemberDlg.h"
 platform/net/bad.cpp <string>
 tests/ui/NoPragma.h <string>
 app/fine.cpp "app/A.h" "ui_A.h" "members/A.h" "bodycomp/A.h" "doc/A.h" "ui/A.h" <QWidget>
 members/fine.cpp "members/A.h" "platform/qt/A.h" "platform/db/A.h" "store/A.h" "fine.moc"
+backup/fine.cpp "backup/A.h" "ui_A.h" "ui/A.h" "store/A.h" "platform/qt/A.h" <QWidget>
 store/fine.h "store/A.h" "platform/db/A.h" <queue> <sys/stat.h>
 platform/db/fine.cpp <sqlite3.h>
 tools/fine.cpp "tools/A.h" "store/A.h" "platform/db/A.h" <CLI/CLI.hpp>

@@ -26,6 +26,9 @@ QString AskForFile(QWidget* parent, CFileQuestion const& question)
     if (g_asker != nullptr) {
         return g_asker->Ask(over, question);
     }
+    if (question.m_bFolder) {
+        return QFileDialog::getExistingDirectory(over, question.m_strTitle, question.m_strName);
+    }
     if (question.m_bSave) {
         return QFileDialog::getSaveFileName(over, question.m_strTitle, question.m_strName,
             question.m_strFilter, nullptr, QFileDialog::DontConfirmOverwrite);

@@ -11,9 +11,10 @@ struct CFileQuestion
     QString m_strName; ///< suggested, with or without folder; may be empty
     QString m_strFilter; ///< "Data Files (*.dat)", several separated by ";;"
     bool m_bSave = false; ///< false: the file must exist
+    bool m_bFolder = false; ///< asks for a folder that exists instead
 };
 
-/// Asks for files. The usual one opens file dialogs.
+/// Asks for files and folders. The usual one opens file dialogs.
 class CFileAsker
 {
 public:

@@ -1,6 +1,7 @@
 #include "platform/qt/Settings.h"
 
 #include <QSettings>
+#include <QVariant>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +25,17 @@ QString Key(char const* section, char const* entry)
     return QLatin1StringView(section) + u'/' + QLatin1StringView(entry);
 }
 
+bool Write(char const* section, char const* entry, QVariant const& value)
+{
+    CUserSettings settings;
+    settings.setValue(Key(section, entry), value);
+    settings.sync();
+    // What was wrong with the file before it was written stays the status of who has read it.
+    return settings.status() == QSettings::NoError
+        || (settings.status() == QSettings::FormatError
+            && CUserSettings().status() == QSettings::NoError);
+}
+
 } // namespace
 
 std::int32_t GetProfileInt(char const* section, char const* entry, std::int32_t defaultValue)
@@ -35,11 +47,15 @@ std::int32_t GetProfileInt(char const* section, char const* entry, std::int32_t 
 
 bool WriteProfileInt(char const* section, char const* entry, std::int32_t value)
 {
-    CUserSettings settings;
-    settings.setValue(Key(section, entry), value);
-    settings.sync();
-    // What was wrong with the file before it was written stays the status of who has read it.
-    return settings.status() == QSettings::NoError
-        || (settings.status() == QSettings::FormatError
-            && CUserSettings().status() == QSettings::NoError);
+    return Write(section, entry, value);
+}
+
+QString GetProfileText(char const* section, char const* entry)
+{
+    return CUserSettings().value(Key(section, entry)).toString();
+}
+
+bool WriteProfileText(char const* section, char const* entry, QString const& text)
+{
+    return Write(section, entry, text);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <cstdint>
 
 /// The whole number stored for an entry of a section of this user's settings
@@ -11,3 +13,7 @@ std::int32_t GetProfileInt(char const* section, char const* entry, std::int32_t 
 /// Stores a whole number there. Returns whether it has reached the disk; shows
 /// nothing when it has not.
 bool WriteProfileInt(char const* section, char const* entry, std::int32_t value);
+
+/// The same for texts of one line: the empty text when there is none.
+QString GetProfileText(char const* section, char const* entry);
+bool WriteProfileText(char const* section, char const* entry, QString const& text);

@@ -38,7 +38,7 @@ bool CMailMembers::ReadBlock(std::int32_t from)
         = std::min<std::size_t>(CDatabase::kBlockRows, static_cast<std::size_t>(m_nCount - from));
     std::vector<std::int32_t> places(size);
     std::iota(places.begin(), places.end(), from);
-    m_bRead = m_bRead && m_found.ReadPlaces(places, m_block);
+    m_bRead = m_bRead && m_found.ReadPlaces(places, m_found, m_block);
     m_nBlockFirst = from;
     m_nBlockEnd = m_bRead ? from + static_cast<std::int32_t>(size) : from;
     return m_bRead;

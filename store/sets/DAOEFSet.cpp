@@ -385,7 +385,9 @@ std::vector<std::int32_t> CDAOEFSet::PlacesByKey() const
 bool CDAOEFSet::ReadPlaces(std::span<std::int32_t const> places, CDAOEFSet& as, CRowBlock& rows)
 {
     assert(as.GetClass()->table == GetClass()->table);
-    auto* const database = HasSelection() ? Database() : nullptr;
+    // By the keys of one table the rows of another would be somebody else's.
+    bool const isSame = as.GetClass()->table == GetClass()->table;
+    auto* const database = HasSelection() && isSame ? Database() : nullptr;
     std::array<std::int64_t, CDatabase::kBlockRows> keys = {};
     assert(places.size() <= keys.size());
     std::ranges::transform(places, keys.begin(), [this](auto place) { return KeyAt(place); });

@@ -9,12 +9,12 @@
 #include "members/MemberListDlg.h"
 #include "store/services/MemberSearchData.h"
 #include "store/sets/SetCloser.h"
+#include "ui/ListModel.h"
 #include "ui/ListPrinter.h"
 #include "ui/ProgressDlg.h"
 #include "workouts/WorkoutListDlg.h"
 
 #include <QBuffer>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>

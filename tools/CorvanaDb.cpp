@@ -221,8 +221,8 @@ void AddCommands(CLI::App& app, COptions& options)
 int Main(int argc, char** argv)
 {
     COptions options;
-    CLI::App app(
-        "Makes, describes, checks, compacts and backs up the data files of a centre.", "corvana-db");
+    CLI::App app("Makes, describes, checks, compacts and backs up the data files of a centre.",
+        "corvana-db");
     AddCommands(app, options);
     try {
         app.parse(argc, argv);

@@ -45,8 +45,8 @@ public:
     virtual int Restore(
         std::istream& stream, char separator, std::int32_t memberID, bool keepExisting);
 
-    /// Is called for each record of a restore, and ends it with false: nothing is restored then, and
-    /// LastStatus() says that it was stopped. Empty for none.
+    /// Is called for each record of a restore, and ends it with false: nothing is restored then,
+    /// and LastStatus() says that it was stopped. Empty for none.
     void SetWatch(std::function<bool()> goOn) { m_fnGoOn = std::move(goOn); }
 
     /// How many records the last Restore could not add: those of members that are not there, and

@@ -1,4 +1,5 @@
-// The bind() of platform/qt/LoopbackOnly.cpp is linked into this program as into those with windows.
+// The bind() of platform/qt/LoopbackOnly.cpp is linked into this program as into those with
+// windows.
 #include <gtest/gtest.h>
 
 #include <cerrno>

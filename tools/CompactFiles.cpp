@@ -1,6 +1,7 @@
 #include "tools/CompactFiles.h"
 
 #include "store/sets/DatabaseSession.h"
+#include "tools/Printable.h"
 
 #include <filesystem>
 #include <iostream>
@@ -19,7 +20,7 @@ int CompactFiles()
             std::cout << "compacted, " << before << " to "
                       << std::filesystem::file_size(path, unknown) << " bytes\n";
         } else {
-            std::cout << "left as it is\n    " << status.Text() << "\n";
+            std::cout << "left as it is\n    " << Printable(status.Text()) << "\n";
             areAll = false;
         }
     }

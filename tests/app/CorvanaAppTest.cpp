@@ -77,6 +77,7 @@ public:
     QString Home(QString const& file) const { return m_home.filePath(file); }
     QString Data() const { return QString::fromStdString(m_centre.Folder().string()); }
     QStringList Messages() const { return m_messages.Texts(); }
+    QString FirstDetail() const { return m_messages.Messages()[0].m_strDetail; }
     void AnswerYes() { m_messages.AnswerNext({true}); }
     std::unique_ptr<CCorvanaApp> StartApp(CCorvanaApp::Start start = CCorvanaApp::Start::shown)
     {
@@ -106,7 +107,7 @@ private Q_SLOTS:
     void aSecondCopyEndsSilently();
     void startsWithoutSettingsAndWithSome();
     void companionsComeAndGo();
-    void aFileOfNoUseIsToldOnceAndACompactionEndsTheProgram();
+    void lostFilesAreToldOnceAndACompactionEndsTheProgram();
     void answersItsArgumentsWithoutDisplay();
 };
 
@@ -178,26 +179,25 @@ void CorvanaAppTest::companionsComeAndGo()
     QCOMPARE(Stored(), (QList{-1, 5, 0}));
 }
 
-void CorvanaAppTest::aFileOfNoUseIsToldOnceAndACompactionEndsTheProgram()
+void CorvanaAppTest::lostFilesAreToldOnceAndACompactionEndsTheProgram()
 {
     CPlace place;
-    CPlace::HaveCompanions();
     CDatabaseSession::Get().ShutDown();
-    QVERIFY(QFile::rename(place.Data() + u"/member.mdb"_s, place.Data() + u"/away"_s));
-    Store(1, 1, 0);
-    auto app = place.StartApp();
+    QVERIFY(QFile::resize(place.Data() + u"/report.mdb"_s, 5000));
+    QVERIFY(QFile::remove(place.Data() + u"/member.mdb"_s));
+    Store(0, 1, 0);
+    auto const app = place.StartApp();
     QVERIFY(app->SavePicture(place.Home(u"window.png"_s)));
     QApplication::processEvents(); // the tree would load now
-    QCOMPARE(place.Messages(), QStringList{u"Error: could not open member.mdb."_s});
-    QVERIFY(QFile::rename(place.Data() + u"/away"_s, place.Data() + u"/member.mdb"_s));
-    QTRY_VERIFY(FindCompanion(kReportServer));
+    QCOMPARE(place.Messages(), QStringList{u"Error: could not open report.mdb, member.mdb."_s});
+    for (auto const& words : {u"is cut short"_s, u"does not exist"_s, u"last backup"_s}) {
+        QVERIFY(place.FirstDetail().contains(words));
+    }
+    QVERIFY(!QFile::exists(place.Data() + u"/member.mdb"_s));
     place.AnswerYes();
     QTimer::singleShot(0, Command(32892), &QAction::trigger);
     QCOMPARE(QApplication::exec(), 0);
-    QTRY_VERIFY(!FindCompanion(kReportServer));
-    QCOMPARE(place.Messages().size(), 3); // the warning, and that it is done
-    QVERIFY(QFile::exists(place.Data() + u"/member.old"_s));
-    app->ExitInstance(0);
+    QCOMPARE(place.Messages().size(), 4); // the warning, the lost files, and that it is done
 }
 
 void CorvanaAppTest::aSecondCopyEndsSilently()

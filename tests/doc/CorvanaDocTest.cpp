@@ -2,6 +2,9 @@
 #include "tests/QtTests.h"
 #include "tests/doc/TestDesk.h"
 
+#include <filesystem>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 class CorvanaDocTest : public QObject
@@ -10,7 +13,7 @@ class CorvanaDocTest : public QObject
 private Q_SLOTS:
     void loadsTheConfiguration();
     void saysWhatCannotBeLoaded();
-    void tellsOnceWhichFilesCannotBeOpened();
+    void compactsAfterTheWarningAndEnds();
     void takesTheDefaultClassAsFarAsItGoes();
 };
 
@@ -63,42 +66,29 @@ void CorvanaDocTest::saysWhatCannotBeLoaded()
     QVERIFY(desk.m_doc.m_setCenter.IsEOF() != 0);
 }
 
-void CorvanaDocTest::tellsOnceWhichFilesCannotBeOpened()
+void CorvanaDocTest::compactsAfterTheWarningAndEnds()
 {
-    CTestDesk const desk;
-    CDatabaseSession::Get().ShutDown();
-    auto const file = [&](char const* name) { return desk.m_centre.Folder() / name; };
-    auto const start = [&](bool hasMembers) {
-        CTestApp app;
-        CCorvanaDoc doc(app);
-        QVERIFY(doc.OnNewDocument());
-        QCOMPARE(doc.HasMembers(), hasMembers);
-        CDatabaseSession::Get().ShutDown();
+    CTestDesk desk;
+    CTestCentre::Run(
+        "INSERT INTO check_ins VALUES (1, 12, 12, 'Ann', 'Lee', 4000000000)", DataFile::checkIn);
+    CTestCentre::Run("INSERT INTO reports VALUES (1, 1, 0, 0, 0, '', '', '')", DataFile::report);
+    auto const waiting = [&] {
+        return std::pair(desk.m_doc.m_setChkIn.FindChkIns(), desk.m_doc.m_setReport.FindReports());
     };
-    start(true);
-    QVERIFY(desk.m_messages.Texts().isEmpty());
+    desk.m_doc.CompactDatabase();
+    QCOMPARE(waiting(), std::pair(1, 1)); // Cancel changes nothing
+    QCOMPARE(desk.m_messages.Messages()[0].m_question, CQuestion::destroyingOkCancel);
 
-    std::filesystem::remove(file("member.mdb"));
-    std::filesystem::resize_file(file("report.mdb"), 5000);
-    start(false);
-    QCOMPARE(desk.m_messages.Texts(), {u"Error: could not open report.mdb, member.mdb."_s});
-    auto const& message = desk.m_messages.Messages().constLast();
-    QCOMPARE(message.m_icon, CMessageIcon::exclamation);
-    for (auto const& words :
-        {u"report.mdb\" is cut short"_s, u"member.mdb\" does not exist"_s, u"last backup"_s}) {
-        QVERIFY2(message.m_strDetail.contains(words), qPrintable(message.m_strDetail));
-    }
-    QVERIFY(!std::filesystem::exists(file("member.mdb")));
-
-    QVERIFY(CreateDatabase(file("member.mdb"), DataFileSchema(DataFile::member)));
-    std::filesystem::remove(file("report.mdb"));
-    QVERIFY(CreateDatabase(file("report.mdb"), DataFileSchema(DataFile::report)));
-    CFileUse other;
-    QVERIFY(other.Acquire(file("member.mdb"), {}) && other.TryExclusive());
-    start(false);
-    QCOMPARE(desk.m_messages.Texts().constLast(), u"Error: could not open member.mdb."_s);
-    auto const& detail = desk.m_messages.Messages().constLast().m_strDetail;
-    QVERIFY(detail.contains(u"maintained"_s) && !detail.contains(u"backup"_s));
+    CFileUse other; // as another program's
+    QVERIFY(other.Acquire(CDatabaseSession::Get().PathOf(DataFile::center), {}));
+    desk.m_messages.AnswerNext({true});
+    desk.m_doc.CompactDatabase();
+    QCOMPARE(desk.m_messages.Texts()[2], u"Error: could not compact center.mdb."_s);
+    QVERIFY(desk.m_messages.Messages()[2].m_strDetail.contains(u"center.mdb\" is in use"_s));
+    QVERIFY(desk.m_messages.Texts().constLast().startsWith(u"Database compaction is complete."_s));
+    QCOMPARE(desk.m_app.m_lstCalls, (QStringList{u"StopReportServer"_s, u"Exit"_s}));
+    QVERIFY(std::filesystem::exists(desk.m_centre.Folder() / "member.old"));
+    QCOMPARE(waiting(), std::pair(0, 0));
 }
 
 void CorvanaDocTest::takesTheDefaultClassAsFarAsItGoes()

@@ -82,26 +82,6 @@ TEST_F(FaultTest, AFileIsMadeAsAWholeOrAtTheNextTryAndACheckpointLosesNothing)
     }
 }
 
-TEST_F(FaultTest, ACompactionIsWholeOrLeavesTheFileAsItIs)
-{
-    auto const old = m_folder / "family.old";
-    ForEachFault([&](int nth, int error, bool lasting) {
-        Faults::Begin(nth, error, lasting);
-        auto status = CompactDatabaseFile(m_strPath, Schema());
-        bool const struck = Faults::End();
-        EXPECT_TRUE(struck || status) << status.Text();
-        EXPECT_TRUE(status || (status.Error() == DbError::full) == (error == ENOSPC))
-            << status.Text();
-        EXPECT_FALSE(fs::exists(m_strPath + ".part"));
-        ExpectSound(*Open(), 1);
-        status = CompactDatabaseFile(m_strPath, Schema());
-        EXPECT_TRUE(status) << status.Text();
-        ExpectSound(*Open(), 1);
-        ExpectSound(*Open(old), 1);
-        return struck;
-    });
-}
-
 // A log that was written but could not be synced is valid for whoever opens the file next: then the
 // whole migration is there.
 TEST_F(FaultTest, AMigrationIsWholeOrLeavesTheOldVersion)

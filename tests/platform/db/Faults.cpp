@@ -15,7 +15,6 @@ int g_nError = 0;
 bool g_bLasting = false;
 bool g_bStruck = false;
 bool g_bExchange = true;
-std::function<void()> g_fnAtSync;
 
 bool Strikes(bool needsRoom)
 {
@@ -61,11 +60,6 @@ void Faults::Exchange(bool possible)
     g_bExchange = possible;
 }
 
-void Faults::AtSync(std::function<void()> const& what)
-{
-    g_fnAtSync = what;
-}
-
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): theirs are reserved
 extern "C" {
 
@@ -81,9 +75,6 @@ ssize_t write(int file, void const* bytes, size_t size)
 
 int fsync(int file)
 {
-    if (g_fnAtSync) {
-        std::exchange(g_fnAtSync, {})();
-    }
     return Call<int>(false, "fsync", file);
 }
 
@@ -95,16 +86,6 @@ int fdatasync(int file)
 int ftruncate64(int file, off64_t size) noexcept
 {
     return Call<int>(false, "ftruncate64", file, size);
-}
-
-int rename(char const* from, char const* to) noexcept
-{
-    return Call<int>(true, "rename", from, to);
-}
-
-int link(char const* from, char const* to) noexcept
-{
-    return Call<int>(true, "link", from, to);
 }
 
 int renameat2(

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cerrno>
-#include <functional>
 #include <utility>
 
 /// Lets the calls fail by which SQLite and the engine write. Linked into a test, whose own
@@ -19,9 +18,6 @@ bool End();
 
 /// Whether the file system can exchange two names in one step.
 void Exchange(bool possible);
-
-/// What happens once, just before the next sync.
-void AtSync(std::function<void()> const& what);
 
 /// Runs a trial again and again, with another call failing each time: a sector that fails once, a
 /// disk that fails from some moment on, one that is full from some moment on. A trial begins and

@@ -75,7 +75,7 @@ public:
     virtual bool DelCurrent();
     /// Deletes all rows of the selection in one transaction; how many there still were, or 0.
     virtual int DelAll();
-    /// Deletes all rows of the table, selected or not, if there are just so many: in a fraction of
+    /// Deletes all rows of the table, selected or not, if there are just so many: in about half
     /// the time that single rows take. False when there are not, or when it failed: in a
     /// transaction, which then is to be given up. A set that is only read deletes none.
     bool DelTable(std::int64_t rows);

@@ -29,7 +29,8 @@ CRecordListDlg::CRecordListDlg(
 void CRecordListDlg::AddDeleteAllButton()
 {
     AddButton(tr("De&lete All"), "deleteAllButton", [this] {
-        if (m_found.CountSet() > 0 && m_doc.DeleteRecords(m_found, true) > 0) {
+        if (m_found.CountSet() > 0 && ConfirmHiddenRows()
+            && m_doc.DeleteRecords(m_found, true) > 0) {
             accept();
         }
     });
@@ -38,10 +39,13 @@ void CRecordListDlg::AddDeleteAllButton()
 void CRecordListDlg::AddLastButtons()
 {
     AddPrintButton();
-    AddButton(
-        tr("&Backup"), "backupButton", [this] { m_doc.BackupRecords(m_found, CTransfer::backup); });
+    AddButton(tr("&Backup"), "backupButton", [this] {
+        if (ConfirmHiddenRows()) {
+            m_doc.BackupRecords(m_found, CTransfer::backup);
+        }
+    });
     AddButton(tr("Arc&hive"), "archiveButton", [this] {
-        if (m_doc.BackupRecords(m_found, CTransfer::archive) != 0) {
+        if (ConfirmHiddenRows() && m_doc.BackupRecords(m_found, CTransfer::archive) != 0) {
             accept();
         }
     });

@@ -119,10 +119,16 @@ void CMemberListDlg::AddBatchButtons(CDAOMem& found, bool isClassSearch)
             m_doc.PostMessages(found);
         }
     });
-    AddButton(
-        tr("Mer&ge Letter"), "mergeLetterButton", [this, &found] { m_doc.PrintLetters(found); });
-    AddButton(
-        tr("Mai&ling Labels"), "mailingLabelsButton", [this, &found] { m_doc.PrintLabels(found); });
+    AddButton(tr("Mer&ge Letter"), "mergeLetterButton", [this, &found] {
+        if (ConfirmHiddenRows()) {
+            m_doc.PrintLetters(found);
+        }
+    });
+    AddButton(tr("Mai&ling Labels"), "mailingLabelsButton", [this, &found] {
+        if (ConfirmHiddenRows()) {
+            m_doc.PrintLabels(found);
+        }
+    });
     AddKey(tr("Previe&w Labels..."), "previewLabelsAction", {},
         [this, &found] { ::Preview(this, MailingLabels(m_doc, found)); });
     AddKey(tr("Save L&abels as PDF..."), "pdfLabelsAction", {},

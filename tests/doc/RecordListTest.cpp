@@ -554,6 +554,12 @@ void RecordListTest::printsAllRowsInTheOrderShown()
     Type(Child<QLineEdit>(list, "findEdit"), u"bob"_s);
     QTest::keyClick(&ListOf(list), Qt::Key_6, Qt::ControlModifier);
     CListDesk::RunElsewhere(u"DELETE FROM workouts WHERE member_id = 4"_s);
+    // What is done to all rows asks about those out of sight.
+    desk.Told();
+    for (auto const* const button : {"deleteAllButton", "backupButton", "archiveButton"}) {
+        Press(list, button);
+        QVERIFY(desk.Told().startsWith(u"Only 5 of the 9 rows of this list are shown,"_s));
+    }
     auto const pages = Print(list, {1, 4, 8, 16, 64, 128});
     QCOMPARE(
         pages.value(0).mid(1), u"ID # Min;1 11;2 22;3 33;5 55;6 66;7 77;8 88;9 99"_s.split(u';'));

@@ -217,9 +217,9 @@ void CListModel::GoOnSearching()
 /// They come in between those shown; what views have marked stays the same row.
 void CListModel::ShowNewMatches()
 {
-    m_blocks.clear(); // the last one was not full
     beginInsertRows({}, m_nShown, static_cast<int>(m_matches.size()) - 1);
     m_nShown = static_cast<int>(m_matches.size());
+    m_blocks.clear(); // who was told before may have read the last one, which was not full
     endInsertRows();
     Q_EMIT layoutAboutToBeChanged();
     auto const marked = persistentIndexList();

@@ -2,11 +2,50 @@
 
 #include "store/sets/DAOEval.h"
 #include "store/sets/DAOMem.h"
+#include "store/sets/DAOSmEval.h"
+#include "store/sets/DAOSmMem.h"
 #include "store/sets/SetCloser.h"
 #include "store/text/DataFileWriter.h"
 
 namespace
 {
+
+/// Deletes records one by one, whatever set stands on them.
+class CRecordDeleter
+{
+public:
+    /// Deletes the record on which a set stands, with all that hangs on it; the set stays there.
+    /// One that is gone already counts as deleted. False when that failed: Status() tells why.
+    bool Delete(CDAOEFSet& set);
+    CDbStatus const& Status() const { return m_status; }
+
+private:
+    CDAOSmMem m_setSmMem;
+    CDAOSmEval m_setSmEval;
+    CDbStatus m_status;
+};
+
+bool CRecordDeleter::Delete(CDAOEFSet& set)
+{
+    auto const remove = [this](CDAOEFSet& small, int found) {
+        CSetCloser const close(small);
+        if (found > 0) {
+            small.DelCurrent(); // false too when another program was faster
+        }
+        m_status = small.LastStatus();
+        return m_status.IsOK();
+    };
+    if (set.IsKindOf(CDAOMem::GetThisClass())) {
+        return remove(m_setSmMem, m_setSmMem.FindMember(CDAOSmMem::idMember, MemberIDOf(set)));
+    }
+    if (set.IsKindOf(CDAOEval::GetThisClass())) {
+        auto const number = static_cast<CDAOEval const&>(set).m_lEvalID;
+        return remove(m_setSmEval, m_setSmEval.FindEvals(CDAOSmEval::idEval, number));
+    }
+    set.Op(CDAOEFSet::opDelete);
+    m_status = set.LastStatus();
+    return m_status.IsOK();
+}
 
 /// Calls use with the set on each row that is one of these, in its order; false ends that. How many
 /// it was called for and did not end.
@@ -48,28 +87,6 @@ CDatabase* OpenMembers(CDbStatus& status)
 } // namespace
 
 // ---- deleting
-
-bool CRecordDeleter::Delete(CDAOEFSet& set)
-{
-    auto const remove = [this](CDAOEFSet& small, int found) {
-        CSetCloser const close(small);
-        if (found > 0) {
-            small.DelCurrent(); // false too when another program was faster
-        }
-        m_status = small.LastStatus();
-        return m_status.IsOK();
-    };
-    if (set.IsKindOf(CDAOMem::GetThisClass())) {
-        return remove(m_setSmMem, m_setSmMem.FindMember(CDAOSmMem::idMember, MemberIDOf(set)));
-    }
-    if (set.IsKindOf(CDAOEval::GetThisClass())) {
-        auto const number = static_cast<CDAOEval const&>(set).m_lEvalID;
-        return remove(m_setSmEval, m_setSmEval.FindEvals(CDAOSmEval::idEval, number));
-    }
-    set.Op(CDAOEFSet::opDelete);
-    m_status = set.LastStatus();
-    return m_status.IsOK();
-}
 
 CDbStatus DeleteRows(CDAOEFSet& set, std::vector<std::int32_t>& members)
 {

@@ -1,29 +1,12 @@
 #pragma once
 
 #include "store/sets/DAOFileSet.h"
-#include "store/sets/DAOSmEval.h"
-#include "store/sets/DAOSmMem.h"
 
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
-
-/// Deletes records one by one, whatever set stands on them.
-class CRecordDeleter
-{
-public:
-    /// Deletes the record on which a set stands, with all that hangs on it; the set stays there.
-    /// One that is gone already counts as deleted. False when that failed: Status() tells why.
-    bool Delete(CDAOEFSet& set);
-    CDbStatus const& Status() const { return m_status; }
-
-private:
-    CDAOSmMem m_setSmMem;
-    CDAOSmEval m_setSmEval;
-    CDbStatus m_status;
-};
 
 /// Deletes the rows of an open set in one transaction: from the first one on, up to a row without a
 /// member. Adds the member of each row that was deleted. Nothing is deleted when it failed.

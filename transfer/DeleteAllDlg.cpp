@@ -4,12 +4,15 @@
 
 #include "ui/MemberLookup.h"
 
+#include <QPushButton>
+
 CDeleteAllDlg::CDeleteAllDlg(QString const& caption, QWidget* parent)
     : CDialog(parent)
     , m_ui(std::make_unique<Ui::DeleteAllDlg>())
 {
     m_ui->setupUi(this);
     setWindowTitle(caption);
+    m_ui->buttonBox->button(QDialogButtonBox::Cancel)->setDefault(true);
     TakeDigitsOnly(*m_ui->memberIDEdit);
     connect(m_ui->allMembersRadio, &QRadioButton::toggled, m_ui->memberIDEdit,
         [this](bool all) { SetReadOnly(*m_ui->memberIDEdit, all); });

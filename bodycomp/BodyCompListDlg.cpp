@@ -1,7 +1,7 @@
 #include "bodycomp/BodyCompListDlg.h"
 
 #include "doc/CorvanaDoc.h"
-#include "doc/ReportJob.h"
+#include "store/services/ReportJob.h"
 #include "ui/CellText.h"
 
 namespace

@@ -1,7 +1,7 @@
 #include "doc/CorvanaDoc.h"
 
-#include "doc/ReportJob.h"
 #include "doc/ReportPrompts.h"
+#include "store/services/ReportJob.h"
 #include "store/sets/SetCloser.h"
 #include "ui/Convert.h"
 #include "ui/Messages.h"

@@ -1,7 +1,7 @@
 #include "evaluations/EvaluationListDlg.h"
 
 #include "doc/CorvanaDoc.h"
-#include "doc/ReportJob.h"
+#include "store/services/ReportJob.h"
 #include "ui/CellText.h"
 #include "ui/Convert.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Pages.h"
+#include "platform/qt/Pages.h"
 
 #include <QFontMetricsF>
 #include <QStringList>

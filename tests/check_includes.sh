@@ -4,6 +4,7 @@
 #
 #   app > members workouts evaluations bodycomp transfer > doc > ui > store > platform/qt platform/db
 #   backup > ui
+#   reports > store
 #
 # Folders at the same height do not include each other, nobody below includes tools, tests or
 # bench, and these exercise what they like; only tools is held to the store and what is below it. Nobody
@@ -15,15 +16,15 @@ set -u
 check() {
     cd "$1" || return 2
     # shellcheck disable=SC2046 # no name has a blank
-    set -- $(ls -d app members workouts evaluations bodycomp transfer doc ui store platform tools \
-        backup tests bench 2>/dev/null)
+    set -- $(ls -d app members workouts evaluations bodycomp transfer doc ui reports store platform \
+        tools backup tests bench 2>/dev/null)
     [ $# -gt 0 ] || { echo "check_includes.sh: no source folders in $PWD" >&2; return 2; }
     {
         grep -rn --include='*.h' --include='*.cpp' -E '^[[:space:]]*#[[:space:]]*include' "$@"
         grep -rL --include='*.h' -E '^#pragma once[[:space:]]*$' "$@" | awk '{ print $0 ":1:pragma" }'
     } | awk '
         BEGIN {
-            n = split("platform/db 1 platform/qt 1 store 2 ui 3 doc 4 members 5 workouts 5" \
+            n = split("platform/db 1 platform/qt 1 store 2 ui 3 reports 3 doc 4 members 5 workouts 5" \
                 " evaluations 5 bodycomp 5 transfer 5 app 6 backup 7 tools 7 tests 8 bench 8", word, " ")
             for (i = 1; i < n; i += 2) {
                 height[word[i]] = word[i + 1]
@@ -107,6 +108,8 @@ platform/db/bad.h "store/sets/DAOWk.h" "platform/qt/Dialog.h" <qstring.h>
 platform/qt/bad.h "ui/Convert.h" "platform/db/Database.h"
 members/bad.h "workouts/WorkoutDlg.h" "ui_MemberDlg.h" "members/ui_MemberDlg.h"
 transfer/bad.cpp "bodycomp/BodyCompDlg.h" "backup/A.h"
+reports/bad.cpp "ui/PrintOut.h" "doc/CorvanaDoc.h" "backup/A.h" <sqlite3.h>
+ui/worse.cpp "reports/document/Report.h"
 backup/bad.cpp "doc/CorvanaDoc.h" "app/MainFrame.h" "tools/Outcome.h" <sqlite3.h>
 tools/bad.cpp <QCoreApplication> "ui/Convert.h" "platform/qt/Settings.h" "sqlite3.h"
 tests/app/bad.h "ui_MemberDlg.h"
@@ -114,6 +117,7 @@ platform/net/bad.cpp <string>
 tests/ui/NoPragma.h <string>
 app/fine.cpp "app/A.h" "ui_A.h" "members/A.h" "bodycomp/A.h" "doc/A.h" "ui/A.h" <QWidget>
 members/fine.cpp "members/A.h" "platform/qt/A.h" "platform/db/A.h" "store/A.h" "fine.moc"
+reports/fine.cpp "reports/A.h" "ui_A.h" "store/A.h" "platform/qt/A.h" <QWidget>
 backup/fine.cpp "backup/A.h" "ui_A.h" "ui/A.h" "store/A.h" "platform/qt/A.h" <QWidget>
 store/fine.h "store/A.h" "platform/db/A.h" <queue> <sys/stat.h>
 platform/db/fine.cpp <sqlite3.h>

@@ -1,4 +1,4 @@
-#include "ui/Pages.h"
+#include "platform/qt/Pages.h"
 
 #include <QPagedPaintDevice>
 

@@ -1,0 +1,53 @@
+#include "reports/content/BuildReport.h"
+
+#include "reports/content/ReportRequest.h"
+#include "store/sets/DAOCenter.h"
+#include "store/sets/SetCloser.h"
+
+namespace
+{
+
+/// Who the centre is, which heads every page.
+CDbStatus ReadCenter(CReport& report)
+{
+    CDAOCenter center;
+    CSetCloser const close(center);
+    if (center.OpenSet(true) == 0) {
+        return center.LastStatus()
+            ? CDbStatus(DbError::gone, "There is no record of the centre itself.")
+            : center.LastStatus();
+    }
+    report.m_strCenter = center.m_strCenterName;
+    std::string place = center.m_strState;
+    if (!center.m_strZip.empty()) {
+        place += (place.empty() ? "" : " ") + center.m_strZip;
+    }
+    for (auto const* part : {&center.m_strAddress1, &center.m_strAddress2, &center.m_strCity,
+             &place, &center.m_strPhone}) {
+        if (!part->empty()) {
+            report.m_strCenterLine += (report.m_strCenterLine.empty() ? "" : ", ") + *part;
+        }
+    }
+    return {};
+}
+
+CDbStatus FillIn(CReportRequest const& request)
+{
+    switch (request.m_job.m_nType) {
+    default:
+        return {DbError::failed, "There is no report of this type."};
+    }
+}
+
+} // namespace
+
+CDbStatus BuildReport(CReportJob const& job, CReportWatch const& watch, CReport& report)
+{
+    report = {};
+    report.m_strTitle = CDAOReport::GetTypeStr(job.m_nType);
+    report.m_strMade = CEFOleDateTime::GetCurrentTime().DateTimeStrLongYear();
+    if (auto status = ReadCenter(report); !status) {
+        return status;
+    }
+    return FillIn({job, watch, report});
+}

@@ -1,6 +1,7 @@
 #include "reports/content/BuildReport.h"
 
-#include "reports/content/ReportRequest.h"
+#include "reports/content/MemberReports.h"
+#include "reports/content/WorkoutReports.h"
 #include "store/sets/DAOCenter.h"
 #include "store/sets/SetCloser.h"
 
@@ -34,6 +35,26 @@ CDbStatus ReadCenter(CReport& report)
 CDbStatus FillIn(CReportRequest const& request)
 {
     switch (request.m_job.m_nType) {
+    case CDAOReport::rtMemberProfile:
+        return MemberProfile(request);
+    case CDAOReport::rtMemberCount:
+        return MemberCount(request);
+    case CDAOReport::rtEmergencyContacts:
+        return EmergencyContacts(request);
+    case CDAOReport::rtMembershipStatus:
+        return MembershipStatus(request);
+    case CDAOReport::rtClassRoster:
+        return ClassRoster(request);
+    case CDAOReport::rtDailyWorkouts:
+        return DailyWorkouts(request);
+    case CDAOReport::rtWorkoutSummaries:
+        return WorkoutSummaries(request);
+    case CDAOReport::rtMemberWorkouts:
+        return MemberWorkouts(request);
+    case CDAOReport::rtClassWorkouts:
+        return ClassWorkouts(request);
+    case CDAOReport::rtUnknownWorkouts:
+        return UnknownWorkouts(request);
     default:
         return {DbError::failed, "There is no report of this type."};
     }

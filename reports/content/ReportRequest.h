@@ -16,3 +16,8 @@ inline CDbStatus StoppedReport()
 {
     return {DbError::stopped, "The report was stopped."};
 }
+
+inline CDbStatus NoSuchMember()
+{
+    return {DbError::gone, "There is no member of this number any more."};
+}

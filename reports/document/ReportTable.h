@@ -16,7 +16,7 @@ public:
     struct CColumn
     {
         std::string m_strHeading;
-        int m_nLetters; ///< that it is made for; the columns share the width of the page by these
+        int m_nLetters; ///< that it is made for; one for 20 or more gives way where room is short
         bool m_bRight = false; ///< numbers stand on the right
     };
     enum class Row : std::uint8_t

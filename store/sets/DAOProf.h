@@ -13,6 +13,11 @@ public:
     /// Selects the profile of a member; not zero when there is one. One index look-up.
     std::int32_t FindProfile(std::int32_t memberID);
 
+    /// What a bit of m_Goals (0 to 7) or m_MedHist (0 to 20) stands for; empty for any other. Forms
+    /// show the highest bit first.
+    static char const* GetGoalStr(int bit);
+    static char const* GetMedHistStr(int bit);
+
     // The current row. Lengths are the most characters that are entered.
     std::int32_t m_MemberID = 0;
     std::string m_Address; ///< 28

@@ -47,10 +47,11 @@ public:
         return pages;
     }
     /// Each word and where it stands, in points.
-    QList<std::pair<QString, QRectF>> Boxes() const
+    QList<std::pair<QString, QRectF>> Boxes() const { return BoxesOf(m_strPath); }
+    static QList<std::pair<QString, QRectF>> BoxesOf(QString const& path)
     {
         QList<std::pair<QString, QRectF>> boxes;
-        auto const text = QString::fromUtf8(Read({QStringLiteral("-bbox"), m_strPath}));
+        auto const text = QString::fromUtf8(Read({QStringLiteral("-bbox"), path}));
         for (auto const& line : text.split(u'\n')) {
             auto const part = line.split(u'"');
             if (line.contains(QStringLiteral("<word"))) {

@@ -2,6 +2,8 @@
 
 #include "reports/content/ReportRows.h"
 #include "reports/content/ReportTexts.h"
+#include "store/sets/DAODef.h"
+#include "store/sets/DAOSmMem.h"
 #include "store/sets/SetCloser.h"
 
 #include <utility>

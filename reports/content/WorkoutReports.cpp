@@ -6,6 +6,7 @@
 #include "store/sets/DAOCls.h"
 #include "store/sets/DAOStn.h"
 #include "store/sets/DAOWk.h"
+#include "store/sets/DAOSmMem.h"
 #include "store/sets/SetCloser.h"
 
 #include <charconv>

@@ -19,6 +19,19 @@ CNorm::CRow const* CNorm::Find(bool isMale, int age) const
     return found == m_lstRows.end() ? nullptr : &*found;
 }
 
+std::optional<double> CNorm::OutsideAim(CRow const& row, double value) const
+{
+    if (!m_nAim) {
+        return std::nullopt;
+    }
+    // The border above is the first value outside.
+    constexpr double kJustOutside = 1e-9;
+    auto const band = row.BandOf(value);
+    return band < *m_nAim ? row.m_lstBorders[*m_nAim - 1] - value
+        : band > *m_nAim  ? value - row.m_lstBorders[*m_nAim] + kJustOutside
+                          : 0.0;
+}
+
 std::string CNorm::ShortSource() const
 {
     return m_strAuthors + ", " + std::to_string(m_nYear);

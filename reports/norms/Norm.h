@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,8 @@ public:
 
     /// The row for somebody; null when the norm has none for that sex and age.
     CRow const* Find(bool isMale, int age) const;
+    /// How far a value lies outside the band to aim at, 0 within it; empty when there is none.
+    std::optional<double> OutsideAim(CRow const& row, double value) const;
     /// "Golding, Myers and Sinning (YMCA of the USA), 1986".
     std::string ShortSource() const;
     /// That with title, publisher and for whom the norm holds.
@@ -51,6 +54,7 @@ public:
     std::string m_strTitle; ///< "Sit-ups"
     std::string m_strUnit; ///< "in a minute"; empty for none
     Better m_better = Better::neither;
+    std::optional<std::size_t> m_nAim = {}; ///< the band that is good, where "neither" is better
     bool m_bWhole = false; ///< values are counts
     std::string m_strNone; ///< why there is no norm at all; the rest is empty then
     double m_dScaleFrom = 0.0; ///< what a picture of it shows; values can lie outside

@@ -223,6 +223,14 @@ void TakeTable(CNormReader& reader, CNorm& norm)
     for (auto& band : reader.Tables("band")) {
         TakeBand(band, norm);
     }
+    if (reader.Has("aim")) {
+        auto const aim
+            = std::ranges::find(norm.m_lstBands, reader.Text("aim"), &CNorm::CBand::m_strName);
+        if (aim == norm.m_lstBands.end() || norm.m_better != CNorm::Better::neither) {
+            reader.Refuse("\"aim\" must be a band, and only where neither side is better");
+        }
+        norm.m_nAim = static_cast<std::size_t>(aim - norm.m_lstBands.begin());
+    }
     for (auto& row : reader.Tables("row")) {
         TakeRow(row, norm);
     }

@@ -85,6 +85,8 @@ TEST(NormTest, RefusesDamagedFilesAndNamesTheFault)
              {"ages = [30, 39]", "ages = [30, 200]", "first and the last"},
              {"sex = \"both\"", "sex = \"all\"", "choices"},
              {"better = \"higher\"", "better = \"more\"", "choices"},
+             {"better = \"higher\"", "better = \"higher\"\naim = \"few\"", "\"aim\" must be"},
+             {"better = \"higher\"", "better = \"neither\"\naim = \"x\"", "\"aim\" must be"},
              {"scale = [0, 30]", "scale = [30, 0]", "two ends"},
              {"whole = true", "whole = 1", "wrong kind"},
              {"year = 1999", "year = 99", "year"},
@@ -101,6 +103,11 @@ TEST(NormTest, RefusesDamagedFilesAndNamesTheFault)
         EXPECT_NE(status.Text().find(fault), std::string::npos) << to << ": " << status.Text();
         EXPECT_EQ(status.Text().find("Line "), 0U);
     }
+    auto aimed = kNorm;
+    aimed.replace(aimed.find("\"higher\""), 8, "\"neither\"\naim = \"many\"");
+    ASSERT_TRUE(ParseNorm(aimed, norm)) << ParseNorm(aimed, norm).Text();
+    EXPECT_EQ(norm.OutsideAim(*norm.Find(kMan, 20), 5), 3);
+    EXPECT_EQ(norm.OutsideAim(*norm.Find(kMan, 20), 8), 0);
     auto threeBands = kNorm;
     threeBands.insert(threeBands.find("[[row]]"), "[[band]]\nname = \"x\"\nremark = \"x\"\n");
     threeBands.replace(threeBands.find("[8]"), 3, "[8, 8]");

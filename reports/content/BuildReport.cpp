@@ -1,5 +1,6 @@
 #include "reports/content/BuildReport.h"
 
+#include "reports/content/FitnessReports.h"
 #include "reports/content/MemberReports.h"
 #include "reports/content/WorkoutReports.h"
 #include "store/sets/DAOCenter.h"
@@ -55,6 +56,14 @@ CDbStatus FillIn(CReportRequest const& request)
         return ClassWorkouts(request);
     case CDAOReport::rtUnknownWorkouts:
         return UnknownWorkouts(request);
+    case CDAOReport::rtEvalInterpretation:
+        return TestInterpretation(request);
+    case CDAOReport::rtEvalComparison:
+        return EvaluationComparison(request);
+    case CDAOReport::rtBodyCompInterpretation:
+        return BodyCompInterpretation(request);
+    case CDAOReport::rtBodyCompComparison:
+        return BodyCompComparison(request);
     default:
         return {DbError::failed, "There is no report of this type."};
     }

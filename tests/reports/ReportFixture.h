@@ -10,6 +10,11 @@ protected:
     void SetUp() override
     {
         CMemberTest::SetUp();
+        AddCenter();
+    }
+
+    static void AddCenter()
+    {
         Run(DataFile::center,
             "INSERT INTO center (name, address1, address2, city, state, zip, phone, email, web,"
             " min_minutes, min_circuits) VALUES ('Gym', '', '', 'Town', 'IL', '62701', '', '', '',"

@@ -13,7 +13,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr double kBarPoints = 18;
+constexpr double kBarPoints = 15;
+constexpr double kHeadPoints = 2; ///< between the title and the marks
 constexpr double kMarkPoints = 7;
 
 /// Its border in no more digits than it has.
@@ -50,11 +51,13 @@ public:
     double Height() const
     {
         auto const& faces = m_flow.Faces();
-        return faces.m_tiny.LineHeight() * 2 + m_flow.Points(kMarkPoints + kBarPoints + 2);
+        return faces.m_tiny.LineHeight() * 2
+            + m_flow.Points(kHeadPoints + kMarkPoints + kBarPoints + 2);
     }
     void Draw(double y)
     {
-        auto const top = y + m_flow.Faces().m_tiny.LineHeight() + m_flow.Points(kMarkPoints);
+        auto const top
+            = y + m_flow.Faces().m_tiny.LineHeight() + m_flow.Points(kHeadPoints + kMarkPoints);
         DrawBands(top);
         DrawMarks(top);
     }
@@ -149,7 +152,7 @@ bool FlowNormBar(CPageFlow& flow, CNormBar const& bar)
     CBar drawing(flow, bar);
     auto const head = std::max(title.Height(), value.Height());
     auto const height = head + (hasBar ? drawing.Height() : 0) + remark.Height() + source.Height();
-    flow.Gap(flow.Points(9));
+    flow.Gap(flow.Points(6));
     if (!flow.Need(height)) {
         return false;
     }

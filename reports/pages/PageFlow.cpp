@@ -28,7 +28,7 @@ CFaces::CFaces(QPaintDevice& device)
     , m_bold(device, 9, true)
     , m_cell(device, 8)
     , m_cellBold(device, 8, true)
-    , m_note(device, 7.5)
+    , m_note(device, 7)
     , m_tiny(device, 6.5)
 {
 }

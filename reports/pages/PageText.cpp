@@ -88,7 +88,7 @@ CParagraph::CParagraph(CFace const& face, QPaintDevice& device, QString const& t
     m_layout->setTextOption(option);
     m_layout->setCacheEnabled(true);
     m_layout->beginLayout();
-    while (m_nLines < mostLines) {
+    while (m_nLines < mostLines && !text.isEmpty()) {
         auto line = m_layout->createLine();
         if (!line.isValid()) {
             break;

@@ -97,7 +97,7 @@ CDbStatus BodyCompComparison(CReportRequest const& request)
     charts.Want(
         "Fat and Lean Weight", {PlaceOf(record, "Fat weight"), PlaceOf(record, "Lean weight")});
     report.Heading("Over Time");
-    auto const status = ShowOverTime<CDAOBodyComp>(request, found, charts);
+    auto status = ShowOverTime<CDAOBodyComp>(request, found, charts);
     norms.ShowSources();
     return status;
 }

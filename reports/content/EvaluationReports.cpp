@@ -122,7 +122,7 @@ CDbStatus EvaluationComparison(CReportRequest const& request)
     }
     charts.Want("Progressive Lifts That Changed Most", lifts);
     report.Heading("Over Time");
-    auto const status = ShowOverTime<CDAOEval>(request, found, charts);
+    auto status = ShowOverTime<CDAOEval>(request, found, charts);
     norms.ShowSources();
     return status;
 }

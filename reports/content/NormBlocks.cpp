@@ -146,6 +146,7 @@ void CNormBlocks::ShowAlike(
         return;
     }
     std::vector<std::string> values;
+    values.reserve(results.size());
     for (auto const& [item, day, none] : results) {
         values.push_back(item->WithUnit() + OnDay(*day));
     }

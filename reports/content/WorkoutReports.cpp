@@ -4,9 +4,9 @@
 #include "reports/content/ReportTexts.h"
 #include "reports/content/WorkoutTotals.h"
 #include "store/sets/DAOCls.h"
+#include "store/sets/DAOSmMem.h"
 #include "store/sets/DAOStn.h"
 #include "store/sets/DAOWk.h"
-#include "store/sets/DAOSmMem.h"
 #include "store/sets/SetCloser.h"
 
 #include <charconv>

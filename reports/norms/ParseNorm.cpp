@@ -95,12 +95,13 @@ public:
         std::vector<CNormReader> readers;
         auto const* const node = Node(key);
         auto const* const list = node == nullptr ? nullptr : node->as_array();
-        for (std::size_t i = 0; list != nullptr && i < list->size(); ++i) {
+        std::size_t const size = list == nullptr ? 0 : list->size();
+        for (std::size_t i = 0; i < size; ++i) {
             if (auto const* const table = list->get(i)->as_table()) {
                 readers.emplace_back(*table, m_problem);
             }
         }
-        if (node != nullptr && (readers.empty() || readers.size() < list->size())) {
+        if (node != nullptr && (readers.empty() || readers.size() < size)) {
             Refuse(node->source().begin, "there must be tables [[" + std::string(key) + "]]");
         }
         return readers;

@@ -18,7 +18,7 @@ inline void Tell(CReportText const& text, std::string& lines)
 inline void Tell(CReportFacts const& facts, std::string& lines)
 {
     for (auto const& [label, value] : facts.m_lstFacts) {
-        lines += label + ": " + value + "\n";
+        lines.append(label).append(": ").append(value).append("\n");
     }
 }
 inline void Tell(CReportTable const& table, std::string& lines)

@@ -225,8 +225,7 @@ TEST_F(FitnessReportTest, ComparesWhatTheTablesHold)
             "\nNot measured either time: ab crunches.\n",
             "\nNot as good as the first time: sit-ups (30 to 29 in a minute) and Chest Press",
             "\nThe same as the first time: class of the blood pressure (stage 1).\n",
-            "neither better nor worse: height (70.0 to 70.5 in), weight (180.5 to 175.2 lb) and "
-            "erg",
+            "neither better nor worse: height (70.0 to 70.5 in), weight (180.5 to 175.2 lb) and",
             "\nBetter than the first time: body mass index (25.9 to 24.8 kg/m2), ",
             "\n[Sit-ups] 30 in a minute on 03/01/2026: above average; 29 in a minute on "
             "11/02/2026: average <"});

@@ -110,6 +110,7 @@ private:
     }
     void DrawAxis();
     void DrawLine();
+    void DrawDates();
     void DrawBars();
     void Below(double x, QString const& text, double& free) const;
 
@@ -162,19 +163,36 @@ void CPanel::DrawLine()
     painter.drawPath(path);
     painter.setBrush(Qt::black);
     auto const radius = m_flow.Points(points.size() > 60 ? 1 : 2);
-    auto const each = std::max<std::size_t>(1, points.size() / kMostDates);
-    double free = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
         painter.drawEllipse(QPointF(XOf(i), YOf(points[i].m_dY)), radius, radius);
-        if (i % each == 0 || i + 1 == points.size()) {
-            auto const label = points[i].m_strLabel.empty()
-                ? CEFOleDateTime::FromSeconds(points[i].m_nX).DateStrShortYear()
-                : points[i].m_strLabel;
-            Below(XOf(i), ShownText(label, 30), free);
-        }
     }
+    DrawDates();
     painter.setBrush(Qt::NoBrush);
     painter.setPen(Qt::black);
+}
+
+/// The first and the last one, and of those between as many as there is room for.
+void CPanel::DrawDates()
+{
+    auto const& points = m_series.m_lstPoints;
+    auto const each = std::max<std::size_t>(1, points.size() / kMostDates);
+    auto const label = [&](std::size_t i) {
+        return ShownText(points[i].m_strLabel.empty()
+                ? CEFOleDateTime::FromSeconds(points[i].m_nX).DateStrShortYear()
+                : points[i].m_strLabel,
+            30);
+    };
+    auto const last = points.size() - 1;
+    auto const width = m_flow.Faces().m_tiny.Width(label(last)) + m_flow.Points(5);
+    double free = 0;
+    for (std::size_t i = 0; i < last; i += each) {
+        auto const half = m_flow.Faces().m_tiny.Width(label(i)) / 2;
+        auto const end = std::min(XOf(last) + width / 2, m_flow.Width()) - width;
+        if (i == 0 || XOf(i) + half < end) {
+            Below(XOf(i), label(i), free);
+        }
+    }
+    Below(XOf(last), label(last), free);
 }
 
 void CPanel::DrawBars()

@@ -63,9 +63,17 @@ public:
     }
 
 private:
+    struct CLabel
+    {
+        QString text;
+        double left;
+        double width;
+    };
+
     void DrawBands(double top);
     void DrawName(QRectF const& area, QString const& name);
     void DrawMarks(double top);
+    void PlaceLabels(std::vector<CLabel>& labels) const;
 
     CPageFlow& m_flow;
     CNormBar const& m_bar;
@@ -104,35 +112,52 @@ void CBar::DrawName(QRectF const& area, QString const& name)
         area.center().y() - tiny.LineHeight() / 2 + tiny.Ascent(), name);
 }
 
-/// Triangles that point at the bar, with their labels above; of two the first is hollow.
+/// Triangles that point at the bar, the last one filled, with their labels above.
 void CBar::DrawMarks(double top)
 {
     auto& painter = *m_flow.Painter();
     auto const& tiny = m_flow.Faces().m_tiny;
     auto const half = m_flow.Points(kMarkPoints * 0.5);
-    double taken = 0;
-    auto marks = m_bar.m_lstMarks;
-    for (std::size_t i = 0; i < marks.size(); ++i) {
+    auto const head = top - m_flow.Points(kMarkPoints);
+    std::vector<CLabel> labels;
+    for (auto const& mark : m_bar.m_lstMarks) {
         auto const x = std::clamp(
-            PlaceOf(m_bar, marks[i].m_dValue) * m_flow.Width(), half, m_flow.Width() - half);
+            PlaceOf(m_bar, mark.m_dValue) * m_flow.Width(), half, m_flow.Width() - half);
+        bool const isLast = &mark == &m_bar.m_lstMarks.back();
         painter.setPen(QPen(Qt::black, m_flow.Points(0.8)));
-        painter.setBrush(i + 1 < marks.size() ? QBrush(Qt::NoBrush) : QBrush(QColor(Qt::black)));
-        painter.drawPolygon(QPolygonF({{x - half, top - m_flow.Points(kMarkPoints)},
-            {x + half, top - m_flow.Points(kMarkPoints)}, {x, top}}));
-        auto const label = ShownText(marks[i].m_strLabel, 40);
-        auto const width = tiny.Width(label);
-        auto left = std::clamp(x - width / 2, 0.0, std::max(0.0, m_flow.Width() - width));
-        if (i > 0 && std::abs(left + width / 2 - taken) < width) {
-            // Beside the first one's label, on the side where there is room.
-            auto const right = taken + width / 2 + m_flow.Points(6);
-            left = right + width <= m_flow.Width() ? right : taken - 1.5 * width - m_flow.Points(6);
-        }
-        taken = left + width / 2;
-        m_flow.Text(tiny, left,
-            top - m_flow.Points(kMarkPoints + 1) - tiny.LineHeight() + tiny.Ascent(), label);
+        painter.setBrush(isLast ? QBrush(QColor(Qt::black)) : QBrush(Qt::NoBrush));
+        painter.drawPolygon(QPolygonF({{x - half, head}, {x + half, head}, {x, top}}));
+        auto const text = ShownText(mark.m_strLabel, 40);
+        labels.push_back({text, x - tiny.Width(text) / 2, tiny.Width(text)});
+    }
+    PlaceLabels(labels);
+    for (auto const& label : labels) {
+        m_flow.Text(tiny, label.left, head - m_flow.Points(1) - tiny.LineHeight() + tiny.Ascent(),
+            label.text);
     }
     painter.setBrush(Qt::NoBrush);
     painter.setPen(Qt::black);
+}
+
+/// In the order of their marks, side by side where they would touch, and on the page.
+void CBar::PlaceLabels(std::vector<CLabel>& labels) const
+{
+    auto const gap = m_flow.Points(6);
+    std::ranges::stable_sort(labels, {}, [](CLabel const& l) { return l.left + l.width / 2; });
+    for (std::size_t i = 1; i < labels.size(); ++i) {
+        auto& before = labels[i - 1];
+        auto const excess = before.left + before.width + gap - labels[i].left;
+        if (excess > 0) {
+            before.left -= excess / 2;
+            labels[i].left += excess / 2;
+        }
+    }
+    auto const& last = labels.back();
+    auto const shift = std::max(0.0, -labels.front().left)
+        - std::max(0.0, last.left + last.width - m_flow.Width());
+    for (auto& label : labels) {
+        label.left += shift;
+    }
 }
 
 } // namespace

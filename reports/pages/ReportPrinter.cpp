@@ -48,14 +48,44 @@ bool FlowBlock(CPageFlow& flow, CReportChart const& chart)
     return FlowChart(flow, chart);
 }
 
+/// What a block begins with at least, so that no heading stands alone at the end of a page.
+double BeginningOf(CPageFlow const& flow, CReportBlock const& block)
+{
+    auto const line = flow.Faces().m_body.LineHeight();
+    if (std::holds_alternative<CNormBar>(block)) {
+        return 10 * line;
+    }
+    if (std::holds_alternative<CReportChart>(block)) {
+        return 14 * line;
+    }
+    return (std::holds_alternative<CReportTable>(block) ? 5 : 2) * line;
+}
+
+/// With the headings that come before it.
+bool NeedBlock(CPageFlow& flow, std::vector<CReportBlock> const& blocks, std::size_t first)
+{
+    double height = 0;
+    for (auto i = first; i < blocks.size() && i < first + 3; ++i) {
+        auto const* const text = std::get_if<CReportText>(&blocks[i]);
+        if (text == nullptr || text->m_kind != CReportText::Kind::heading) {
+            return i == first || flow.Need(height + BeginningOf(flow, blocks[i]));
+        }
+        height += flow.Points(10) + flow.Faces().m_heading.LineHeight();
+    }
+    return true;
+}
+
 /// False when not all of it was to be drawn.
 bool FlowReport(CPageFlow& flow, CReport const& report)
 {
     if (!flow.Begin()) {
         return false;
     }
-    for (auto const& block : report.m_lstBlocks) {
-        if (!std::visit([&flow](auto const& content) { return FlowBlock(flow, content); }, block)) {
+    for (std::size_t i = 0; i < report.m_lstBlocks.size(); ++i) {
+        auto const& block = report.m_lstBlocks[i];
+        if (!NeedBlock(flow, report.m_lstBlocks, i)
+            || !std::visit(
+                [&flow](auto const& content) { return FlowBlock(flow, content); }, block)) {
             return false;
         }
     }

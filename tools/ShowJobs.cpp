@@ -1,11 +1,15 @@
 #include "tools/ShowJobs.h"
 
-#include "store/sets/DAOReport.h"
+#include "store/services/ReportQueue.h"
 #include "tools/Printable.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iostream>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace
 {
@@ -42,23 +46,23 @@ std::string OptionsText(std::int32_t options)
 }
 
 /// Empty when a job of the type has none.
-std::string ParamText(CDAOReport const& job)
+std::string ParamText(CReportJob const& job)
 {
-    switch (CDAOReport::GetParamKind(CDAOReport::rpttype(job.m_nRptType))) {
+    switch (CDAOReport::GetParamKind(job.m_nType)) {
     case CDAOReport::rpMember:
-        return "member ID " + std::to_string(job.m_nRptParam);
+        return "member ID " + std::to_string(job.m_nParam);
     case CDAOReport::rpOptions:
-        return OptionsText(job.m_nRptParam);
+        return OptionsText(job.m_nParam);
     case CDAOReport::rpNone:
         break;
     }
-    return job.m_nRptParam == 0 ? "" : "parameter " + std::to_string(job.m_nRptParam);
+    return job.m_nParam == 0 ? "" : "parameter " + std::to_string(job.m_nParam);
 }
 
-std::string DatesText(CDAOReport const& job)
+std::string DatesText(CReportJob const& job)
 {
     std::string text;
-    for (auto const& [word, date] : {std::pair("from ", job.m_dtRptFrom), {"to ", job.m_dtRptTo}}) {
+    for (auto const& [word, date] : {std::pair("from ", job.m_dtFrom), {"to ", job.m_dtTo}}) {
         if (!date.IsZero()) {
             text += (text.empty() ? "" : " ") + (word + date.Format("%Y-%m-%d %H:%M:%S"));
         }
@@ -66,12 +70,11 @@ std::string DatesText(CDAOReport const& job)
     return text;
 }
 
-std::string ClassText(CDAOReport const& job)
+std::string ClassText(CReportJob const& job)
 {
     std::string text;
     std::string empty; // parts that a later one follows
-    for (auto const* const part :
-        {&job.m_strRptCategory, &job.m_strRptCourse, &job.m_strRptSection}) {
+    for (auto const* const part : {&job.m_strCategory, &job.m_strCourse, &job.m_strSection}) {
         if (part->empty()) {
             empty += " \"\"";
         } else {
@@ -81,17 +84,54 @@ std::string ClassText(CDAOReport const& job)
     return text.empty() ? "" : "class" + text;
 }
 
-void ShowJob(CDAOReport const& job)
+CReportJob JobOf(CDAOReport const& row)
 {
-    std::string const name = CDAOReport::GetTypeStr(CDAOReport::rpttype(job.m_nRptType));
-    std::cout << "    " << (name.empty() ? "unknown type " + std::to_string(job.m_nRptType) : name);
+    return {CDAOReport::rpttype(row.m_nRptType), row.m_nRptParam, row.m_dtRptFrom, row.m_dtRptTo,
+        row.m_strRptCategory, row.m_strRptCourse, row.m_strRptSection};
+}
+
+void ShowJob(CReportJob const& job, std::string const& reason = {})
+{
+    std::string const name = CDAOReport::GetTypeStr(job.m_nType);
+    std::cout << "    " << (name.empty() ? "unknown type " + std::to_string(job.m_nType) : name);
     char const* separator = ": ";
-    for (auto const& part : {ParamText(job), DatesText(job), ClassText(job)}) {
+    for (auto const& part : {ParamText(job), DatesText(job), ClassText(job), Printable(reason)}) {
         if (!part.empty()) {
             std::cout << std::exchange(separator, ", ") << part;
         }
     }
     std::cout << "\n";
+}
+
+/// How many are shown of all.
+void ShowRest(std::int64_t count)
+{
+    if (count > kMostJobs) {
+        std::cout << "    ... and " << count - kMostJobs << " more\n";
+    }
+}
+
+/// What the report server has to do with, if it has had anything.
+CDbStatus ShowServed()
+{
+    CReportQueue queue;
+    CQueueCounts counts;
+    std::vector<CQueuedReport> jobs;
+    auto status = queue.Count(counts);
+    if (!status || counts.inHand + counts.done + counts.failed == 0) {
+        return status;
+    }
+    status = queue.List(jobs);
+    std::cout << "Report jobs being made: " << counts.inHand << ", done: " << counts.done
+              << ", set aside: " << counts.failed << "\n";
+    int shown = 0;
+    for (auto const& job : jobs) {
+        if (job.state == CQueuedReport::failed && shown++ < kMostJobs) {
+            ShowJob(job.job, job.reason);
+        }
+    }
+    ShowRest(counts.failed);
+    return status;
 }
 
 } // namespace
@@ -110,12 +150,10 @@ CDbStatus ShowJobs()
             return jobs.LastStatus();
         }
         if (onRow) { // a report server may take jobs meanwhile
-            ShowJob(jobs);
+            ShowJob(JobOf(jobs));
         }
         onRow = jobs.Op(CDAOEFSet::opMoveNext);
     }
-    if (count > kMostJobs) {
-        std::cout << "    ... and " << count - kMostJobs << " more\n";
-    }
-    return {};
+    ShowRest(count);
+    return ShowServed();
 }

@@ -42,7 +42,7 @@ CDAOReport::rptparam CDAOReport::GetParamKind(rpttype type)
 
 int CDAOReport::FindReports()
 {
-    return Find("ORDER BY id");
+    return Find("WHERE state = 0 ORDER BY id");
 }
 
 void CDAOReport::ExchangeFields(CFieldExchange& fx)

@@ -2,7 +2,8 @@
 
 #include "store/sets/DAOEFSet.h"
 
-/// The queue of print jobs, written here and read by the report server: one row is one job.
+/// The queue of print jobs, written here and read by the report server: one row is one job. What
+/// the server does with them is CReportQueue's matter.
 class CDAOReport : public CDAOEFSet
 {
 public:
@@ -48,7 +49,7 @@ public:
     /// What the parameter of a job of that type is; none for a number that is no type.
     static rptparam GetParamKind(rpttype type);
 
-    /// Selects all jobs that are still queued, oldest first.
+    /// Selects all jobs that still wait, oldest first.
     int FindReports();
 
     // The current row.

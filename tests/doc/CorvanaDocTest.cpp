@@ -71,7 +71,9 @@ void CorvanaDocTest::compactsAfterTheWarningAndEnds()
     CTestDesk desk;
     CTestCentre::Run(
         "INSERT INTO check_ins VALUES (1, 12, 12, 'Ann', 'Lee', 4000000000)", DataFile::checkIn);
-    CTestCentre::Run("INSERT INTO reports VALUES (1, 1, 0, 0, 0, '', '', '')", DataFile::report);
+    CTestCentre::Run("INSERT INTO reports (type, parameter, date_from, date_to, category, course,"
+                     " section) VALUES (1, 0, 0, 0, '', '', '')",
+        DataFile::report);
     auto const waiting = [&] {
         return std::pair(desk.m_doc.m_setChkIn.FindChkIns(), desk.m_doc.m_setReport.FindReports());
     };

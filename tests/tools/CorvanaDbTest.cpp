@@ -244,6 +244,17 @@ Queued report jobs: 10
     EXPECT_NE(info.output.find("sections: 2 rows"), std::string::npos);
     EXPECT_EQ(info.output.find("argon2"), std::string::npos);
     Run(DataFile::report,
+        "UPDATE reports SET state = 2, reason = 'No ' || char(27) || ' ink.' WHERE id IN (2, 9)");
+    Run(DataFile::report, "UPDATE reports SET state = 1 WHERE id = 3");
+    auto const served = Command({"info"}).output;
+    EXPECT_TRUE(served.ends_with(R"(
+Report jobs being made: 0, done: 1, set aside: 2
+    unknown type -1: parameter -2147483648, No ? ink.
+    Category/Course/Section Roster: with member IDs, current members, class "Staff" "" "Noon", No ? ink.
+)")) << served;
+    EXPECT_NE(served.find("Queued report jobs: 7\n"), std::string::npos);
+    Run(DataFile::report, "UPDATE reports SET state = 0");
+    Run(DataFile::report,
         add
             + "WITH RECURSIVE numbers(n) AS (VALUES (1) UNION ALL SELECT n + 1 FROM numbers WHERE "
               "n < 100000) SELECT 1, n, 0, 0, '', '', '' FROM numbers");

@@ -12,12 +12,8 @@ constexpr double kLeastMargin = 18; // points
 
 CPrinterMaker g_maker;
 
-std::unique_ptr<QPrinter> Make()
+std::unique_ptr<QPrinter> MakeOf(QPrinterInfo const& info)
 {
-    if (g_maker) {
-        return g_maker();
-    }
-    auto const info = QPrinterInfo::defaultPrinter();
     if (info.isNull()) {
         return nullptr;
     }
@@ -26,26 +22,36 @@ std::unique_ptr<QPrinter> Make()
     return printer->printerName() == info.printerName() ? std::move(printer) : nullptr;
 }
 
+std::unique_ptr<QPrinter> Make()
+{
+    if (g_maker) {
+        return g_maker();
+    }
+    return MakeOf(QPrinterInfo::defaultPrinter());
+}
+
 /// As the printer itself names it, where it does: a size of the same measures by another name may
 /// lead to another tray.
-QPageSize LetterOf(QPagedPaintDevice const& device)
+QPageSize SizeOf(QPagedPaintDevice const& device, QPageSize::PageSizeId paper)
 {
+    auto const key = QPageSize::key(paper);
     if (auto const* const printer = dynamic_cast<QPrinter const*>(&device)) {
         auto const sizes = QPrinterInfo(*printer).supportedPageSizes();
-        auto const letter = std::ranges::find_if(
-            sizes, [](QPageSize const& size) { return size.key() == u"Letter"; });
-        if (letter != sizes.end()) {
-            return *letter;
+        auto const own = std::ranges::find_if(
+            sizes, [&key](QPageSize const& size) { return size.key() == key; });
+        if (own != sizes.end()) {
+            return *own;
         }
     }
-    return QPageSize(QPageSize::Letter);
+    return QPageSize(paper);
 }
 
 } // namespace
 
-void SetLetterPaper(QPagedPaintDevice& device, QPageLayout::Orientation orientation)
+void SetPaper(
+    QPagedPaintDevice& device, QPageSize::PageSizeId paper, QPageLayout::Orientation orientation)
 {
-    device.setPageSize(LetterOf(device));
+    device.setPageSize(SizeOf(device, paper));
     device.setPageOrientation(orientation);
     auto layout = device.pageLayout();
     layout.setUnits(QPageLayout::Point);
@@ -54,6 +60,11 @@ void SetLetterPaper(QPagedPaintDevice& device, QPageLayout::Orientation orientat
         {std::max(least.left(), kLeastMargin), std::max(least.top(), kLeastMargin),
             std::max(least.right(), kLeastMargin), std::max(least.bottom(), kLeastMargin)},
         QPageLayout::Point);
+}
+
+void SetLetterPaper(QPagedPaintDevice& device, QPageLayout::Orientation orientation)
+{
+    SetPaper(device, QPageSize::Letter, orientation);
 }
 
 std::unique_ptr<QPrinter> DefaultPrinter(
@@ -71,6 +82,16 @@ QString DefaultPrinterName()
 {
     auto const printer = Make();
     return printer != nullptr ? printer->printerName() : QString();
+}
+
+QStringList PrinterNames()
+{
+    return QPrinterInfo::availablePrinterNames();
+}
+
+std::unique_ptr<QPrinter> PrinterOf(QString const& name)
+{
+    return MakeOf(QPrinterInfo::printerInfo(name));
 }
 
 CPrinterMaker SetPrinterMaker(CPrinterMaker maker)

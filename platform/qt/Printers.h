@@ -1,13 +1,17 @@
 #pragma once
 
 #include <QPageLayout>
+#include <QPageSize>
 #include <QPrinter>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
 
-/// Letter paper with no wider margins than the device needs, and a quarter of an inch at least:
-/// what stands at the very edge of a sheet is not printed by most printers, whatever they say.
+/// Paper with no wider margins than the device needs, and a quarter of an inch at least: what
+/// stands at the very edge of a sheet is not printed by most printers, whatever they say.
+void SetPaper(
+    QPagedPaintDevice& device, QPageSize::PageSizeId paper, QPageLayout::Orientation orientation);
 void SetLetterPaper(QPagedPaintDevice& device, QPageLayout::Orientation orientation);
 
 /// The user's default printer, as it is set but for paper and orientation, with the document's
@@ -17,6 +21,11 @@ std::unique_ptr<QPrinter> DefaultPrinter(
 
 /// What the user calls it; empty when there is none.
 QString DefaultPrinterName();
+
+/// The names of all printers.
+QStringList PrinterNames();
+/// The printer of that name, as it is set. Null when there is none, or it cannot be used.
+std::unique_ptr<QPrinter> PrinterOf(QString const& name);
 
 /// Puts something else in the place of the default printer, and gives back what was there; empty
 /// for the default printer itself.

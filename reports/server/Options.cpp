@@ -54,6 +54,7 @@ void AddQueueOptions(CLI::App& app, COptions& options)
     auto* const job = app.add_option("--job", options.task.id)->group("");
     auto* const claim = app.add_option("--claim", options.task.token)->group("")->needs(job);
     job->needs(claim)->excludes(once);
+    app.add_flag("--print", options.task.isToPrinter)->group("")->needs(job);
     app.add_option("--copies", options.task.printer.copies)
         ->check(CLI::Range(1, CReportPlan::kMostCopies))
         ->group("")
@@ -167,7 +168,6 @@ std::optional<int> ReadOptions(int argc, char** argv, COptions& options)
     }
     if (app.count("--job") > 0) {
         options.mode = COptions::Mode::task;
-        options.task.isToPrinter = app.count("--printer") > 0;
         options.task.printer.printer = QString::fromStdString(options.printer);
         options.task.printer.paper = options.Paper();
     } else if (options.isOnce) {

@@ -58,8 +58,10 @@ void CReportRun::Start(CReportTask const& task)
         = {u"--job"_s, QString::number(task.id), u"--claim"_s, QString::fromStdString(task.token),
             u"--paper"_s, task.printer.paper == QPageSize::A4 ? u"a4"_s : u"letter"_s};
     if (task.isToPrinter) {
-        arguments += {u"--printer"_s, task.printer.printer, u"--copies"_s,
-            QString::number(task.printer.copies)};
+        arguments += {u"--print"_s, u"--copies"_s, QString::number(task.printer.copies)};
+        if (!task.printer.printer.isEmpty()) {
+            arguments += {u"--printer"_s, task.printer.printer};
+        }
     }
     m_process.setArguments(arguments);
     m_process.start(QIODevice::ReadOnly);

@@ -61,7 +61,6 @@ void CReportWorker::GoOn()
     m_look.start();
     // Who asked is to be told about it first, and one report must not wait inside of another.
     QTimer::singleShot(0, this, &CReportWorker::Look);
-    Q_EMIT Changed();
 }
 
 void CReportWorker::StopReport()
@@ -99,15 +98,19 @@ void CReportWorker::Look()
         return;
     }
     m_strToken = CReportQueue::NewToken();
-    auto const status = m_queue.Claim(m_strToken, m_job);
+    auto status = m_queue.Claim(m_strToken, m_job);
     if (!status) {
-        // The file may have been replaced: open it anew the next time.
-        CDatabaseSession::Get().ShutDown();
+        CDatabaseSession::Get().ShutDown(); // opened anew the next time
+        // One that was replaced is there under its name.
+        status = status.Error() == DbError::moved ? m_queue.Claim(m_strToken, m_job) : status;
+    }
+    if (!status) {
         m_job.reset();
         Pause(QString::fromStdString(status.Text()), true);
     } else if (m_job) {
         Begin(*std::exchange(m_job, std::nullopt));
     } else {
+        Q_EMIT Changed();
         Q_EMIT NothingWaits();
     }
 }
@@ -134,6 +137,19 @@ void CReportWorker::Begin(CQueuedReport const& job)
     }
 }
 
+/// A name that no file has: a job can be made again in the same second.
+std::string CReportWorker::NewFile(CQueuedReport const& job) const
+{
+    auto const path = m_plan.folder.toStdString() + '/'
+        + ReportFileName(job, CEFOleDateTime::GetCurrentTime(), m_plan.hasNames).toStdString();
+    auto const stem = path.substr(0, path.rfind('.'));
+    auto free = path;
+    for (int n = 2; IsThere(free); ++n) {
+        free = stem + " (" + std::to_string(n) + ").pdf";
+    }
+    return free;
+}
+
 /// Where the report goes; isThere when a server that was killed had made its file.
 CDbStatus CReportWorker::SetOutput(CQueuedReport& job, bool& isThere)
 {
@@ -146,19 +162,14 @@ CDbStatus CReportWorker::SetOutput(CQueuedReport& job, bool& isThere)
         if (auto const status = m_plan.PrepareFolder(); !status) {
             return status;
         }
-        auto const folder = m_plan.folder.toStdString();
-        auto const now = CEFOleDateTime::GetCurrentTime();
-        output = job.output.starts_with('/') && FolderOf(job.output) == folder
-            ? job.output
-            : folder + '/' + ReportFileName(job, now, m_plan.hasNames).toStdString();
+        bool const isKept
+            = job.output.starts_with('/') && FolderOf(job.output) == m_plan.folder.toStdString();
+        output = isKept ? job.output : NewFile(job);
     } else if (output.empty()) {
         output = "default printer";
     }
     if (output == job.output) {
         return {};
-    }
-    if (!m_plan.isToPrinter && IsThere(output)) { // another centre's, with the same number
-        return {DbError::exists, "A file of the same name is there already."};
     }
     bool held = false;
     auto const status = m_queue.SetOutput(job.id, m_strToken, output, held);
@@ -225,7 +236,7 @@ void CReportWorker::Handle()
     if (made.outcome == CMade::Outcome::cannotPrint) {
         Pause(QString::fromStdString(made.reason), true);
     } else if (m_bStopping) {
-        Pause(tr("The report was stopped, and waits again."), false);
+        Pause(tr("The report was stopped, and waits until you choose Try Again."), false);
     }
     Q_EMIT Handled(job, made);
     if (made.IsMade() && !m_queue.Thin()) {
@@ -236,5 +247,4 @@ void CReportWorker::Handle()
         return;
     }
     QTimer::singleShot(0, this, &CReportWorker::Look);
-    Q_EMIT Changed();
 }

@@ -45,6 +45,7 @@ Q_SIGNALS:
 private:
     void Look();
     void Begin(CQueuedReport const& job);
+    std::string NewFile(CQueuedReport const& job) const;
     CDbStatus SetOutput(CQueuedReport& job, bool& isThere);
     void Renew();
     void TakeResult(CMade const& made);

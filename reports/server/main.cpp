@@ -1,8 +1,13 @@
+#include "platform/qt/CompanionServer.h"
 #include "reports/server/OnceCommand.h"
 #include "reports/server/Options.h"
+#include "reports/server/Questions.h"
+#include "reports/server/QuitSignals.h"
 #include "reports/server/RenderCommand.h"
+#include "reports/server/ReportWnd.h"
+#include "store/sets/DatabaseSession.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QLocale>
 
 #include <clocale>
@@ -67,10 +72,46 @@ int RunOnceCommand(COptions const& options, int argc, char** argv)
     return RunOnce(options.Plan());
 }
 
-int RunServer()
+/// The report server, beside the console.
+int RunServer(int argc, char** argv)
 {
-    std::fputs("corvrpt: it takes --once or --render. See corvrpt --help.\n", stderr);
-    return EXIT_FAILURE;
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsSet("DISPLAY")
+        && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY")) {
+        std::fputs("corvrpt: there is no display; \"corvrpt --once\" needs none.\n", stderr);
+        return EXIT_FAILURE;
+    }
+    QApplication app(argc, argv);
+    SetUpLocale();
+    QApplication::setDesktopFileName(u"corvana"_s);
+    QApplication::setQuitOnLastWindowClosed(false);
+    CCompanionServer server(kReportServer);
+    switch (server.Take()) {
+    case CCompanionServer::Taken::byAnother:
+        return EXIT_SUCCESS;
+    case CCompanionServer::Taken::failed:
+        TellUser(nullptr,
+            QCoreApplication::translate("RunServer",
+                "The report server cannot make its files in the user's runtime folder, and so "
+                "cannot tell whether another copy is at work."));
+        return EXIT_FAILURE;
+    case CCompanionServer::Taken::taken:
+        break;
+    }
+    CReportWnd window;
+    CQuitSignals const signals;
+    auto& worker = window.Worker();
+    QObject::connect(
+        &server, &CCompanionServer::QuitAsked, &worker, [&worker] { worker.End(false); });
+    QObject::connect(&signals, &CQuitSignals::Asked, &worker, [&worker] { worker.End(true); });
+    // Out of every loop, that of an open dialog too.
+    QObject::connect(
+        &window, &CReportWnd::Ended, &app, [] { QCoreApplication::exit(EXIT_SUCCESS); },
+        Qt::QueuedConnection);
+    window.StepBack();
+    worker.GoOn();
+    int const result = QApplication::exec();
+    CDatabaseSession::Get().ShutDown(); // before another copy can take the name
+    return result;
 }
 
 } // namespace
@@ -94,5 +135,5 @@ int main(int argc, char** argv)
     case COptions::Mode::server:
         break;
     }
-    return RunServer();
+    return RunServer(argc, argv);
 }

@@ -96,6 +96,10 @@ public:
     virtual CDbStatus Remove(CTableInfo const& table, CKeyset const& keys, std::int64_t& removed)
         = 0;
     virtual CDbStatus Remove(CTableInfo const& table, std::int64_t key, std::int64_t& removed) = 0;
+    /// Deletes all rows of a table, with what depends on them by the tables' rules, if there are
+    /// just so many; done tells whether there were. Where all rows below them go along, the tables
+    /// are emptied at once, for a small part of what single rows cost.
+    virtual CDbStatus RemoveAll(CTableInfo const& table, std::int64_t rows, bool& done) = 0;
     /// Runs one statement that writes; changed is the number of rows it touched itself.
     virtual CDbStatus Execute(
         std::string_view sql, std::span<DbValue const> values, std::int64_t& changed)

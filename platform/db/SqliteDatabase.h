@@ -42,6 +42,7 @@ public:
         std::vector<bool> const& changed) override;
     CDbStatus Remove(CTableInfo const& table, CKeyset const& keys, std::int64_t& removed) override;
     CDbStatus Remove(CTableInfo const& table, std::int64_t key, std::int64_t& removed) override;
+    CDbStatus RemoveAll(CTableInfo const& table, std::int64_t rows, bool& done) override;
     CDbStatus Execute(
         std::string_view sql, std::span<DbValue const> values, std::int64_t& changed) override;
 
@@ -114,6 +115,8 @@ private:
         bool ascending, sqlite3_stmt*& statement);
     void TakeRow(std::span<sqlite3_value*> values);
     CDbStatus RemoveOne(CTableInfo const& table, std::int64_t key, std::int64_t& removed);
+    CDbStatus ListEmptied(std::string const& table, std::vector<std::string>& tables);
+    CDbStatus Empty(std::vector<std::string> const& tables);
     CDbStatus AddFindings(char const* sql, char const* what, std::vector<std::string>& findings);
     CDbStatus CompareSchema(std::vector<std::string>& findings);
     void NoteLogPages(int pages);

@@ -282,8 +282,8 @@ CDbStatus Connect(
     sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     AddFoldFunctions(opened);
     int const set = sqlite3_exec(opened,
-        "PRAGMA cell_size_check = ON; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY; "
-        "PRAGMA cache_size = -16384; "
+        "PRAGMA cell_size_check = ON; PRAGMA secure_delete = ON; PRAGMA synchronous = FULL; "
+        "PRAGMA temp_store = MEMORY; PRAGMA cache_size = -16384; "
         "PRAGMA wal_autocheckpoint = 0;",
         nullptr, nullptr, nullptr);
     return set == SQLITE_OK ? CDbStatus() : SqliteFailure(opened, set, path);
@@ -407,7 +407,6 @@ CDbStatus CSqliteDatabase::Migrate(int version)
     status = CopyTo(CopyName(m_strPath, version));
     if (status) {
         // A step that replaces a table drops the old one, which would delete the rows below it.
-        // SQLite takes this switch outside of transactions only.
         sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
         status = RunSteps(version);
         sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);

@@ -115,22 +115,15 @@ int CDAOEFSet::DelAll()
     return ToCount(static_cast<std::size_t>(removed));
 }
 
-std::int64_t CDAOEFSet::CountTable()
-{
-    return Ask("SELECT count(*) FROM " + std::string(GetClass()->table), {});
-}
-
 bool CDAOEFSet::DelTable(std::int64_t rows)
 {
-    if (GetClass()->readOnly || CountTable() != rows) {
-        return false;
+    auto* const database = GetClass()->readOnly ? nullptr : Database();
+    bool done = false;
+    if (database != nullptr) {
+        m_status = database->RemoveAll(Table(), rows, done);
     }
-    auto* const database = Database();
-    std::int64_t removed = 0;
-    bool const done = database != nullptr
-        && Do(database->Execute("DELETE FROM " + std::string(GetClass()->table), {}, removed));
     m_bOnRow = m_bOnRow && !done;
-    return done && removed == rows;
+    return done;
 }
 
 bool CDAOEFSet::Del(std::int32_t const& position)

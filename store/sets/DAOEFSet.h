@@ -75,12 +75,10 @@ public:
     virtual bool DelCurrent();
     /// Deletes all rows of the selection in one transaction; how many there still were, or 0.
     virtual int DelAll();
-    /// Deletes all rows of the table, selected or not, if there are just so many: in about half
-    /// the time that single rows take. False when there are not, or when it failed: in a
-    /// transaction, which then is to be given up. A set that is only read deletes none.
+    /// Deletes all rows of the table, selected or not, if there are just so many, at a small part
+    /// of what single rows cost. False when there are not, or when it failed: in a transaction,
+    /// which then is to be given up. A set that is only read deletes none.
     bool DelTable(std::int64_t rows);
-    /// How many rows the table has; 0 as well when that cannot be read.
-    std::int64_t CountTable();
     /// Deletes a row by its place in the selection.
     virtual bool Del(std::int32_t const& position);
     /// Not zero when the cursor is on no row: closed, empty, or moved past the last.

@@ -84,6 +84,19 @@ CDatabase* OpenMembers(CDbStatus& status)
     return CDatabaseSession::Get().Open(DataFile::member, status);
 }
 
+/// Records that go with their members stand in no file of members.
+CDbStatus ExpectNoRecords(CDatabase& database)
+{
+    CRowBlock rows;
+    auto status = database.Query("SELECT 1 WHERE EXISTS (SELECT 1 FROM evaluations) OR "
+                                 "EXISTS (SELECT 1 FROM body_compositions) OR "
+                                 "EXISTS (SELECT 1 FROM workouts)",
+        {}, rows);
+    return !status || rows.Rows() == 0
+        ? status
+        : CDbStatus(DbError::failed, "There are records again that would go with the members.");
+}
+
 } // namespace
 
 // ---- deleting
@@ -139,6 +152,9 @@ CDbStatus CRecordTransfer::BeginTransaction()
     if (auto* const database = OpenMembers(status)) {
         m_transaction.emplace(*database);
         status = m_transaction->Status();
+        if (status && m_set.IsKindOf(CDAOMem::GetThisClass())) {
+            status = ExpectNoRecords(*database);
+        }
     }
     return status;
 }

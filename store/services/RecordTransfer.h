@@ -22,7 +22,8 @@ void EmptyLog();
 /// An archive is one transaction: nothing is deleted before all rows stand in files that were put
 /// on the disk and read back, and then exactly those rows, as they stand there. With several files
 /// the rows are written before the transaction, since it must not wait while disks are changed;
-/// they are compared with what was written when it begins.
+/// they are compared with what was written when it begins. Members are not archived while any of
+/// their records are there, which would go with them.
 class CRecordTransfer
 {
 public:

@@ -144,6 +144,12 @@ TEST_F(RecordTransferTest, DeletesExactlyWhatItWrote)
     EXPECT_EQ(Count("workouts"), 8 * 40 + 2);
     EXPECT_EQ(Restore(m_setWk, ReadFile(m_strFile)), 39);
 
+    // A check-in station has stored a workout since it was seen that members have no records.
+    auto const before = SortedRows();
+    m_setMem.FindAllMembers(true);
+    EXPECT_FALSE(Archive(m_setMem, m_folder / "members.dat"));
+    EXPECT_TRUE(SortedRows() == before);
+
     // Two files, in between which a row changes; then none does.
     for (bool const changed : {true, false}) {
         m_setWk.FindWks(5);

@@ -71,6 +71,45 @@ void RefreshTree(CCorvanaDoc& doc, CDAOEFSet const& set, std::int32_t memberID)
     }
 }
 
+struct CRestored
+{
+    int records = 0;
+    int skipped = 0;
+};
+
+/// All of it or, after a message, nothing.
+CRestored ReadFile(CCorvanaDoc& doc, CDAOFileSet& set, std::int32_t memberID, bool keepExisting,
+    QString const& path, char separator)
+{
+    CWaitCursor const cursor;
+    std::ifstream file;
+    if (!CanRead(path, file)) {
+        Tell(doc.Window(), CCorvanaDoc::tr("Error: file does not exist\nor cannot read from file"));
+        return {};
+    }
+    if (!set.Test(file, separator)) {
+        doc.Fail(
+            CCorvanaDoc::tr("Error: empty file, incompatible file format, or corrupt data"), set);
+        return {};
+    }
+    int const lines = CountLines(file);
+    file.close();
+    if (!CanRead(path, file)) {
+        Tell(doc.Window(), CCorvanaDoc::tr("Error: cannot read from file"));
+        return {};
+    }
+    int const count = Restore(doc, set, file, lines, separator, memberID, keepExisting);
+    if (set.LastStatus().Error() == DbError::stopped) {
+        return {}; // by the user, who need not be told
+    }
+    if (!set.LastStatus()) {
+        doc.Fail(CCorvanaDoc::tr("Error: the records were not restored."), set);
+    } else {
+        RefreshTree(doc, set, memberID);
+    }
+    return {count, set.LastSkipped()};
+}
+
 } // namespace
 
 void CCorvanaDoc::RestoreAll(CRecordKind kind)
@@ -96,8 +135,8 @@ int CCorvanaDoc::RestoreRecords(CDAOFileSet& set)
     if (path.isEmpty()) {
         return 0;
     }
-    int const count = ReadDataFile(set, memberID, !overwrite, path, CLineSum::kSeparator);
-    int const skipped = set.LastSkipped();
+    auto const [count, skipped]
+        = ReadFile(*this, set, memberID, !overwrite, path, CLineSum::kSeparator);
     Tell(Window(), tr("You have restored %1 record(s).").arg(count), CMessageIcon::none,
         skipped == 0 ? QString()
             : isMembers
@@ -109,30 +148,5 @@ int CCorvanaDoc::RestoreRecords(CDAOFileSet& set)
 int CCorvanaDoc::ReadDataFile(
     CDAOFileSet& set, std::int32_t memberID, bool keepExisting, QString const& path, char separator)
 {
-    CWaitCursor const cursor;
-    std::ifstream file;
-    if (!CanRead(path, file)) {
-        Tell(Window(), tr("Error: file does not exist\nor cannot read from file"));
-        return 0;
-    }
-    if (!set.Test(file, separator)) {
-        Fail(tr("Error: empty file, incompatible file format, or corrupt data"), set);
-        return 0;
-    }
-    int const lines = CountLines(file);
-    file.close();
-    if (!CanRead(path, file)) {
-        Tell(Window(), tr("Error: cannot read from file"));
-        return 0;
-    }
-    int const count = Restore(*this, set, file, lines, separator, memberID, keepExisting);
-    if (set.LastStatus().Error() == DbError::stopped) {
-        return 0; // by the user, who need not be told
-    }
-    if (!set.LastStatus()) {
-        Fail(tr("Error: the records were not restored."), set);
-    } else {
-        RefreshTree(*this, set, memberID);
-    }
-    return count;
+    return ReadFile(*this, set, memberID, keepExisting, path, separator).records;
 }

@@ -213,6 +213,8 @@ void TransferTest::restoresOneMemberAndRefusesOtherFiles()
         kOneMember + u"|You have restored 3 record(s)."_s);
     QCOMPARE(desk.m_messages.Messages().constLast().m_strDetail,
         u"1 record(s) were skipped: their members are not in the database."_s);
+    desk.Restore(CRecordKind::workouts, {false}, u"absent"_s);
+    QCOMPARE(desk.m_messages.Messages().constLast().m_strDetail, QString());
     RunOnMembers("UPDATE members SET last_name = 'Other'");
     QCOMPARE(desk.Restore(CRecordKind::members, {true, false}, members, {enter}),
         kOneMember + u'|' + kOverwrite + u"|You have restored 1 record(s)."_s);

@@ -54,7 +54,7 @@ int CDataFileJob::Run()
     if (count == 0) {
         return 0;
     }
-    bool const isWritten = m_bDisks ? WriteDisks(count) : WriteDisk(count, false);
+    bool const isWritten = m_bDisks ? WriteDisks(count) : WriteDisk(count, count);
     return !m_bArchive || (isWritten && DeleteWritten()) ? m_transfer.Records() : 0;
 }
 
@@ -65,20 +65,20 @@ bool CDataFileJob::WriteDisks(int count)
         if (left < count) {
             Tell(m_doc.Window(), Tr("Insert another blank formatted\ndisk then click \"OK\"."));
         }
-        if (!WriteDisk(std::min(left, kDiskRecords), left > kDiskRecords)) {
+        if (!WriteDisk(std::min(left, kDiskRecords), std::min(count, kDiskRecords))) {
             return false;
         }
     }
     return true;
 }
 
-bool CDataFileJob::WriteDisk(int count, bool more)
+bool CDataFileJob::WriteDisk(int count, int room)
 {
     CDbStatus status;
     {
         CProgressDlg progress(m_doc.Window(),
-            m_bArchive ? Tr("Archiving, please wait...") : Tr("Backing up, please wait..."),
-            more ? kDiskRecords : count, CStoppable::yes);
+            m_bArchive ? Tr("Archiving, please wait...") : Tr("Backing up, please wait..."), room,
+            CStoppable::yes);
         status = m_transfer.WriteFile(FromQt(m_strPath), count, [&] {
             progress.Step();
             return !progress.IsStopped();

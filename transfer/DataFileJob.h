@@ -16,7 +16,7 @@ public:
 
 private:
     bool WriteDisks(int count);
-    bool WriteDisk(int count, bool more);
+    bool WriteDisk(int count, int room); ///< the bar shows how much of the room is taken
     bool DeleteWritten();
 
     CCorvanaDoc& m_doc;

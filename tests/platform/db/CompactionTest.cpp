@@ -128,3 +128,37 @@ TEST_F(CompactionTest, NoFaultAndNoKillLosesAnything)
     }
     EXPECT_GT(withPart, 50) << "killed before it came to work, or after";
 }
+
+TEST_F(CompactionTest, WhatAnotherProgramStoresMeanwhileIsNotLost)
+{
+    std::int64_t families = 20;
+    int given = 0; // up, because of it
+    bool held = true;
+    for (int call = 1; held && !HasFailure(); ++call) {
+        SCOPED_TRACE(call);
+        CPeer compacting([&](CPeer const& self) {
+            Faults::Begin(call, Faults::kHold, false);
+            auto const status = Compact();
+            held = Faults::End();
+            if (!held) {
+                CPeer::Hold();
+            }
+            EXPECT_TRUE(status || status.Error() == DbError::busy) << status.Text();
+            self.Tell(held ? 1 : 0);
+            self.Tell(status ? 0 : 1);
+        });
+        compacting.WaitUntilItHolds();
+        if (fs::exists(m_strPath + ".part")) { // else nothing is copied yet, and SQLite waits long
+            auto const sql = "INSERT INTO families (number, children, note) VALUES ("
+                + std::to_string(1000 + call) + ", 0, '')";
+            CPlainConnection const plain(m_strPath);
+            families
+                += sqlite3_exec(plain.Get(), sql.c_str(), nullptr, nullptr, nullptr) == 0 ? 1 : 0;
+        }
+        EXPECT_TRUE(compacting.Finish());
+        held = compacting.Next() == 1;
+        given += compacting.Next() == 1 ? 1 : 0;
+        ExpectSound(*Open(), families);
+    }
+    EXPECT_TRUE(given > 5 && families > 25) << given << ' ' << families;
+}

@@ -26,6 +26,10 @@ bool Strikes(bool needsRoom)
     }
     g_nLeft = g_bLasting ? 1 : 0;
     g_bStruck = true;
+    if (g_nError == Faults::kHold) {
+        std::raise(SIGSTOP);
+        return false;
+    }
     errno = g_nError;
     return true;
 }

@@ -9,8 +9,10 @@ namespace Faults
 {
 
 /// The n-th call from now on, counted from 1, fails with this errno; if lasting, all later ones do
-/// too. Where the disk is full only what needs room fails. With kKill the process is killed.
+/// too. Where the disk is full only what needs room fails. With kKill the process is killed, with
+/// kHold it is held before the call, which then succeeds.
 inline constexpr int kKill = -1;
+inline constexpr int kHold = -2;
 void Begin(int nth, int error, bool lasting);
 
 /// Lets all calls through again. True when at least one had failed.

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -45,6 +46,10 @@ struct CSchema
 
 /// How long a call waits for other programs at most.
 inline constexpr std::chrono::milliseconds kLongestWait{10'000};
+
+/// Is told many times a second how much of a long call is done, roughly, from 0 to 1; false stops
+/// the call, which then reports "stopped".
+using CDbWatch = std::function<bool(double done)>;
 
 /// One open database file, the only connection of this process to it. Every call waits at most
 /// 10 s for other programs, leaves no read open, and tells its failure in what it returns; none
@@ -109,9 +114,9 @@ public:
 
     /// Writes a compacted copy under a name that must not exist yet, readable by its owner alone.
     /// The name appears when the copy is whole and on the disk. Not within a transaction.
-    virtual CDbStatus CopyTo(std::string const& path) = 0;
+    virtual CDbStatus CopyTo(std::string const& path, CDbWatch const& watch = {}) = 0;
     /// Reads the whole file and adds a sentence for everything that is not as it should be.
-    virtual CDbStatus Check(std::vector<std::string>& findings) = 0;
+    virtual CDbStatus Check(std::vector<std::string>& findings, CDbWatch const& watch = {}) = 0;
     /// Moves committed changes from the log into the file, if no commit is under way anywhere;
     /// empties the log, so that deleted records are gone from it too. "busy" when somebody reads
     /// for longer than the wait. Not within a transaction.

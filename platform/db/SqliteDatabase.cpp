@@ -24,6 +24,8 @@ DbError KindOf(int code, int systemError)
         return DbError::foreign;
     case SQLITE_CONSTRAINT:
         return DbError::constraint;
+    case SQLITE_INTERRUPT:
+        return DbError::stopped;
     case SQLITE_IOERR:
         return systemError == ENOSPC || systemError == EDQUOT ? DbError::full : DbError::failed;
     default:
@@ -50,6 +52,8 @@ CDbStatus SqliteFailure(sqlite3* connection, int code, std::string const& path)
         return {kind, file + "is damaged."};
     case DbError::foreign:
         return {kind, file + "is not a database, or its beginning is damaged."};
+    case DbError::stopped:
+        return {kind, "Stopped."};
     default:
         return {kind,
             file + "could not be used: " + sqlite3_errmsg(connection) + " (" + std::to_string(code)

@@ -46,8 +46,8 @@ public:
     CDbStatus Execute(
         std::string_view sql, std::span<DbValue const> values, std::int64_t& changed) override;
 
-    CDbStatus CopyTo(std::string const& path) override;
-    CDbStatus Check(std::vector<std::string>& findings) override;
+    CDbStatus CopyTo(std::string const& path, CDbWatch const& watch) override;
+    CDbStatus Check(std::vector<std::string>& findings, CDbWatch const& watch) override;
     CDbStatus Checkpoint() override;
     CDbStatus UseExclusively() override;
     void ShareAgain() override;
@@ -62,7 +62,7 @@ private:
     static constexpr int kLogPages = 1000; ///< about 4 MB: where a checkpoint pays
 
     /// Fills an empty file with a copy.
-    CDbStatus VacuumInto(std::string const& path);
+    CDbStatus VacuumInto(std::string const& path, CDbWatch const& watch = {});
     /// Waits for programs that are about to end.
     CDbStatus WaitForExclusiveUse();
     CDbStatus LeaveLogMode();
@@ -117,6 +117,7 @@ private:
     CDbStatus RemoveOne(CTableInfo const& table, std::int64_t key, std::int64_t& removed);
     CDbStatus ListEmptied(std::string const& table, std::vector<std::string>& tables);
     CDbStatus Empty(std::vector<std::string> const& tables);
+    double StepsOfCheck();
     CDbStatus AddFindings(char const* sql, char const* what, std::vector<std::string>& findings);
     CDbStatus CompareSchema(std::vector<std::string>& findings);
     void NoteLogPages(int pages);

@@ -1,16 +1,55 @@
 // What concerns the file as a whole: its log, its exclusive use, copies, and whether it is sound.
 #include "platform/db/SqliteOpen.h"
 
+#include <algorithm>
 #include <cassert>
 #include <chrono>
+#include <functional>
+#include <string>
+#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
 
 constexpr std::chrono::seconds kLongLogWait{1};
 constexpr std::chrono::milliseconds kWritersTurn{50};
+constexpr int kWatchedSteps = 20'000; // of SQLite's machine, some milliseconds
+
+/// While it lives, asks between the steps of this connection's statements how much is done by then,
+/// and ends what runs when the watch says so.
+class CStepWatch
+{
+public:
+    CStepWatch(sqlite3* connection, CDbWatch const& watch, std::function<double(double steps)> done)
+        : m_pConnection(connection)
+        , m_watch(watch)
+        , m_fnDone(std::move(done))
+    {
+        auto const ask
+            = [](void* self) { return static_cast<CStepWatch*>(self)->GoesOn() ? 0 : 1; };
+        if (m_watch) {
+            sqlite3_progress_handler(m_pConnection, kWatchedSteps, ask, this);
+        }
+    }
+    ~CStepWatch() { sqlite3_progress_handler(m_pConnection, 0, nullptr, nullptr); }
+    CStepWatch(CStepWatch const&) = delete;
+    CStepWatch& operator=(CStepWatch const&) = delete;
+
+private:
+    bool GoesOn()
+    {
+        m_steps += kWatchedSteps;
+        return m_watch(std::min(m_fnDone(m_steps), 1.0));
+    }
+
+    sqlite3* m_pConnection;
+    CDbWatch const& m_watch;
+    std::function<double(double steps)> const m_fnDone;
+    double m_steps = 0;
+};
 
 } // namespace
 
@@ -85,11 +124,21 @@ CDbStatus CSqliteDatabase::UseExclusively()
             + ". Close it there first."};
 }
 
-CDbStatus CSqliteDatabase::VacuumInto(std::string const& path)
+CDbStatus CSqliteDatabase::VacuumInto(std::string const& path, CDbWatch const& watch)
 {
+    constexpr char const* kSize = "SELECT (page_count - freelist_count) * page_size "
+                                  "FROM pragma_page_count, pragma_freelist_count, pragma_page_size";
+    long bytes = 0;
+    auto status = ReadAnswer(m_connection.get(), m_strPath, kSize, bytes);
+    CStepWatch const steps(m_connection.get(), watch, [&](double /*steps*/) {
+        struct stat copy = {};
+        return ::stat(path.c_str(), &copy) == 0 ? double(copy.st_size) / double(bytes) : 0;
+    });
     DbValue const name = FileName(path);
     CStatementPtr statement;
-    auto status = Prepare("VACUUM INTO ?", statement);
+    if (status) {
+        status = Prepare("VACUUM INTO ?", statement);
+    }
     if (status) {
         BindValue(statement.get(), 1, name);
         int const code = sqlite3_step(statement.get());
@@ -119,8 +168,32 @@ CDbStatus CSqliteDatabase::AddFindings(
     return status;
 }
 
-CDbStatus CSqliteDatabase::Check(std::vector<std::string>& findings)
+/// About how many steps the checks of all rows take, by the columns, indexes and foreign keys of
+/// their tables. What is too damaged to be counted is left to the check to tell.
+double CSqliteDatabase::StepsOfCheck()
 {
+    CRowBlock tables;
+    double steps = 1;
+    auto status = Query("SELECT printf('SELECT count(*) FROM \"%w\"', t.name), 2 "
+                        "+ 2 * (SELECT count(*) FROM pragma_table_info(t.name)) "
+                        "+ 5 * (SELECT count(*) FROM pragma_index_list(t.name)) "
+                        "+ 5 * (SELECT count(*) FROM pragma_foreign_key_list(t.name)) "
+                        "FROM sqlite_schema AS t WHERE t.type = 'table'",
+        {}, tables);
+    for (std::size_t i = 0; status && i < tables.Rows(); ++i) {
+        auto const table = tables.Row(i);
+        long rows = 0;
+        std::string const count(table.Text(table.Cell(0)));
+        status = ReadAnswer(m_connection.get(), m_strPath, count.c_str(), rows);
+        steps += double(rows) * double(table.Cell(1).integerValue);
+    }
+    return steps;
+}
+
+CDbStatus CSqliteDatabase::Check(std::vector<std::string>& findings, CDbWatch const& watch)
+{
+    double const all = watch ? StepsOfCheck() : 1;
+    CStepWatch const steps(m_connection.get(), watch, [&](double done) { return done / all; });
     auto status = AddFindings("PRAGMA integrity_check", "damage: ", findings);
     if (status) {
         status = AddFindings(

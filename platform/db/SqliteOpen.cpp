@@ -404,7 +404,7 @@ CDbStatus CSqliteDatabase::Migrate(int version)
     if (!status) {
         return status;
     }
-    status = CopyTo(CopyName(m_strPath, version));
+    status = CopyTo(CopyName(m_strPath, version), {});
     if (status) {
         // A step that replaces a table drops the old one, which would delete the rows below it.
         sqlite3_db_config(m_connection.get(), SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
@@ -449,9 +449,9 @@ CDbStatus CSqliteDatabase::CountOrphans(std::int64_t& orphans)
     return status;
 }
 
-CDbStatus CSqliteDatabase::CopyTo(std::string const& path)
+CDbStatus CSqliteDatabase::CopyTo(std::string const& path, CDbWatch const& watch)
 {
     auto status = MovedStatus();
-    return status ? MakeFile(path, [&](std::string const& part) { return VacuumInto(part); })
+    return status ? MakeFile(path, [&](std::string const& part) { return VacuumInto(part, watch); })
                   : status;
 }

@@ -23,6 +23,7 @@ namespace
 constexpr double kCopied = 0.1;
 constexpr double kChecked = 0.55;
 constexpr double kWritten = 0.9;
+constexpr double kReadBack = 0.1; // of the check of a copy
 
 std::string NameOf(DataFile file)
 {
@@ -97,6 +98,7 @@ private:
     {
         return !m_watch || m_watch(done) ? CDbStatus() : Stopped();
     }
+    CBackupWatch TurnOf(DataFile file, double from, double to) const;
     std::string PathOf(std::string const& name) const { return PathIn(m_place.Path(), name); }
 
     CBackupWatch const& m_watch;
@@ -121,11 +123,29 @@ CDbStatus CBackupMaker::Make(std::string const& folder)
     return status;
 }
 
+/// What one of the files takes of such a part, by its size.
+CBackupWatch CBackupMaker::TurnOf(DataFile file, double from, double to) const
+{
+    double before = 0;
+    double all = 1;
+    double own = 0;
+    for (auto const each : kDataFiles) {
+        auto const bytes = static_cast<double>(SizeOf(CDatabaseSession::Get().PathOf(each)));
+        all += bytes;
+        before += each < file ? bytes : 0;
+        own = each == file ? bytes : own;
+    }
+    auto const begin = from + (to - from) * before / all;
+    auto const part = (to - from) * own / all;
+    return [this, begin, part](double done) { return Tell(begin + part * done).IsOK(); };
+}
+
 CDbStatus CBackupMaker::CopyFile(DataFile file)
 {
-    auto status = Tell(kCopied * static_cast<double>(file) / kDataFiles.size());
+    auto const turn = TurnOf(file, 0, kCopied);
+    auto status = turn(0) ? CDbStatus() : Stopped();
     auto* const database = status ? CDatabaseSession::Get().Open(file, status) : nullptr;
-    return database != nullptr ? database->CopyTo(PathOf(NameOf(file))) : status;
+    return database != nullptr ? database->CopyTo(PathOf(NameOf(file)), turn) : status;
 }
 
 /// Reads a copy whole. What the centre's own file has in rows without parents, or tables of others,
@@ -134,15 +154,16 @@ CDbStatus CBackupMaker::CheckFile(DataFile file)
 {
     std::unique_ptr<CDatabase> copy;
     std::vector<std::string> findings;
-    auto const start
-        = kCopied + (kChecked - kCopied) * static_cast<double>(file) / kDataFiles.size();
-    auto const goOn = [&](std::size_t) { return Tell(start).IsOK(); };
-    auto status = CBackupManifest::ReadFromDisk(PathOf(NameOf(file)), goOn);
+    auto const path = PathOf(NameOf(file));
+    auto const turn = TurnOf(file, kCopied, kChecked);
+    CBackupWatch const reading = [&](double done) { return turn(kReadBack * done); };
+    auto const checking = [&](double done) { return turn(kReadBack + (1 - kReadBack) * done); };
+    auto status = CBackupManifest::ReadFromDisk(path, CByteWatch(reading, 0, SizeOf(path)).Get());
     if (status) {
-        status = OpenDatabase(PathOf(NameOf(file)), DataFileSchema(file), copy);
+        status = OpenDatabase(path, DataFileSchema(file), copy);
     }
     if (status) {
-        status = copy->Check(findings);
+        status = copy->Check(findings, checking);
     }
     auto const isDamage = [](std::string const& finding) { return finding.starts_with("damage"); };
     if (status && std::ranges::any_of(findings, isDamage)) {

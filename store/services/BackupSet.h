@@ -27,8 +27,7 @@ std::unique_ptr<CDAOFileSet> RecordSetOf(std::size_t kind, CDatabase* database);
 /// The data file of that kind in a set. A kind without records has none.
 std::string BackupDataFile(std::size_t kind);
 
-/// Is told how much is done, from 0 to 1; false stops the work. Called many times a second, but not
-/// while a file is copied by the engine.
+/// Is told how much is done, from 0 to 1; false stops the work. Called many times a second.
 using CBackupWatch = std::function<bool(double done)>;
 
 /// What came of a backup.

@@ -2,6 +2,7 @@
 #include "tests/platform/db/Faults.h"
 #include "tests/platform/db/PlainConnection.h"
 
+#include <algorithm>
 #include <chrono>
 #include <random>
 #include <sys/stat.h>
@@ -161,4 +162,34 @@ TEST_F(CompactionTest, WhatAnotherProgramStoresMeanwhileIsNotLost)
         ExpectSound(*Open(), families);
     }
     EXPECT_TRUE(given > 5 && families > 25) << given << ' ' << families;
+}
+
+TEST_F(CompactionTest, ACopyAndACheckTellHowFarTheyAreAndCanBeStopped)
+{
+    CPlainConnection(m_strPath).Run(
+        "WITH RECURSIVE n(i) AS (VALUES (1) UNION ALL SELECT i + 1 FROM n WHERE i < 50000) "
+        "INSERT INTO children SELECT NULL, 1, printf('%0500d', i) FROM n");
+    auto const database = Open();
+    auto const copy = m_folder / "copy.mdb";
+    std::vector<std::string> findings;
+    std::vector<double> told;
+    auto const run = [&](bool copies, std::size_t most) {
+        told.clear();
+        auto const watch = [&](double done) {
+            told.push_back(done);
+            return told.size() < most;
+        };
+        return copies ? database->CopyTo(copy, watch) : database->Check(findings, watch);
+    };
+    for (bool const copies : {true, false}) {
+        EXPECT_EQ(run(copies, 3).Error(), DbError::stopped);
+        EXPECT_NE(fs::exists(copy), copies);
+        EXPECT_TRUE(run(copies, 10'000));
+        ASSERT_GT(told.size(), 10U);
+        EXPECT_TRUE(std::ranges::is_sorted(told));
+        EXPECT_TRUE(told[told.size() / 2] > 0.3 && told[told.size() / 2] < 0.7)
+            << told[told.size() / 2];
+    }
+    EXPECT_EQ(findings, std::vector<std::string>());
+    ExpectSound(*Open(copy), 20);
 }

@@ -49,17 +49,13 @@ CBackupWnd::CBackupWnd()
     m_closing.setSingleShot(true);
     connect(&m_progress, &QTimer::timeout, this, [this] {
         m_ui->progressBar->setValue(static_cast<int>(m_job.Done() * kBarSteps));
-        if (m_job.IsThinning()) {
+        if (m_job.IsThinning() && m_ui->stopButton->isEnabled()) {
             m_ui->stateLabel->setText(tr("Looking through older backups..."));
         }
     });
     connect(&m_closing, &QTimer::timeout, this, &QDialog::accept);
     connect(&m_job, &CBackupJob::Finished, this, &CBackupWnd::Finish);
-    connect(m_ui->stopButton, &QPushButton::clicked, this, [this] {
-        m_job.Stop(); // which can take as long as the engine works on one file
-        m_ui->stateLabel->setText(tr("Stopping..."));
-        m_ui->stopButton->setEnabled(false);
-    });
+    connect(m_ui->stopButton, &QPushButton::clicked, this, &CBackupWnd::StopJob);
     connect(m_ui->againButton, &QPushButton::clicked, this, [this] {
         if (!Start()) {
             ShowFailure(tr("Another backup is being made just now."));
@@ -105,6 +101,13 @@ bool CBackupWnd::Start()
         m_job.Start(m_plan.folder, m_plan.keep);
     }
     return true;
+}
+
+void CBackupWnd::StopJob()
+{
+    m_job.Stop(); // a slow disk is waited for
+    m_ui->stateLabel->setText(tr("Stopping..."));
+    m_ui->stopButton->setEnabled(false);
 }
 
 void CBackupWnd::Finish()
@@ -250,7 +253,7 @@ void CBackupWnd::reject()
 {
     if (m_job.IsRunning()) {
         m_bEnding = true;
-        m_job.Stop();
+        StopJob();
     } else {
         done(m_job.m_status ? Accepted : Rejected);
     }

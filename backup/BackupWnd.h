@@ -30,6 +30,7 @@ public:
     void reject() override; // Esc, Close and the box in the title: stops first
 
 private:
+    void StopJob();
     void Finish();
     void ShowDone();
     void ShowFailure(QString const& text, QString const& detail = {});

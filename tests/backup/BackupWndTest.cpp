@@ -147,6 +147,7 @@ void BackupWndTest::aFailureStaysOpenAndGivesTheNameBack()
 void BackupWndTest::theFirstBackupAsksWhereTheNextAreToGo()
 {
     auto const folder = QString::fromStdString(m_centre->Folder().string()) + u"-backups"_s;
+    CFileRecorder files;
     CBackupWnd window;
     QVERIFY(window.Start());
     window.show();
@@ -161,6 +162,8 @@ void BackupWndTest::theFirstBackupAsksWhereTheNextAreToGo()
         large.show();
         QCOMPARE(FaultsOf(large).join(u'\n'), QString());
     }
+    QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+    QCOMPARE(files.Questions().size(), 1);
     QTest::mouseClick(&Child<QCheckBox>(window, "keepCheck"), Qt::LeftButton);
     QCOMPARE(GetProfileInt("backup", "keep", 0), 30);
     QTest::mouseClick(&Child<QPushButton>(window, "keepFolderButton"), Qt::LeftButton);

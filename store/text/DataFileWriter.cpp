@@ -93,7 +93,7 @@ CDbStatus CDataFileWriter::Open()
         return status;
     }
     if (m_file.open(m_strPart, std::ios::out | std::ios::binary) == nullptr) {
-        return FileFailure("Cannot write", m_strPart, errno);
+        return FileFailure("Cannot write", m_strPath, errno);
     }
     return {};
 }
@@ -117,7 +117,7 @@ CDbStatus CDataFileWriter::MakePart()
     }
     if (!part.IsOpen() || ::flock(part.Get(), LOCK_EX | LOCK_NB) != 0
         || !IsNamed(part.Get(), m_strPart)) {
-        return FileFailure("Cannot create", m_strPart, errno);
+        return FileFailure("Cannot create", m_strPath, errno);
     }
     m_lock = std::move(part);
     return {};
@@ -126,7 +126,7 @@ CDbStatus CDataFileWriter::MakePart()
 CDbStatus CDataFileWriter::Write(CDAOFileSet& set)
 {
     if (!m_sum.Add(set)) {
-        return !set.LastStatus() ? set.LastStatus() : FileFailure("Cannot write", m_strPart, errno);
+        return !set.LastStatus() ? set.LastStatus() : FileFailure("Cannot write", m_strPath, errno);
     }
     ++m_nRecords;
     return {};
@@ -139,7 +139,7 @@ CDbStatus CDataFileWriter::Sync()
     }
     errno = 0;
     if (m_file.close() == nullptr) {
-        return FileFailure("Cannot write", m_strPart, errno);
+        return FileFailure("Cannot write", m_strPath, errno);
     }
     auto status = SyncFile(m_strPart);
     m_bSynced = status.IsOK();
@@ -152,7 +152,7 @@ CDbStatus CDataFileWriter::Check(CDAOFileSet const& set)
         return status;
     }
     CDbStatus const other(
-        DbError::damaged, "The file \"" + m_strPart + "\" does not hold what was written into it.");
+        DbError::damaged, "The file \"" + m_strPath + "\" does not hold what was written into it.");
     std::ifstream file(m_strPart, std::ios::binary);
     auto sum = m_nSumBefore;
     while (file) {

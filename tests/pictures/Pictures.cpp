@@ -6,6 +6,7 @@
 #include "app/MainFrame.h"
 #include "doc/CorvanaDoc.h"
 #include "platform/qt/DateField.h"
+#include "reports/server/ReportWnd.h"
 #include "store/sets/DatabaseSession.h"
 #include "store/sets/SetCloser.h"
 #include "tests/TempFolder.h"
@@ -256,6 +257,30 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     Save(frame, u"main-window"_s);
 }
 
+/// With a job in each of the states.
+void SaveReportServer()
+{
+    CDbStatus status;
+    auto* const database = CDatabaseSession::Get().Open(DataFile::report, status);
+    std::int64_t changed = 0;
+    if (database == nullptr
+        || !database->Execute("INSERT INTO reports (type, parameter, date_from, date_to, category,"
+                              " course, section, state, attempts, finished, reason, output) VALUES"
+                              " (3, 4, 0, 0, '', '', '', 0, 0, 0, '', ''),"
+                              " (4, 2, 0, 0, 'Student', '', '', 0, 0, 0, '', ''),"
+                              " (0, 1, 0, 0, '', '', '', 2, 3, 1794000000,"
+                              " 'There is no member of this number any more.', ''),"
+                              " (1, 0, 0, 0, '', '', '', 1, 1, 1794000100, '', 'Laser')",
+            {}, changed)) {
+        ++g_failures;
+        return;
+    }
+    CReportWnd window;
+    window.resize(760, 320);
+    window.show();
+    Save(window, u"report-server"_s);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -287,6 +312,7 @@ int main(int argc, char** argv)
     }
     frame.show();
     MakePictures(doc, frame);
+    SaveReportServer();
     CDatabaseSession::Get().ShutDown();
     return g_failures == 0 ? 0 : 1;
 }

@@ -25,7 +25,7 @@ public:
             m_loop.quit();
         });
         connect(&m_worker, &CReportWorker::Changed, this, [this] {
-            if (!m_worker.PauseReason().isEmpty()) {
+            if (!m_worker.PauseReason().isEmpty() && !m_worker.IsEnding()) {
                 Fail(m_worker.PauseReason());
             }
         });

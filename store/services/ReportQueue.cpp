@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <chrono>
 #include <initializer_list>
+#include <limits>
 #include <string_view>
 #include <sys/random.h>
 #include <tuple>
@@ -89,7 +90,8 @@ CQueuedReport ReportOf(CRowView const& row)
     report.state = state == 0 ? CQueuedReport::waiting
         : state == 1          ? CQueuedReport::done
                               : CQueuedReport::failed;
-    report.attempts = WithinOr<int>(std::max<std::int64_t>(cells.Number(), 0), 0);
+    report.attempts = static_cast<int>(
+        std::clamp<std::int64_t>(cells.Number(), 0, std::numeric_limits<int>::max()));
     report.notBefore = cells.Number();
     report.reason = cells.Text();
     report.output = cells.Text();
@@ -180,14 +182,14 @@ CDbStatus CReportQueue::Change(
     return status;
 }
 
-CDbStatus CReportQueue::SetAsideExhausted(CDatabase& database)
+/// Of a job that took the last of its attempts with its server, or that nobody can have tried so
+/// often.
+CDbStatus CReportQueue::SetAside(CQueuedReport const& job)
 {
-    std::int64_t changed = 0;
-    return database.Execute(
-        Sql({"UPDATE reports SET state = 2, finished = ?1, lease_end = 0, reason = CASE claim WHEN "
-             "'' THEN reason ELSE ?3 END, claim = '' WHERE state = 0 AND attempts >= ?2 AND NOT ",
-            kIsLeased}),
-        std::array<DbValue, 3>{Now(), std::int64_t(kMostAttempts),
+    bool changed = false;
+    return Change("UPDATE reports SET state = 2, finished = ?2, lease_end = 0, reason = CASE claim "
+                  "WHEN '' THEN reason ELSE ?3 END, claim = '' WHERE id = ?1",
+        {job.id, Now(),
             "The report server ended while it made this report, for the last of "
                 + std::to_string(kMostAttempts) + " attempts."},
         changed);
@@ -207,18 +209,19 @@ CDbStatus CReportQueue::Claim(std::string const& token, std::optional<CQueuedRep
     CTransaction transaction(*database);
     std::optional<CQueuedReport> job;
     status = transaction.Status();
-    status = status ? SetAsideExhausted(*database) : status;
     status = status ? ReadOne(free, {}, job) : status;
+    while (status && job && job->attempts >= kMostAttempts) {
+        status = SetAside(*job);
+        status = status ? ReadOne(free, {}, job) : status;
+    }
     bool isTaken = false;
     if (status && job) {
         status
-            = Change("UPDATE reports SET claim = ?1, lease_end = ?2, attempts = max(attempts, 0) "
-                     "+ 1 WHERE id = ?3",
-                {token, Now() + kLease, job->id}, isTaken);
+            = Change("UPDATE reports SET claim = ?1, lease_end = ?2, attempts = ?3 WHERE id = ?4",
+                {token, Now() + kLease, std::int64_t(++job->attempts), job->id}, isTaken);
     }
     status = status ? transaction.Commit() : status;
     if (status && isTaken) {
-        ++job->attempts;
         job->isInHand = true;
         claimed = job;
     }

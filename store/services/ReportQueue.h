@@ -105,7 +105,7 @@ private:
     CDbStatus ReadOne(
         std::string_view clause, std::vector<DbValue> values, std::optional<CQueuedReport>& job);
     CDbStatus Change(std::string const& sql, std::vector<DbValue> const& values, bool& changed);
-    CDbStatus SetAsideExhausted(CDatabase& database);
+    CDbStatus SetAside(CQueuedReport const& job);
 
     std::function<std::int64_t()> m_clock;
 };

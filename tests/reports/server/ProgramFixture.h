@@ -3,12 +3,14 @@
 #include "store/services/ReportQueue.h"
 #include "tests/reports/ReportFixture.h"
 
-#include <csignal>
+#include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
-#include <sys/stat.h>
+#include <filesystem>
+#include <string>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 /// Runs the report server's program over a made-up centre, with settings of its own.
 class CProgramTest : public CReportTest

@@ -2,6 +2,7 @@
 
 #include "tests/store/StoreFixture.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 

@@ -10,13 +10,14 @@
 namespace
 {
 
-/// Goes with the descriptor, however its program ends.
+/// Goes with the descriptor, however its program ends. False when another program has it; a file
+/// system that knows no locks gives it to all.
 bool Lock(int file)
 {
     struct flock whole = {};
     whole.l_type = F_WRLCK;
     whole.l_whence = SEEK_SET;
-    return ::fcntl(file, F_OFD_SETLK, &whole) == 0;
+    return ::fcntl(file, F_OFD_SETLK, &whole) == 0 || (errno != EAGAIN && errno != EACCES);
 }
 
 bool IsAt(int file, std::string const& path)

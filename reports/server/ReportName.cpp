@@ -65,7 +65,7 @@ QString MemberName(std::int32_t memberID)
         return {};
     }
     QString name;
-    for (auto const letter : Text(last + ' ' + first)) {
+    for (auto const letter : Text(last.append(" ").append(first))) {
         bool const isFit = letter.isLetterOrNumber() || letter.isMark() || letter.isSurrogate()
             || u" '-"_s.contains(letter);
         name += isFit ? letter : u'-';

@@ -18,7 +18,10 @@
 #include <QShortcut>
 #include <QStyle>
 
+#include <algorithm>
 #include <chrono>
+#include <cstddef>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -127,14 +130,12 @@ void CReportWnd::MakeTray()
         }
     });
     connect(&m_tray, &QSystemTrayIcon::messageClicked, this, &CReportWnd::ShowFront);
-    if (QSystemTrayIcon::isSystemTrayAvailable()) {
-        m_tray.show();
-    }
 }
 
 void CReportWnd::StepBack()
 {
-    if (m_tray.isVisible()) {
+    if (QSystemTrayIcon::isSystemTrayAvailable()) { // which can come and go
+        m_tray.show();
         hide();
     } else {
         showMinimized();
@@ -163,6 +164,15 @@ void CReportWnd::showEvent(QShowEvent* event)
     QMainWindow::showEvent(event);
     Refresh();
     m_refresh.start();
+}
+
+void CReportWnd::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && isVisible() && !isMinimized()) {
+        Refresh();
+        m_refresh.start();
+    }
 }
 
 void CReportWnd::ShowState()
@@ -209,6 +219,9 @@ void CReportWnd::Refresh()
         m_ui->statusBar->showMessage(QString::fromStdString(status.Text()));
         return;
     }
+    m_ui->jobLabel->setText(jobs.size() < std::size_t(CReportQueue::kMostListed)
+            ? tr("&Jobs:")
+            : tr("&Jobs, the first %1 of each state:").arg(CReportQueue::kMostListed));
     bool const wasEmpty = m_model.rowCount() == 0;
     auto const selected = Selected();
     auto const current = Current() != nullptr ? Current()->id : 0;

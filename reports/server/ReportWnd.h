@@ -36,6 +36,7 @@ Q_SIGNALS:
     void Ended(); ///< the program is to end now
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
 

@@ -236,7 +236,9 @@ void CReportWorker::Handle()
     if (made.outcome == CMade::Outcome::cannotPrint) {
         Pause(QString::fromStdString(made.reason), true);
     } else if (m_bStopping) {
-        Pause(tr("The report was stopped, and waits until you choose Try Again."), false);
+        Pause(made.IsMade() ? tr("Stopped behind a report that was done. Try Again goes on.")
+                            : tr("The report was stopped, and waits until you choose Try Again."),
+            false);
     }
     Q_EMIT Handled(job, made);
     if (made.IsMade() && !m_queue.Thin()) {

@@ -2,6 +2,7 @@
 
 #include "platform/qt/Companions.h"
 #include "platform/qt/Settings.h"
+#include "reports/server/PdfFile.h"
 #include "reports/server/ReportSettingsDlg.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestCentre.h"
@@ -43,6 +44,7 @@ private Q_SLOTS:
     void whatKeepsReportsFromBeingMadePausesTheServer();
     void aReportIsShownAndSavedBesideTheQueue();
     void theSettingsAreRemembered();
+    void aFileHasOneWriterAndReplacesNone();
 
 private:
     QString Path(QString const& name) const { return m_place->filePath(name); }
@@ -329,6 +331,34 @@ void ReportWndTest::theSettingsAreRemembered()
     QVERIFY(folder.startsWith(m_place->path()) && folder.endsWith(u"/Corvana Reports"_s));
     QVERIFY(
         !(QFile::permissions(folder) & (QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther)));
+}
+
+void ReportWndTest::aFileHasOneWriterAndReplacesNone()
+{
+    auto const path = Path(u"out/report.pdf"_s);
+    auto const name = path.toStdString();
+    auto const text = [](QString const& of) {
+        QFile file(of);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+    };
+    CPdfFile first(name);
+    CPdfFile second(name);
+    QVERIFY(first.Begin());
+    QCOMPARE(second.Begin().Error(), DbError::inUse);
+    QVERIFY(first.write("first") == 5);
+    CPdfFile::RemoveLeftover(name);
+    QCOMPARE(text(path + u".part"_s), "first");
+    QCOMPARE(text(path), "none");
+    QVERIFY(first.Publish());
+    {
+        CPdfFile third(name);
+        QVERIFY(third.Begin() && third.write("third") == 5);
+        QCOMPARE(third.Publish().Error(), DbError::exists);
+    }
+    QCOMPARE(text(path), "first");
+    QCOMPARE(QDir(Path(u"out"_s)).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    QVERIFY(second.Begin() && second.write("second") == 6 && second.Publish(true));
+    QCOMPARE(text(path), "second");
 }
 
 static CTestEntryOf<ReportWndTest> const g_entry;

@@ -3,6 +3,7 @@
 #include <QPrinterInfo>
 
 #include <algorithm>
+#include <dlfcn.h>
 #include <utility>
 
 namespace
@@ -43,7 +44,7 @@ QPageSize SizeOf(QPagedPaintDevice const& device, QPageSize::PageSizeId paper)
             return *own;
         }
     }
-    return QPageSize(paper);
+    return {paper};
 }
 
 } // namespace
@@ -92,6 +93,27 @@ QStringList PrinterNames()
 std::unique_ptr<QPrinter> PrinterOf(QString const& name)
 {
     return MakeOf(QPrinterInfo::printerInfo(name));
+}
+
+QString RefusalOf(QPrinter const& printer)
+{
+    // CUPS keeps the status of its last call, which was to take the document. It is asked through
+    // the library that Qt's printers have loaded; where they have not, there is no CUPS.
+    void* const cups = printer.outputFormat() == QPrinter::NativeFormat
+        ? ::dlopen("libcups.so.2", RTLD_LAZY | RTLD_NOLOAD)
+        : nullptr;
+    if (cups == nullptr) {
+        return {};
+    }
+    constexpr int kFirstError = 0x400; // of IPP (RFC 8011) and of CUPS itself; -1 is one too
+    auto* const status = reinterpret_cast<int (*)()>(::dlsym(cups, "cupsLastError"));
+    auto* const text = reinterpret_cast<char const* (*)()>(::dlsym(cups, "cupsLastErrorString"));
+    QString refusal;
+    if (status != nullptr && text != nullptr && (status() < 0 || status() >= kFirstError)) {
+        refusal = QString::fromUtf8(text());
+    }
+    ::dlclose(cups);
+    return refusal;
 }
 
 CPrinterMaker SetPrinterMaker(CPrinterMaker maker)

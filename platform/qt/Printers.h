@@ -27,6 +27,10 @@ QStringList PrinterNames();
 /// The printer of that name, as it is set. Null when there is none, or it cannot be used.
 std::unique_ptr<QPrinter> PrinterOf(QString const& name);
 
+/// Why the print system has not taken the document that was ended on this printer just now; empty
+/// when it has. Qt does not tell: a printer that refuses documents looks like one that prints.
+QString RefusalOf(QPrinter const& printer);
+
 /// Puts something else in the place of the default printer, and gives back what was there; empty
 /// for the default printer itself.
 using CPrinterMaker = std::function<std::unique_ptr<QPrinter>()>;

@@ -109,5 +109,9 @@ CMade PrintToPrinter(CReport const& report, CPrinterTarget const& target, CRepor
         return CannotPrint(
             CTexts::tr("The printer \"%1\" takes no pages.").arg(printer->printerName()));
     }
+    if (auto const refusal = RefusalOf(*printer); !refusal.isEmpty()) {
+        return CannotPrint(CTexts::tr("The printer \"%1\" did not take the report: %2")
+                               .arg(printer->printerName(), refusal));
+    }
     return {};
 }

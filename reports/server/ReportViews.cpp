@@ -123,9 +123,12 @@ QString PreviewReport(QWidget* parent, CReportJob const& job, CReportPlan const&
                                       .arg(ReportName(job))
                                       .arg(printer.Done())
                                       .arg(printer.Pages()));
-        } else if (!isPreview && outcome == CPages::Outcome::stopped) {
-            TellUser(
-                &dialog, CTexts::tr("Error: printing stopped at page %1.").arg(printer.Done()));
+        }
+        auto const refusal = isPreview ? QString() : RefusalOf(*to);
+        if (!isPreview && (outcome != CPages::Outcome::printed || !refusal.isEmpty())) {
+            TellUser(&dialog,
+                CTexts::tr("Error: the report \"%1\" was not printed.").arg(ReportName(job)),
+                refusal);
         }
     });
     dialog.exec();

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <csignal>
 #include <sys/prctl.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -101,9 +102,11 @@ void CReportRun::Finish(int exitCode, QProcess::ExitStatus status)
     bool const hasEnded = status == QProcess::NormalExit;
     CMade made{
         hasEnded ? OutcomeOf(exitCode) : CMade::Outcome::jobFailed, m_strReason.toStdString()};
-    if (!made.IsMade() && std::exchange(m_bStopping, false)) {
+    bool const wasStopped = std::exchange(m_bStopping, false);
+    if (!made.IsMade() && wasStopped) {
         made = {CMade::Outcome::stopped, {}};
-    } else if (!made.IsMade() && made.reason.empty()) {
+    }
+    if (!made.IsMade() && !wasStopped && made.reason.empty()) {
         made.reason = tr("The process that made the report ended too early.").toStdString();
     }
     Q_EMIT Finished(made);

@@ -238,10 +238,22 @@ void CReportWnd::Refresh()
     m_ui->jobList->selectionModel()->setCurrentIndex(m_model.index(row, 0),
         selected.empty() ? QItemSelectionModel::Select | QItemSelectionModel::Rows
                          : QItemSelectionModel::NoUpdate);
-    for (int column = 0; wasEmpty && column < CReportModel::columns; ++column) {
-        m_ui->jobList->resizeColumnToContents(column);
+    if (wasEmpty) {
+        FitColumns();
     }
     ShowSelection();
+}
+
+void CReportWnd::FitColumns()
+{
+    for (int column = 0; column < CReportModel::columns; ++column) {
+        m_ui->jobList->resizeColumnToContents(column);
+    }
+    // States change, to one of this length at most in the usual case.
+    auto const state = fontMetrics().horizontalAdvance(tr("Tried again at 00:00:00 "));
+    auto& header = *m_ui->jobList->header();
+    header.resizeSection(
+        CReportModel::state, std::max(header.sectionSize(CReportModel::state), state));
 }
 
 CQueuedReport const* CReportWnd::Current() const

@@ -47,6 +47,7 @@ private:
     void ShowMenu(QPoint const& at);
     void ShowState();
     void Refresh();
+    void FitColumns();
     void ShowSelection();
     void FitTexts();
     CQueuedReport const* Current() const;

@@ -74,12 +74,13 @@ void CReportWorker::StopReport()
 void CReportWorker::End(bool givesBack)
 {
     m_bEnding = true;
-    if (!m_job) {
-        Q_EMIT Ended();
-    } else if (givesBack) {
+    if (givesBack) {
         StopReport();
     }
     Q_EMIT Changed();
+    if (!m_job) {
+        Q_EMIT Ended();
+    }
 }
 
 void CReportWorker::Pause(QString const& reason, bool triesAgain)
@@ -172,7 +173,7 @@ CDbStatus CReportWorker::SetOutput(CQueuedReport& job, bool& isThere)
         return {};
     }
     bool held = false;
-    auto const status = m_queue.SetOutput(job.id, m_strToken, output, held);
+    auto status = m_queue.SetOutput(job.id, m_strToken, output, held);
     job.output = output;
     return status && !held ? CDbStatus(DbError::gone, {}) : status;
 }
@@ -233,9 +234,11 @@ void CReportWorker::Handle()
     m_renew.stop();
     auto const job = *std::exchange(m_job, std::nullopt);
     auto const made = m_made;
-    if (made.outcome == CMade::Outcome::cannotPrint) {
+    bool const canPrint = made.outcome != CMade::Outcome::cannotPrint;
+    if (!canPrint) {
         Pause(QString::fromStdString(made.reason), true);
-    } else if (m_bStopping) {
+    }
+    if (canPrint && m_bStopping) {
         Pause(made.IsMade() ? tr("Stopped behind a report that was done. Try Again goes on.")
                             : tr("The report was stopped, and waits until you choose Try Again."),
             false);

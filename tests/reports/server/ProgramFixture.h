@@ -49,12 +49,14 @@ protected:
             ::dup2(::open("/dev/null", O_RDONLY), 0);
             ::dup2(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
             ::dup2(::open((path + "2").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
-            std::vector<char*> words = {const_cast<char*>(REPORT_PROGRAM)};
-            for (auto const& argument : arguments) {
-                words.push_back(const_cast<char*>(argument.c_str()));
+            auto words = arguments;
+            words.insert(words.begin(), REPORT_PROGRAM);
+            std::vector<char*> pointers;
+            for (auto& word : words) {
+                pointers.push_back(word.data());
             }
-            words.push_back(nullptr);
-            ::execv(REPORT_PROGRAM, words.data());
+            pointers.push_back(nullptr);
+            ::execv(REPORT_PROGRAM, pointers.data());
             ::_exit(127);
         }
         return process;

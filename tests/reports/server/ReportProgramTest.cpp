@@ -20,7 +20,7 @@ protected:
     static int Times(char const* variable, int usual)
     {
         char const* const text = std::getenv(variable);
-        return text == nullptr ? usual : std::atoi(text);
+        return text == nullptr ? usual : static_cast<int>(std::strtol(text, nullptr, 10));
     }
     /// How many jobs the queue has in each state: waiting, done, failed.
     static std::string States()

@@ -120,7 +120,7 @@ struct CShown
         QVERIFY(QTest::qWaitForWindowActive(&m_window));
         QTest::keyClick(&m_list, key, modifiers);
     }
-    void Press(char const* button) { Child<QPushButton>(m_window, button).click(); }
+    void Press(char const* button) const { Child<QPushButton>(m_window, button).click(); }
     bool CanPress(char const* button) const
     {
         auto const& widget = Child<QPushButton>(m_window, button);

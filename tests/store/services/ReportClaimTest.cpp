@@ -9,7 +9,7 @@
 namespace
 {
 
-class ReportQueueTest : public CStoreTest
+class ReportClaimTest : public CStoreTest
 {
 protected:
     static void Add(int jobs)
@@ -59,7 +59,7 @@ protected:
 
 } // namespace
 
-TEST_F(ReportQueueTest, AFileOfTheFirstVersionKeepsItsJobs)
+TEST_F(ReportClaimTest, AFileOfTheFirstVersionKeepsItsJobs)
 {
     auto old = DataFileSchema(DataFile::report);
     old.steps.resize(1);
@@ -86,7 +86,7 @@ TEST_F(ReportQueueTest, AFileOfTheFirstVersionKeepsItsJobs)
     EXPECT_EQ(findings, std::vector<std::string>());
 }
 
-TEST_F(ReportQueueTest, OneClaimHoldsAJobAndOthersChangeNothing)
+TEST_F(ReportClaimTest, OneClaimHoldsAJobAndOthersChangeNothing)
 {
     EXPECT_EQ(Claim("a"), 0);
     Add(3);
@@ -124,7 +124,7 @@ TEST_F(ReportQueueTest, OneClaimHoldsAJobAndOthersChangeNothing)
     EXPECT_EQ(At(1).attempts, 1);
 }
 
-TEST_F(ReportQueueTest, ADeadServersJobComesBackWhenItsLeaseEnds)
+TEST_F(ReportClaimTest, ADeadServersJobComesBackWhenItsLeaseEnds)
 {
     Add(2);
     EXPECT_EQ(Claim("a"), 1);
@@ -147,7 +147,7 @@ TEST_F(ReportQueueTest, ADeadServersJobComesBackWhenItsLeaseEnds)
     EXPECT_EQ(Counts(), "1 1 0 1");
 }
 
-TEST_F(ReportQueueTest, AFailureIsTriedAgainTwiceWhileOthersGoOn)
+TEST_F(ReportClaimTest, AFailureIsTriedAgainTwiceWhileOthersGoOn)
 {
     Add(2);
     EXPECT_EQ(Claim("a"), 1);
@@ -181,7 +181,7 @@ TEST_F(ReportQueueTest, AFailureIsTriedAgainTwiceWhileOthersGoOn)
     EXPECT_EQ(Counts(), "1 1 0 0");
 }
 
-TEST_F(ReportQueueTest, DoneJobsGoAfterAWeekOrBeyondTwoHundredAndFailedOnesStay)
+TEST_F(ReportClaimTest, DoneJobsGoAfterAWeekOrBeyondTwoHundredAndFailedOnesStay)
 {
     auto const add = [](std::string const& state, int jobs, std::int64_t finished) {
         Run(DataFile::report,
@@ -208,7 +208,7 @@ TEST_F(ReportQueueTest, DoneJobsGoAfterAWeekOrBeyondTwoHundredAndFailedOnesStay)
     EXPECT_EQ(jobs[600].job.m_nParam, 250) << "the newest first";
 }
 
-TEST_F(ReportQueueTest, WhatNoConsoleWritesBlocksNobody)
+TEST_F(ReportClaimTest, WhatNoConsoleWritesBlocksNobody)
 {
     struct Case
     {
@@ -249,7 +249,7 @@ TEST_F(ReportQueueTest, WhatNoConsoleWritesBlocksNobody)
     }
 }
 
-TEST_F(ReportQueueTest, ServersInTwoProcessesMakeEachJobOnce)
+TEST_F(ReportClaimTest, ServersInTwoProcessesMakeEachJobOnce)
 {
     Add(60);
     auto const serve = [this](CPeer const& self) {

@@ -9,8 +9,6 @@
 namespace
 {
 
-constexpr double kLeastMargin = 18; // points
-
 CPrinterMaker g_maker;
 
 std::unique_ptr<QPrinter> MakeOf(QPrinterInfo const& info)
@@ -49,8 +47,8 @@ QPageSize SizeOf(QPagedPaintDevice const& device, QPageSize::PageSizeId paper)
 
 } // namespace
 
-void SetPaper(
-    QPagedPaintDevice& device, QPageSize::PageSizeId paper, QPageLayout::Orientation orientation)
+void SetPaper(QPagedPaintDevice& device, QPageSize::PageSizeId paper,
+    QPageLayout::Orientation orientation, double leastMargin)
 {
     device.setPageSize(SizeOf(device, paper));
     device.setPageOrientation(orientation);
@@ -58,8 +56,8 @@ void SetPaper(
     layout.setUnits(QPageLayout::Point);
     auto const least = layout.minimumMargins();
     device.setPageMargins(
-        {std::max(least.left(), kLeastMargin), std::max(least.top(), kLeastMargin),
-            std::max(least.right(), kLeastMargin), std::max(least.bottom(), kLeastMargin)},
+        {std::max(least.left(), leastMargin), std::max(least.top(), leastMargin),
+            std::max(least.right(), leastMargin), std::max(least.bottom(), leastMargin)},
         QPageLayout::Point);
 }
 

@@ -8,10 +8,12 @@
 #include <functional>
 #include <memory>
 
-/// Paper with no wider margins than the device needs, and a quarter of an inch at least: what
-/// stands at the very edge of a sheet is not printed by most printers, whatever they say.
-void SetPaper(
-    QPagedPaintDevice& device, QPageSize::PageSizeId paper, QPageLayout::Orientation orientation);
+constexpr double kLeastMargin = 18; ///< points: a quarter of an inch
+
+/// Paper with no wider margins than the device needs, and some points at least: what stands at the
+/// very edge of a sheet is not printed by most printers, whatever they say.
+void SetPaper(QPagedPaintDevice& device, QPageSize::PageSizeId paper,
+    QPageLayout::Orientation orientation, double leastMargin = kLeastMargin);
 void SetLetterPaper(QPagedPaintDevice& device, QPageLayout::Orientation orientation);
 
 /// The user's default printer, as it is set but for paper and orientation, with the document's

@@ -1,5 +1,6 @@
 #include "reports/pages/ReportPrinter.h"
 
+#include "platform/qt/Printers.h"
 #include "reports/pages/Drawings.h"
 #include "reports/pages/PageFlow.h"
 #include "reports/pages/TableFlow.h"
@@ -93,6 +94,16 @@ bool FlowReport(CPageFlow& flow, CReport const& report)
 }
 
 } // namespace
+
+QPageLayout::Orientation OrientationOf(CReport const& report)
+{
+    return report.m_bLandscape ? QPageLayout::Landscape : QPageLayout::Portrait;
+}
+
+void SetReportPaper(QPagedPaintDevice& device, QPageSize::PageSizeId paper, CReport const& report)
+{
+    SetPaper(device, paper, OrientationOf(report), 2 * kLeastMargin);
+}
 
 CPages::Outcome CReportPrinter::Print(
     QPagedPaintDevice& device, CReportWatch const& watch, int mostPages)

@@ -3,7 +3,14 @@
 #include "platform/qt/Pages.h"
 #include "reports/content/BuildReport.h"
 
+#include <QPageLayout>
+#include <QPageSize>
+
 #include <limits>
+
+QPageLayout::Orientation OrientationOf(CReport const& report);
+/// Paper as the report needs it, with margins that a page to be handed out has.
+void SetReportPaper(QPagedPaintDevice& device, QPageSize::PageSizeId paper, CReport const& report);
 
 /// Draws a report on the pages of a device, as its page layout and paper are set.
 class CReportPrinter

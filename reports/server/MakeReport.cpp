@@ -16,11 +16,6 @@ struct CTexts
     Q_DECLARE_TR_FUNCTIONS(CMakeReport)
 };
 
-QPageLayout::Orientation OrientationOf(CReport const& report)
-{
-    return report.m_bLandscape ? QPageLayout::Landscape : QPageLayout::Portrait;
-}
-
 CMade CannotPrint(std::string const& reason)
 {
     return {CMade::Outcome::cannotPrint, reason};
@@ -63,7 +58,7 @@ CMade PrintToFile(CReport const& report, CPdfTarget const& target, CReportWatch 
         QPdfWriter device(&file);
         device.setTitle(QString::fromStdString(report.m_strTitle));
         device.setCreator(QStringLiteral("Corvana"));
-        SetPaper(device, target.paper, OrientationOf(report));
+        SetReportPaper(device, target.paper, report);
         outcome = CReportPrinter(report).Print(device, [&](double done) {
             goesOn = !watch || watch(done);
             return goesOn && file.IsWritten();
@@ -94,7 +89,7 @@ CMade PrintToPrinter(CReport const& report, CPrinterTarget const& target, CRepor
                 : CTexts::tr("The printer \"%1\" is not there.").arg(target.printer));
     }
     printer->setDocName(QString::fromStdString(report.m_strTitle));
-    SetPaper(*printer, target.paper, OrientationOf(report));
+    SetReportPaper(*printer, target.paper, report);
     printer->setCopyCount(target.copies);
     bool goesOn = true;
     auto const outcome = CReportPrinter(report).Print(*printer, [&](double done) {

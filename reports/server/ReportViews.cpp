@@ -42,11 +42,6 @@ public:
     CWait& operator=(CWait const&) = delete;
 };
 
-QPageLayout::Orientation OrientationOf(CReport const& report)
-{
-    return report.m_bLandscape ? QPageLayout::Landscape : QPageLayout::Portrait;
-}
-
 std::optional<CReport> Read(QWidget* parent, CReportJob const& job)
 {
     CReport report;
@@ -72,7 +67,7 @@ std::unique_ptr<QPrinter> PrinterFor(CReport const& report, CReportPlan const& p
         : DefaultPrinter(name, OrientationOf(report));
     if (printer != nullptr) {
         printer->setDocName(name);
-        SetPaper(*printer, plan.Paper(), OrientationOf(report));
+        SetReportPaper(*printer, plan.Paper(), report);
     }
     return printer;
 }
@@ -107,7 +102,7 @@ QString PreviewReport(QWidget* parent, CReportJob const& job, CReportPlan const&
     auto device = PrinterFor(*report, plan);
     if (device == nullptr) {
         device = std::make_unique<QPrinter>(QPrinter::HighResolution);
-        SetPaper(*device, plan.Paper(), OrientationOf(*report));
+        SetReportPaper(*device, plan.Paper(), *report);
     }
     QPrintPreviewDialog dialog(device.get(), parent);
     dialog.setObjectName(u"previewDialog"_s);

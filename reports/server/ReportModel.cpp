@@ -94,7 +94,7 @@ QString CReportModel::StateText(CQueuedReport const& job) const
         return tr("Being made by another server");
     }
     return job.notBefore > QDateTime::currentSecsSinceEpoch()
-        ? tr("Tried again at %1").arg(TimeText(job.notBefore, u"HH:mm:ss"_s))
+        ? tr("To be tried again at %1").arg(TimeText(job.notBefore, u"HH:mm:ss"_s))
         : tr("Waiting");
 }
 
@@ -108,8 +108,9 @@ QString CReportModel::Text(CQueuedReport const& job, int column) const
     case state:
         return StateText(job);
     case when:
-        return job.state == CQueuedReport::done
-            ? TimeText(job.finished, u"MM/dd/yyyy HH:mm:ss"_s)
+        return job.state == CQueuedReport::done ? TimeText(job.finished, u"MM/dd/yyyy HH:mm:ss"_s)
+            : job.attempts == 0
+            ? QString()
             : tr("%1 of %2 attempts").arg(job.attempts).arg(CReportQueue::kMostAttempts);
     case output:
         return job.output.starts_with('/')

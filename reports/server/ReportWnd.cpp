@@ -192,6 +192,7 @@ void CReportWnd::ShowState()
         FitTexts();
     }
     bool const isPaused = !job && !pause.isEmpty();
+    m_ui->progressBar->setTextVisible(job.has_value());
     m_ui->progressBar->setValue(job ? m_worker.Percent() : 0);
     m_ui->stopButton->setEnabled(job.has_value());
     m_ui->goOnButton->setVisible(isPaused);

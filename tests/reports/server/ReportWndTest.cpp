@@ -173,7 +173,7 @@ void ReportWndTest::theListTellsWhatBecameOfEachReport()
     CShown shown;
     QTRY_COMPARE(Pdfs(), 1);
     QTRY_COMPARE(shown.Cell(1, CReportModel::state), u"Done"_s);
-    QVERIFY(shown.Cell(0, CReportModel::state).startsWith(u"Tried again at "_s));
+    QVERIFY(shown.Cell(0, CReportModel::state).startsWith(u"To be tried again at "_s));
     QCOMPARE(shown.Cell(0, CReportModel::when), u"1 of 3 attempts"_s);
     QVERIFY(shown.Cell(1, CReportModel::output).startsWith(u"Member Count "_s));
     QCOMPARE(shown.State(), u"Waiting for reports."_s);

@@ -160,7 +160,7 @@ CDbStatus CReportWorker::SetOutput(CQueuedReport& job, bool& isThere)
         return {};
     }
     if (!m_plan.isToPrinter) {
-        if (auto const status = m_plan.PrepareFolder(); !status) {
+        if (auto status = m_plan.PrepareFolder(); !status) {
             return status;
         }
         bool const isKept

@@ -26,9 +26,13 @@ struct CTexts
 constexpr int kMostPages = std::numeric_limits<int>::max();
 constexpr int kMostPreviewPages = 100; // each is kept in memory
 
-void TellPrinted(QWidget* parent, CPrintOut const& document, CPrinted const& printed)
+void TellPrinted(
+    QWidget* parent, CPrintOut const& document, CPrinted const& printed, QString const& refusal)
 {
-    if (printed.m_outcome == CPages::Outcome::stopped) {
+    if (!refusal.isEmpty()) {
+        Tell(parent, CTexts::tr("Error: the printer did not take \"%1\".").arg(document.m_strName),
+            CMessageIcon::none, refusal);
+    } else if (printed.m_outcome == CPages::Outcome::stopped) {
         Tell(parent, CTexts::tr("Error: printing stopped at page %1.").arg(printed.m_nPage));
     } else if (!printed.m_bRead) {
         document.m_fnTellNotRead();
@@ -50,9 +54,10 @@ void Print(QWidget* parent, CPrintOut const& document, std::unique_ptr<CWaitDlg>
     }
     auto const device = DefaultPrinter(document.m_strName, document.m_orientation);
     auto const printed = device != nullptr ? document.m_fnPrint(*device, kMostPages) : CPrinted();
+    auto const refusal = device != nullptr ? RefusalOf(*device) : QString();
     wait.reset();
     cursor.reset();
-    TellPrinted(parent, document, printed);
+    TellPrinted(parent, document, printed, refusal);
 }
 
 void Preview(QWidget* parent, CPrintOut const& document)
@@ -71,7 +76,7 @@ void Preview(QWidget* parent, CPrintOut const& document)
         bool const isPreview = to->paintEngine()->type() == QPaintEngine::Picture;
         auto const printed = document.m_fnPrint(*to, isPreview ? kMostPreviewPages : kMostPages);
         if (!isPreview) {
-            TellPrinted(parent, document, printed);
+            TellPrinted(parent, document, printed, RefusalOf(*to));
         } else if (printed.m_bCut) {
             dialog.setWindowTitle(CTexts::tr("Preview of %1, first %2 pages")
                                       .arg(document.m_strName, QString::number(printed.m_nPage)));

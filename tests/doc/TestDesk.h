@@ -7,6 +7,8 @@
 #include "tests/ui/MessageRecorder.h"
 #include "tests/ui/UserSteps.h"
 
+#include <type_traits>
+
 /// A document over a fresh centre, and who sits in front of it.
 class CTestDesk
 {
@@ -29,11 +31,19 @@ public:
         return result;
     }
 
-    /// The messages that an operation of the document ends with.
-    QString Told(QList<CDialogUser::Step> const& steps, void (CCorvanaDoc::*operation)())
+    /// The messages that an operation ends with, one of the document or any other.
+    template <typename Operation>
+    QString Told(QList<CDialogUser::Step> const& steps, Operation const& operation)
     {
         auto const before = m_messages.Texts().size();
-        Use(steps, [&] { return (m_doc.*operation)(), true; });
+        Use(steps, [&] {
+            if constexpr (std::is_member_function_pointer_v<Operation>) {
+                (m_doc.*operation)();
+            } else {
+                operation();
+            }
+            return true;
+        });
         return m_messages.Texts().sliced(before).join(u'|');
     }
 

@@ -25,6 +25,15 @@ inline void AddClass(int memberID, int index, std::string const& names)
         + std::to_string(index) + ", " + names + ", 1, 1, 2, 3)");
 }
 
+/// Adds so many workouts, a minute apart, of the member that the SQL makes of i, from 1 on.
+inline void AddWorkouts(int count, std::string const& member)
+{
+    RunOnMembers("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
+        + std::to_string(count) + ") INSERT INTO workouts SELECT NULL, " + member
+        + ", 0, 1, 3900000000 + i * 60, 3900000000 + i * 90, 0, i % 1000, 0, 0, 0, 0, 0, 0, 0, 0,"
+          " 0, 0, 0 FROM n");
+}
+
 /// Adds a row whose fields the function sets.
 template <typename Set, typename Fill>
 void Store(Fill const& fill)

@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QTimer>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -33,15 +35,13 @@ public:
                      " FROM evaluations");
     }
 
-    QString Path(QString const& name) const
+    QString Path(QString const& name = {}) const
     {
         return QString::fromStdString(m_centre.Folder().string()) + u'/' + name;
     }
     static QStringList All()
     {
-        auto rows
-            = Rows({u"members"_s, u"profiles"_s, u"enrollments"_s, u"classes"_s, u"messages"_s,
-                u"workouts"_s, u"evaluations"_s, u"skinfolds"_s, u"body_compositions"_s});
+        auto rows = Rows() + Rows({u"evaluations"_s, u"skinfolds"_s, u"body_compositions"_s});
         rows.sort();
         return rows;
     }
@@ -53,23 +53,19 @@ public:
         };
     }
 
-    /// What the operation tells, and the last detail of it.
+    /// What the operation tells.
     QString Run(void (CCorvanaDoc::*operation)(CRecordKind), CRecordKind kind,
-        QList<CDialogUser::Step> const& steps, QList<bool> const& answers, QString const& file)
+        QList<CDialogUser::Step> const& steps = {}, QList<bool> const& answers = {},
+        QString const& file = {})
     {
         m_messages.AnswerNext(answers);
         m_files.AnswerNext(file.isEmpty() ? QStringList() : QStringList{Path(file)});
-        auto const before = m_messages.Texts().size();
-        Use(steps, [&] { return (m_doc.*operation)(kind), true; });
-        return m_messages.Texts().sliced(before).join(u'|');
+        return Told(steps, [&] { (m_doc.*operation)(kind); });
     }
+    QString ArchiveMembers() { return Run(&CCorvanaDoc::ArchiveAll, CRecordKind::members); }
     QString BackUp(CRecordKind kind, QString const& file)
     {
         return Run(&CCorvanaDoc::BackUpAll, kind, {}, {}, file);
-    }
-    QString Archive(CRecordKind kind, QString const& file)
-    {
-        return Run(&CCorvanaDoc::ArchiveAll, kind, {Password()}, {true}, file);
     }
     QString Restore(CRecordKind kind, QList<bool> const& answers, QString const& file,
         QList<CDialogUser::Step> const& steps = {})
@@ -95,8 +91,7 @@ class TransferTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void archivesAndRestoresTheWholeCentre();
-    void asksBeforeItArchives();
-    void backsUpWithoutReplacingAFile();
+    void asksFirstAndReplacesNoFile();
     void restoresOneMemberAndRefusesOtherFiles();
     void changesDisksForADrive();
     void deletesAllOrOneMembersRecords();
@@ -108,17 +103,18 @@ void TransferTest::archivesAndRestoresTheWholeCentre()
     CTransferDesk desk;
     auto const before = desk.All();
     int const counts[] = {3, 3, 4, 2};
+    QStringList const first{u"evaluation"_s, u"body composition"_s, u"workout"_s};
     for (std::size_t i = 0; i < kKinds.size(); ++i) {
         // Members go last.
         QVERIFY(i == 3
-            || desk.Run(&CCorvanaDoc::ArchiveAll, CRecordKind::members, {}, {}, {})
-                   .contains(u"before archiving members"_s));
-        auto const file = u"archive%1.dat"_s.arg(i);
-        QCOMPARE(desk.Archive(kKinds[i], file),
+            || desk.ArchiveMembers()
+                == u"All %1 records must be archived before archiving members."_s.arg(
+                    first[qsizetype(i)]));
+        QCOMPARE(desk.Run(&CCorvanaDoc::ArchiveAll, kKinds[i], {desk.Password()}, {true},
+                     u"archive%1.dat"_s.arg(i)),
             kWarning + u"|You have archived %1 record(s)."_s.arg(counts[i]));
-        QCOMPARE(desk.Run(&CCorvanaDoc::ArchiveAll, kKinds[i], {}, {}, {}),
-            u"No records are available for archive."_s);
     }
+    QCOMPARE(desk.ArchiveMembers(), u"No records are available for archive."_s);
     QCOMPARE(desk.All(), QStringList());
     QVERIFY(desk.m_views.m_lstTreeCalls.contains(u"Refresh 8 -9 0"_s));
     QVERIFY(desk.m_views.m_lstTreeCalls.contains(u"Remove 7"_s));
@@ -132,63 +128,44 @@ void TransferTest::archivesAndRestoresTheWholeCentre()
     QCOMPARE(desk.All(), before);
 }
 
-void TransferTest::asksBeforeItArchives()
+void TransferTest::asksFirstAndReplacesNoFile()
 {
     CTransferDesk desk;
     auto const before = desk.All();
     auto const archive = [&](QList<CDialogUser::Step> const& steps, QList<bool> const& answers,
-                             QString const& file) {
+                             QString const& file = {}) {
         return desk.Run(&CCorvanaDoc::ArchiveAll, CRecordKind::workouts, steps, answers, file);
     };
-    QCOMPARE(archive({ClickCancel}, {}, {}), QString());
-    QCOMPARE(archive({desk.Password(u"wrong"_s)}, {false}, {}),
+    QCOMPARE(archive({desk.Password(u"wrong"_s)}, {false}),
         u"Sorry, you have entered an incorrect password"_s);
-    QCOMPARE(archive({desk.Password()}, {false}, {}), kWarning);
+    QCOMPARE(archive({desk.Password()}, {false}), kWarning);
     auto const& warning = desk.m_messages.Messages().constLast();
     QVERIFY(
         warning.m_question == CQuestion::destroying && warning.m_icon == CMessageIcon::exclamation);
-    QCOMPARE(archive({desk.Password()}, {true}, {}), kWarning); // no file is chosen
+    QCOMPARE(archive({desk.Password()}, {true}), kWarning); // no file is chosen
+    QCOMPARE(
+        desk.BackUp(CRecordKind::workouts, u"mine.dat"_s), u"You have backed up 4 record(s)."_s);
+    auto const mine = ReadFile(desk.Path(u"mine.dat"_s).toStdString());
+    QCOMPARE(std::ranges::count(mine, '\n'), 4);
     // A file that is there stays, and so do the records.
-    WriteFile(desk.Path(u"mine.dat"_s).toStdString(), "mine");
+    auto const failed = u"Error: file already exists\nor cannot write to file"_s;
     QCOMPARE(archive({desk.Password()}, {true}, u"mine.dat"_s),
-        kWarning
-            + u"|Error: file already exists\nor cannot write to file|"
-              "You have archived 0 record(s)."_s);
+        kWarning + u'|' + failed + u"|You have archived 0 record(s)."_s);
+    QCOMPARE(desk.BackUp(CRecordKind::evaluations, u"mine.dat"_s),
+        failed + u"|You have backed up 0 record(s)."_s);
+    auto const& told = desk.m_messages.Messages();
+    QVERIFY(!told[told.size() - 2].m_strDetail.isEmpty());
     QCOMPARE(desk.All(), before);
-    QCOMPARE(ReadFile(desk.Path(u"mine.dat"_s).toStdString()), std::string("mine"));
-    for (auto const& [sql, text] : {std::pair("DELETE FROM evaluations", u"body composition"_s),
-             {"DELETE FROM body_compositions", u"workout"_s}}) {
-        RunOnMembers(sql);
-        QCOMPARE(desk.Run(&CCorvanaDoc::ArchiveAll, CRecordKind::members, {}, {}, {}),
-            u"All %1 records must be archived before archiving members."_s.arg(text));
-    }
-}
-
-void TransferTest::backsUpWithoutReplacingAFile()
-{
-    CTransferDesk desk;
-    auto const before = desk.All();
-    QCOMPARE(
-        desk.BackUp(CRecordKind::evaluations, u"e.dat"_s), u"You have backed up 3 record(s)."_s);
-    auto const failed = u"Error: file already exists\nor cannot write to file|"
-                        "You have backed up 0 record(s)."_s;
-    for (auto const& file : {u"e.dat"_s, u"nowhere/e.dat"_s, u"."_s}) {
-        QCOMPARE(desk.BackUp(CRecordKind::evaluations, file), failed);
-        auto const& told = desk.m_messages.Messages();
-        QVERIFY(!told[told.size() - 2].m_strDetail.isEmpty());
-    }
-    QCOMPARE(desk.BackUp(CRecordKind::workouts, {}), QString());
-    QCOMPARE(desk.m_files.Questions().constLast().m_strFilter.section(u";;"_s, 0, 1),
-        u"Data Files (*.dat);;Text Files (*.txt)"_s);
-    auto const lines = QString::fromStdString(ReadFile(desk.Path(u"e.dat"_s).toStdString()));
-    QCOMPARE(lines.count(u"EV1|"_s), 3);
-    QCOMPARE(desk.All(), before);
+    QVERIFY(ReadFile(desk.Path(u"mine.dat"_s).toStdString()) == mine);
     RunOnMembers("DELETE FROM workouts");
-    QCOMPARE(
-        desk.BackUp(CRecordKind::workouts, u"w.dat"_s), u"No records are available for backup."_s);
+    auto const none = u"No records are available for backup."_s;
+    QCOMPARE(desk.BackUp(CRecordKind::workouts, u"w.dat"_s), none);
     RunOnMembers("ALTER TABLE workouts RENAME TO away");
-    QCOMPARE(desk.BackUp(CRecordKind::workouts, u"w.dat"_s),
-        u"Error: the workouts could not be read."_s);
+    auto const unread = u"Error: the workouts could not be read."_s;
+    QCOMPARE(desk.BackUp(CRecordKind::workouts, u"w.dat"_s), unread);
+    RunOnMembers("DELETE FROM evaluations");
+    RunOnMembers("DELETE FROM body_compositions");
+    QCOMPARE(desk.ArchiveMembers(), unread);
 }
 
 void TransferTest::restoresOneMemberAndRefusesOtherFiles()
@@ -206,7 +183,6 @@ void TransferTest::restoresOneMemberAndRefusesOtherFiles()
         kOneMember + u"|You have restored 1 record(s)."_s);
     QCOMPARE(desk.m_views.m_lstTreeCalls.constLast(), u"Refresh 8 -9 0"_s);
     QCOMPARE(desk.Restore(CRecordKind::workouts, {true}, {}, {ClickCancel}), kOneMember);
-    QCOMPARE(desk.Restore(CRecordKind::workouts, {false}, {}), kOneMember);
     // A member who need not be there is restored, the records of others are not.
     RunOnMembers("DELETE FROM members WHERE member_id = 8");
     QCOMPARE(desk.Restore(CRecordKind::workouts, {false}, workouts),
@@ -225,51 +201,37 @@ void TransferTest::restoresOneMemberAndRefusesOtherFiles()
     }
     QCOMPARE(desk.All(), before);
 
-    auto const refuse = [&](QString const& file, QString const& text) {
+    for (auto const& [file, text] :
+        {std::pair(members, u"Error: empty file, incompatible file format, or corrupt data"_s),
+            {u"absent"_s, u"Error: file does not exist\nor cannot read from file"_s}}) {
         QCOMPARE(desk.Restore(CRecordKind::workouts, {false}, file),
             kOneMember + u'|' + text + u"|You have restored 0 record(s)."_s);
-    };
-    auto const corrupt = u"Error: empty file, incompatible file format, or corrupt data"_s;
-    auto const missing = u"Error: file does not exist\nor cannot read from file"_s;
-    WriteFile(desk.Path(u"empty"_s).toStdString(), "");
-    refuse(u"empty"_s, corrupt);
-    refuse(members, corrupt);
-    refuse(u"."_s, missing);
-    refuse(u"absent"_s, missing);
+    }
     QCOMPARE(desk.All(), before);
 }
 
 void TransferTest::changesDisksForADrive()
 {
     CTransferDesk desk;
-    RunOnMembers("DELETE FROM workouts");
-    auto const add = [](int count) {
-        RunOnMembers("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
-            + std::to_string(count)
-            + ") INSERT INTO workouts SELECT NULL, 7, 0, 4, 4000000000 + i, 4000000000 + i, 0, 0, "
-              "0,"
-              " 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 FROM n");
-    };
-    auto const here = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(desk.Path(u"."_s)));
-    add(5001);
     auto& set = desk.m_doc.m_setWk;
-    auto const first = u"Insert a blank formatted disk then click \"OK\"."_s;
+    auto const here = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(desk.Path()));
     auto const next = u"Insert another blank formatted\ndisk then click \"OK\"."_s;
-    int disk = 0;
     desk.m_messages.m_fnWhileShown = [&] {
         if (desk.m_messages.Texts().constLast() == next) {
-            QVERIFY(QFile::rename(u"a.dat"_s, u"disk%1"_s.arg(++disk)));
+            QVERIFY(QFile::rename(u"a.dat"_s, u"disk1"_s));
         }
     };
+    RunOnMembers("DELETE FROM workouts");
+    AddWorkouts(5001, "7");
     QCOMPARE(set.FindWks(0), 5001);
     QCOMPARE(desk.m_doc.WriteDataFile(set, CTransfer::archive, u"a.dat"_s), 5001);
-    QCOMPARE(desk.m_messages.Texts().sliced(desk.m_messages.Texts().size() - 2),
-        (QStringList{first, next}));
-    QCOMPARE(ReadFile("disk1").size() / ReadFile("a.dat").size(), 5000U);
+    QCOMPARE(desk.m_messages.Texts(),
+        (QStringList{u"Insert a blank formatted disk then click \"OK\"."_s, next}));
+    QCOMPARE(std::ranges::count(ReadFile("disk1"), '\n'), 5000);
     QCOMPARE(set.FindWks(0), 0);
     // The second disk is not blank: what stands on the first one counts, and nothing is deleted.
-    add(5001);
+    AddWorkouts(5001, "7");
     set.FindWks(0);
     desk.m_messages.m_fnWhileShown = {};
     QVERIFY(QFile::remove(u"a.dat"_s));
@@ -295,28 +257,24 @@ void TransferTest::deletesAllOrOneMembersRecords()
                 ClickCancel(dialog);
             }
         };
-        return desk.Run(&CCorvanaDoc::DeleteAll, kind, {desk.Password(), choose}, {}, {}) + focus;
+        return desk.Run(&CCorvanaDoc::DeleteAll, kind, {desk.Password(), choose}) + focus;
     };
     auto const before = desk.All();
-    QCOMPARE(
-        desk.Run(&CCorvanaDoc::DeleteAll, CRecordKind::workouts, {ClickCancel}, {}, {}), QString());
+    QCOMPARE(desk.Run(&CCorvanaDoc::DeleteAll, CRecordKind::workouts, {ClickCancel}), QString());
     auto const member = u"oneMemberRadio memberIDEdit="_s;
-    for (auto const& [steps, text] :
-        {std::pair(member, u"Enter an integer. @memberIDEdit"_s),
-            {member + u"1000000000"_s,
-                u"Enter an integer between 0 and 999999999. @memberIDEdit"_s},
-            {member + u'9',
+    for (auto const& [id, text] :
+        {std::pair(u"1000000000"_s, u"Enter an integer between 0 and 999999999. @memberIDEdit"_s),
+            {u"9"_s,
                 u"Sorry, there is no member in the database\nthat matches ID 9. @memberIDEdit"_s}}) {
-        QCOMPARE(remove(CRecordKind::workouts, steps), text);
+        QCOMPARE(remove(CRecordKind::workouts, member + id), text);
     }
     QCOMPARE(desk.All(), before);
-    AddMember(9);
-    QCOMPARE(remove(CRecordKind::evaluations, member + u'9'),
-        u"No evaluations are recorded for Member ID 9."_s);
     QCOMPARE(remove(CRecordKind::evaluations, member + u'7'),
         u"You have deleted 2 evaluation record(s)."_s);
     QCOMPARE(desk.m_views.m_lstTreeCalls.constLast(), u"Refresh 7 -8 0"_s);
     QCOMPARE(desk.All().filter(u"skinfolds: "_s).size(), 1);
+    QCOMPARE(remove(CRecordKind::evaluations, member + u'7'),
+        u"No evaluations are recorded for Member ID 7."_s);
     QCOMPARE(remove(CRecordKind::workouts, {}), u"You have deleted 4 workout record(s)."_s);
     QCOMPARE(
         remove(CRecordKind::bodyComps, {}), u"You have deleted 3 body composition record(s)."_s);
@@ -333,11 +291,10 @@ void TransferTest::deletesAllOrOneMembersRecords()
     desk.m_messages.AnswerNext({false, true});
     for (int const deleted : {0, 1}) {
         int count = -1;
-        desk.Use(
-            {desk.Password()}, [&] { return count = desk.m_doc.DeleteRecords(evals, true), true; });
-        QCOMPARE(count, deleted);
-        QCOMPARE(desk.m_messages.Texts().constLast(),
+        QCOMPARE(
+            desk.Told({desk.Password()}, [&] { count = desk.m_doc.DeleteRecords(evals, true); }),
             u"Are you sure you want to permanently\ndelete all of the records?"_s);
+        QCOMPARE(count, deleted);
     }
     QCOMPARE(desk.All().filter(u"evaluations: "_s).size(), 1);
 }
@@ -345,36 +302,31 @@ void TransferTest::deletesAllOrOneMembersRecords()
 void TransferTest::canBeStoppedBeforeAnythingIsDone()
 {
     CTransferDesk desk;
-    RunOnMembers("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 60000)"
-                 " INSERT INTO workouts SELECT NULL, 7, 0, 4, 4000000000 + i, 4000000000 + i, 0, 0,"
-                 " 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 FROM n");
+    AddWorkouts(60000, "7");
     auto& set = desk.m_doc.m_setWk;
     auto const path = desk.Path(u"stopped.dat"_s);
     // Presses Stop as soon as the window with the bar is there.
     auto const stop = [&](auto const& operation) {
         QTimer timer;
         connect(&timer, &QTimer::timeout, &timer, [] {
-            auto* const window = QApplication::activeModalWidget();
-            auto* const button = window != nullptr ? window->findChild<QPushButton*>() : nullptr;
-            if (button != nullptr) {
-                button->click();
+            if (auto* const window = QApplication::activeModalWidget(); window != nullptr) {
+                Child<QPushButton>(*window, "stopButton").click();
             }
         });
         timer.start(1);
         QCOMPARE(operation(), 0);
     };
-    auto const before = desk.All().size();
     QCOMPARE(set.FindWks(0), 60004);
     for (auto const mode : {CTransfer::backup, CTransfer::archive}) {
         stop([&] { return desk.m_doc.WriteDataFile(set, mode, path); });
-        QVERIFY(!QFile::exists(path) && !QFile::exists(path + u".part"_s));
+        QVERIFY(QDir(desk.Path()).entryList({u"stopped*"_s}).isEmpty());
     }
     QCOMPARE(desk.m_doc.WriteDataFile(set, CTransfer::backup, path), 60004);
-    RunOnMembers("DELETE FROM workouts WHERE check_in > 4000000000");
-    auto const left = desk.All().size();
-    stop([&] { return desk.m_doc.ReadDataFile(set, 0, true, path, '|'); });
-    QCOMPARE(desk.All().size(), left);
-    QCOMPARE(desk.m_doc.ReadDataFile(set, 0, true, path, '|'), int(before - left));
+    RunOnMembers("DELETE FROM workouts WHERE check_in < 3950000000");
+    auto const read = [&] { return desk.m_doc.ReadDataFile(set, 0, true, path, '|'); };
+    stop(read);
+    QCOMPARE(set.FindWks(0), 4);
+    QCOMPARE(read(), 60000);
     QCOMPARE(desk.m_messages.Texts(), QStringList());
 }
 

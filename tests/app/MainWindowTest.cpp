@@ -85,6 +85,7 @@ class MainWindowTest : public QObject
 private Q_SLOTS:
     void everythingHasItsPlace();
     void everyCommandReachesItsOperation();
+    void mnemonicsAreUniqueInEachMenu();
     void statusBarShowsPromptsAndLockKeys();
     void buttonsReachTheirOperations();
     void bannerHasItsColoursAndIsReadOut();
@@ -168,6 +169,25 @@ void MainWindowTest::everyCommandReachesItsOperation()
                 32868, 32883, 32886}}};
     QCOMPARE(did.keys(), expected.keys());
     QCOMPARE(did.values(), expected.values());
+}
+
+void MainWindowTest::mnemonicsAreUniqueInEachMenu()
+{
+    CWindowDesk const desk;
+    auto menus = desk.m_frame.findChildren<QMenu*>();
+    QList<QWidget*> bars(menus.begin(), menus.end());
+    for (auto const* const bar : bars << desk.m_frame.menuBar()) {
+        QString used;
+        for (auto const* const action : bar->actions()) {
+            // One text carries two mnemonics; both count.
+            auto const parts = action->text().toUpper().split(u'&');
+            QVERIFY2(parts.size() > 1 || action->isSeparator(), qPrintable(action->text()));
+            for (auto const& part : parts.sliced(1)) {
+                QVERIFY2(!used.contains(part[0]), qPrintable(action->text()));
+                used += part[0];
+            }
+        }
+    }
 }
 
 void MainWindowTest::statusBarShowsPromptsAndLockKeys()

@@ -1,6 +1,11 @@
 #include "platform/db/FileUse.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestDesk.h"
+#include "tests/ui/FormCheck.h"
+#include "tests/ui/LargeFont.h"
+
+#include <QAccessible>
+#include <QLineEdit>
 
 #include <filesystem>
 #include <utility>
@@ -11,32 +16,11 @@ class CorvanaDocTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void loadsTheConfiguration();
     void saysWhatCannotBeLoaded();
     void compactsAfterTheWarningAndEnds();
     void takesTheDefaultClassAsFarAsItGoes();
+    void opensTheGateForTheRightPasswordAlone();
 };
-
-void CorvanaDocTest::loadsTheConfiguration()
-{
-    CTestDesk desk;
-    CTestCentre::Run("INSERT INTO lift_stations (name, least_lift, greatest_lift) "
-                     "VALUES ('Leg Curl', 10, 250)");
-    auto& doc = desk.m_doc;
-    QVERIFY(doc.OnNewDocument());
-    QVERIFY(desk.m_messages.Texts().isEmpty());
-    QVERIFY(desk.m_app.m_lstCalls.isEmpty()); // the option of the report server is off
-    // The sets are closed, and their values still there.
-    QCOMPARE(doc.m_setCenter.m_strCenterName, "Riverside Fitness Center");
-    QCOMPARE(doc.m_setTouch.m_clrFrame, 0x784A16U);
-    QCOMPARE(doc.m_setDef.m_nDefGradeStat, 1);
-    QVERIFY(doc.m_setCenter.IsEOF() && doc.m_setTouch.IsEOF() && doc.m_setDef.IsEOF());
-    QVERIFY(doc.m_setBon.IsEOF() && doc.m_setCat.IsEOF() && doc.m_setCour.IsEOF());
-    QVERIFY(doc.m_setSec.IsEOF());
-    QCOMPARE(doc.m_lstStnNames, (std::vector<std::string>{"Leg Press", "Chest Press", "Rowing"}));
-    QCOMPARE(doc.m_lstStnAbbrs, (std::vector<std::string>{"LP", "CP", "RW"}));
-    QCOMPARE(doc.m_circuit.m_nNumStations, 1);
-}
 
 void CorvanaDocTest::saysWhatCannotBeLoaded()
 {
@@ -105,6 +89,42 @@ void CorvanaDocTest::takesTheDefaultClassAsFarAsItGoes()
         QVERIFY(doc.SetDefaultClass());
         QCOMPARE(
             doc.m_strDefCategory + "|" + doc.m_strDefCourse + "|" + doc.m_strDefSection, expected);
+    }
+}
+
+void CorvanaDocTest::opensTheGateForTheRightPasswordAlone()
+{
+    CTestDesk desk;
+    QVERIFY(desk.m_doc.m_setCenter.SetPassword("OpenSesame"));
+    // Whether it opens, after how many questions whether to retry, of which those are answered.
+    auto const gate = [&](QList<CDialogUser::Step> const& steps, QList<bool> const& retries = {}) {
+        auto const before = desk.m_messages.Messages().size();
+        desk.m_messages.AnswerNext(retries);
+        bool const opens = CTestDesk::Use(steps, [&] { return desk.m_doc.VerifyPassword(); });
+        return std::pair(opens, desk.m_messages.Messages().size() - before);
+    };
+    auto const right = Steps(u"passwordEdit=OpenSesame OK"_s);
+    auto const wrong = Steps(u"passwordEdit=opensesame OK"_s);
+    auto const tryAgain = [](QDialog& dialog) {
+        auto& field = Child<QLineEdit>(dialog, "passwordEdit");
+        QTRY_VERIFY(field.hasFocus());
+        QCOMPARE(field.selectedText(), u"opensesame"_s);
+        auto* const access = QAccessible::queryAccessibleInterface(&field);
+        QVERIFY(!access->text(QAccessible::Value).contains(u"opensesame"_s));
+        QVERIFY(access->state().passwordEdit);
+        QCOMPARE(FaultsOf(dialog), QStringList());
+        ClickCancel(dialog);
+    };
+    CLargeFont const large;
+    using Result = std::pair<bool, qsizetype>;
+    QCOMPARE(gate({right}), Result(true, 0));
+    QCOMPARE(gate({ClickCancel}), Result(false, 0));
+    QCOMPARE(gate({wrong, Steps(u"passwordEdit= OK"_s), right}, {true, true}), Result(true, 2));
+    QCOMPARE(gate({wrong}, {false}), Result(false, 1));
+    QCOMPARE(gate({wrong, tryAgain}, {true}), Result(false, 1));
+    for (auto const& message : desk.m_messages.Messages()) {
+        QCOMPARE(message.m_strText, u"Sorry, you have entered an incorrect password"_s);
+        QVERIFY(message.m_bQuestion && message.m_question == CQuestion::retryCancel);
     }
 }
 

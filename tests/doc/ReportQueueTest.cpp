@@ -143,10 +143,6 @@ void ReportQueueTest::whatWasAskedIsQueued()
             QCOMPARE(desk.Queue(type, steps.first(kept).join(u';'), ClickCancel), QString());
         }
     }
-    auto& doc = desk.m_doc;
-    QCOMPARE(doc.m_setWk.CountSet() + doc.m_setCls.CountSet() + doc.m_setEval.CountSet()
-            + doc.m_setBodyComp.CountSet(),
-        0); // they are closed
 }
 
 void ReportQueueTest::whatCannotBeReportedIsTold()
@@ -196,9 +192,6 @@ void ReportQueueTest::whatCannotBeReportedIsTold()
     CDatabaseSession::Get().ShutDown();
     std::filesystem::remove(desk.m_centre.Folder() / "report.mdb");
     QCOMPARE(desk.Queue(2, u"OK"_s), unqueued);
-    for (auto const& message : desk.m_messages.Messages()) {
-        QCOMPARE(message.m_icon, CMessageIcon::none);
-    }
 }
 
 void ReportQueueTest::rangeIsTakenOrRefused()
@@ -209,8 +202,7 @@ void ReportQueueTest::rangeIsTakenOrRefused()
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
     auto const size = dialog.size();
-    auto const& to = Child<QWidget>(dialog, "toEdit");
-    QVERIFY(!to.isVisible());
+    QVERIFY(!Child<QWidget>(dialog, "toEdit").isVisible());
     Do(dialog, u"allNoButton"_s);
     QCOMPARE(Texts(dialog, u"fromEdit toEdit"_s), u"11/06/2026|11/06/2026"_s);
     QCOMPARE(dialog.size(), size); // it does not jump
@@ -223,31 +215,26 @@ void ReportQueueTest::rangeIsTakenOrRefused()
                 u"Error: second date must be later than or equal to first date @toEdit"_s},
             {u"fromEdit= toEdit="_s, none + u"fromEdit"_s},
             {u"toEdit=2/30/2026 fromEdit=1/1/2026"_s, none + u"toEdit"_s}});
-    QVERIFY(dialog.m_bAllWorkouts);
-    QCOMPARE(dialog.m_dtTo, CEFOleDateTime(2026, 11, 6, 18, 5, 9));
-    QTest::mouseClick(&Child<QWidget>(dialog, "allYesButton"), Qt::LeftButton);
+    Do(dialog, u"allYesButton"_s);
     QCOMPARE(desk.Ok(dialog), QString()); // whatever stands in the hidden fields
-    QVERIFY(dialog.result() == QDialog::Accepted && dialog.m_bAllWorkouts);
+    QVERIFY(dialog.m_bAllWorkouts && dialog.m_dtTo == CEFOleDateTime(2026, 11, 6, 18, 5, 9));
 }
 
 void ReportQueueTest::twoRecordsAreAskedFor()
 {
     CReportDesk desk;
     auto const refuses = [&desk](QDialog& dialog) {
-        auto const focusAfterOk = [&] {
-            Child<QDialogButtonBox>(dialog, "buttonBox").setFocus();
-            return desk.Ok(dialog).section(u'@', 1);
-        };
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
         QCOMPARE(FaultsOf(dialog), QStringList());
         Do(dialog, u"secondList=0"_s);
-        QCOMPARE(focusAfterOk(), u"secondList"_s);
+        QVERIFY(desk.Ok(dialog).endsWith(u"@secondList"_s));
         for (auto const* const name : {"secondList", "firstList"}) {
             auto& list = Child<QListView>(dialog, name);
             QVERIFY(list.accessibleName().contains(u" Date "_s)); // labels name no lists
             QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier,
                 list.visualRect(list.currentIndex()).center()); // which unselects
-            QCOMPARE(focusAfterOk(), QLatin1StringView(name));
+            Child<QDialogButtonBox>(dialog, "buttonBox").setFocus();
+            QVERIFY(desk.Ok(dialog).endsWith(QLatin1StringView(name)));
         }
         ClickCancel(dialog);
     };

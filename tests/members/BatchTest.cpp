@@ -29,16 +29,14 @@ public:
         Use({Steps(search), useAndClose}, [this] { return m_doc.FindMembers(), true; });
     }
     /// What is told after a button of the list, whose dialog takes the step, was pressed.
-    QStringList Press(QDialog const& list, char const* button, CDialogUser::Step const& step)
+    QString Press(QDialog const& list, char const* button, CDialogUser::Step const& step)
     {
-        auto const before = m_messages.Texts().size();
         auto const walkThrough = [&step](QDialog& form) {
             QCoreApplication::processEvents();
             QCOMPARE(FaultsOf(form), QStringList());
             step(form);
         };
-        Use({walkThrough}, [&] { return Child<QPushButton>(list, button).click(), true; });
-        return m_messages.Texts().sliced(before);
+        return Told({walkThrough}, [&] { Child<QPushButton>(list, button).click(); });
     }
     QString Result() const { return m_views.m_lstResults.constLast(); }
 };
@@ -83,7 +81,7 @@ void BatchTest::updatesEnrollmentsAndFillsTheListAnew()
             QVERIFY(Edit(form, "expireEdit").hasFocus());
             Do(form, u"expireEdit=120726 periodList=2 incentiveYesRadio pastRadio OK"_s);
         }),
-            QStringList{u"Error: expiration date cannot precede enrollment date"_s});
+            u"Error: expiration date cannot precede enrollment date"_s);
         check(15, 7, u"2|1"_s);
         QCOMPARE(desk.Result(), u"Enrollments updated for 15 of 15 members."_s);
         QCOMPARE(RowsOf(list), 16);
@@ -96,9 +94,9 @@ void BatchTest::updatesEnrollmentsAndFillsTheListAnew()
                               "may take a significant amount of time to complete.\n"
                               "Do you want to continue?"_s;
         auto const later = Steps(u"expireEdit=12/8/26 enrollEdit=12/8/26 OK"_s);
-        QCOMPARE(enroll(later), QStringList{question});
+        QCOMPARE(enroll(later), question);
         check(15, 7, u"2|1"_s);
-        QCOMPARE(enroll(later), QStringList{question});
+        QCOMPARE(enroll(later), question);
         check(16, 8, u"255|0"_s);
     });
     QCOMPARE(desk.m_views.m_lstTreeCalls, QStringList());
@@ -112,25 +110,37 @@ void BatchTest::replacesTheClassThatWasFound()
     RunOnMembers("INSERT INTO workouts SELECT NULL, 8, 1, class_index, 4000000000 + class_index,"
                  " 4000003000, 2, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12 FROM classes"
                  " WHERE member_id = 8");
-    auto const change = [&](QString const& search, QString const& steps) {
+    CTestCentre::Run("UPDATE defaults SET grade_status = 3, re_eval_bonuses = 3, "
+                     "other_bonuses = 4, flags = 0x20");
+    QVERIFY(desk.m_doc.OnNewDocument());
+    auto const change = [&](QString const& search, CDialogUser::Step const& step) {
         desk.UseList(search, [&](QDialog& list) {
-            QCOMPARE(desk.Press(list, "updateClassButton", Steps(steps)),
-                QStringList{u"No further member records are available."_s});
+            QVERIFY(desk.Press(list, "updateClassButton", step)
+                        .endsWith(u"No further member records are available."_s));
             QVERIFY(!list.isVisible());
         });
     };
     auto classes = desk.Rows({u"classes"_s});
     auto const workouts = desk.Rows({u"workouts"_s});
-    change(u"@1 categoryList=Staff OK"_s,
-        u"categoryList=Students orientNoButton reEvalSpin=8 otherSpin=9 gradeList=2 OK"_s);
-    classes[0] = u"classes: 7|4|Students|PE 101||2|0|8|9"_s;
-    classes[2] = u"classes: 8|5|Students|PE 101||2|0|8|9"_s;
+    change(u"@1 categoryList=Staff OK"_s, [&desk](QDialog& form) {
+        desk.Refuses(form,
+            {{u"reEvalSpin=100 otherSpin="_s, u"Enter an integer between 0 and 99. @reEvalSpin"_s},
+                {u"reEvalSpin=3"_s, u"Enter an integer. @otherSpin"_s},
+                {u"otherSpin=4"_s,
+                    u"Error: select a category, course, and/or section @categoryList"_s}});
+        Do(form, u"categoryList=Students OK"_s);
+    });
+    classes[0] = u"classes: 7|4|Students|PE 101||3|1|3|4"_s; // the centre's defaults
+    classes[2] = u"classes: 8|5|Students|PE 101||3|1|3|4"_s;
     QCOMPARE(desk.Rows({u"classes"_s}), classes);
     QCOMPARE(desk.Rows({u"workouts"_s}), workouts);
     QCOMPARE(desk.Result(), u"Classes updated for 2 of 2 members."_s);
     QCOMPARE(
         desk.m_views.m_lstTreeCalls, (QStringList{u"Refresh 7 -10 0"_s, u"Refresh 8 -10 0"_s}));
-    change(u"@1 categoryList=Students OK"_s, u"categoryList=Staff deleteButton OK"_s);
+    change(u"@1 categoryList=Students OK"_s,
+        Steps(u"categoryList=Staff orientNoButton reEvalSpin=8 otherSpin=9 gradeList=2 "
+              "deleteButton OK"_s));
+    QCOMPARE(desk.Rows({u"classes"_s})[0], u"classes: 7|4|Staff|Wellness|Morning|2|0|8|9"_s);
     QCOMPARE(desk.Rows({u"workouts"_s}), workouts.filter(u": 8|1|2|"_s));
 }
 
@@ -146,7 +156,7 @@ void BatchTest::postsMessagesWhereThereIsNone()
                  u"posted or kept"_s),
                 {u"messageEdit=Closed replaceYesRadio OK"_s, u"Closed"_s, u"Closed"_s, u"posted"_s},
                 {u"replaceYesRadio OK"_s, QString(), QString(), u"posted"_s}}) {
-            QCOMPARE(desk.Press(list, "postMessageButton", Steps(steps)), QStringList());
+            QCOMPARE(desk.Press(list, "postMessageButton", Steps(steps)), QString());
             QCOMPARE(desk.Rows({u"messages"_s}),
                 (QStringList{u"messages: 7|"_s + first, u"messages: 8|"_s + second}));
             QCOMPARE(desk.Result(), u"Messages %1 for 2 of 2 members."_s.arg(result));
@@ -172,8 +182,8 @@ void BatchTest::passesOverWhoCannotBeChangedAndStops()
             AddMember(15);
         };
         QCOMPARE(desk.Press(list, "updateEnrollButton", ClickOk),
-            (QStringList{failed + u"Member ID 9"_s, failed + u"Member ID 10"_s,
-                failed + u"Member ID 11"_s, failed + u"3 more members"_s}));
+            failed + u"Member ID 9|"_s + failed + u"Member ID 10|"_s + failed + u"Member ID 11|"_s
+                + failed + u"3 more members"_s);
         QCOMPARE(messages.Messages().constLast().m_strDetail, u"Member IDs: 12, 13, 14"_s);
         QCOMPARE(messages.Messages().constLast().m_icon, CMessageIcon::exclamation);
         QCOMPARE(desk.Result(), u"Enrollments updated for 9 of 15 members, failed for 6."_s);
@@ -189,16 +199,16 @@ void BatchTest::passesOverWhoCannotBeChangedAndStops()
             }
         };
         QCOMPARE(desk.Press(list, "updateEnrollButton", ClickOk),
-            QStringList{failed + u"a member who was deleted"_s});
+            failed + u"a member who was deleted"_s);
         QCOMPARE(
             desk.Result(), u"Enrollments updated for 1 of 15 members, failed for 1, stopped."_s);
         // Rows that are not shown are changed only when that is what the user wants.
         Type(Edit(list, "findEdit"), u"Archer"_s);
         QTRY_COMPARE(RowsOf(list), 1);
         messages.m_fnWhileShown = nullptr;
-        auto const before = messages.Texts().size();
-        Do(list, u"updateEnrollButton postMessageButton"_s); // no dialog opens
-        QCOMPARE(messages.Texts().sliced(before).filter(u"Only 1 of the 14 rows"_s).size(), 2);
+        auto const told = desk.Told( // no dialog opens
+            {}, [&] { Do(list, u"updateEnrollButton postMessageButton"_s); });
+        QCOMPARE(told.count(u"Only 1 of the 14 rows"_s), 2);
     });
 }
 

@@ -77,17 +77,16 @@ public:
     }
     static CDialogUser::Step Choose(int entry) { return Steps(u"templateList=%1 OK"_s.arg(entry)); }
     /// Presses a button of the dialog; steps in what opens then. What is told since.
-    QString Press(QDialog const& form, char const* button, QList<CDialogUser::Step> const& steps)
+    QString Press(
+        QDialog const& form, char const* button, QList<CDialogUser::Step> const& steps = {})
     {
-        auto const before = m_messages.Texts().size();
-        Use(steps, [&] { return Child<QPushButton>(form, button).click(), true; });
-        return m_messages.Texts().sliced(before).join(u'|');
+        return Told(steps, [&] { Child<QPushButton>(form, button).click(); });
     }
     /// The letters that a button prints.
     QList<QStringList> Print(QDialog const& form, char const* button)
     {
         CPrintedPages const printed;
-        Press(form, button, {});
+        Press(form, button);
         return printed.Lines();
     }
 
@@ -116,8 +115,7 @@ class MailTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void fillsSheetsOfThirtyLabelsInOrder();
-    void leavesOutWhatAnAddressLacks();
-    void passesOverDeletedMembers();
+    void passesOverWhatIsMissing();
     void keepsEveryLineOnItsLabel();
     void printsALetterToEachMember();
     void carriesOnWhatDoesNotFit();
@@ -142,13 +140,10 @@ void MailTest::fillsSheetsOfThirtyLabelsInOrder()
             QCOMPARE(row.value(i % 3 + 1).toInt(), i);
             QCOMPARE(row.size(), std::min<qsizetype>(3, count - i / 3 * 3) + 1);
         }
-        CPrintedPages const printed;
-        desk.m_doc.PrintLabels(desk.m_doc.m_setMem); // the answer is Cancel
-        QCOMPARE(printed.Lines().size(), 0);
     }
 }
 
-void MailTest::leavesOutWhatAnAddressLacks()
+void MailTest::passesOverWhatIsMissing()
 {
     CMailDesk desk;
     desk.Add("Whole", "Jo", "'1 Elm', 'Bend', 'OR', '97'");
@@ -159,22 +154,21 @@ void MailTest::leavesOutWhatAnAddressLacks()
     QCOMPARE(desk.Labels(),
         (QList<QStringList>{{u"Jo Whole Jo Street Jo City"_s, u"1 Elm 3 Elm"_s,
             u"Bend, OR 97 Salem, WA 98"_s, u"Jo State Jo Zip"_s, u"4 Elm 5 Elm"_s}}));
-}
-
-void MailTest::passesOverDeletedMembers()
-{
-    CMailDesk desk(40);
-    // The first one, one within a row, which ends there, and all of the second sheet.
+    CPrintedPages const printed;
+    desk.m_doc.PrintLabels(desk.m_doc.m_setMem); // the answer is Cancel
+    QCOMPARE(printed.Lines().size(), 0);
+    for (int i = 5; i < 40; ++i) {
+        desk.Add("N" + std::to_string(i), "Jo", "'1 Oak', 'Bend', 'OR', '97'");
+    }
+    // Deleted meanwhile: the first one, one within a row, which ends there, and the second sheet.
     RunOnMembers("DELETE FROM members WHERE member_id IN (1, 6) OR member_id > 30");
     auto const pages = desk.Labels();
     QVERIFY(desk.Last().contains(u" 2 sheet(s)"));
     QCOMPARE(pages.size(), 1);
     auto const names = pages[0].filter(u"Jo "_s);
-    QCOMPARE(
-        names.mid(0, 3), (QStringList{u"Jo N1 Jo N2 Jo N3"_s, u"Jo N4"_s, u"Jo N6 Jo N7 Jo N8"_s}));
+    QCOMPARE(names.mid(0, 3),
+        (QStringList{u"Jo Street Jo City Jo State"_s, u"Jo Zip"_s, u"Jo N6 Jo N7 Jo N8"_s}));
     QCOMPARE(names.join(u' ').count(u"Jo"), 28);
-    RunOnMembers("DELETE FROM members");
-    QCOMPARE(desk.Labels(), QList<QStringList>());
     RunOnMembers("DROP VIEW member_view");
     QCOMPARE(desk.Labels(), QList<QStringList>());
     QCOMPARE(desk.Last(), u"Error: the members could not be read."_s);
@@ -234,7 +228,6 @@ void MailTest::printsALetterToEachMember()
         QCOMPARE(FaultsOf(form), QStringList());
         QCOMPARE(Body(form).toPlainText(), u"Dear all,\n\nbye\n\n"_s);
         TypeBody(form, u"Dear all,\n\nbye\n\tnow\nnot this"_s);
-        QVERIFY(!Child<QLabel>(form, "lastLineLabel").text().isEmpty());
         auto const letter = [](QString const& heading) {
             return (u"November 06, 2026|"_s + heading + u"|Dear all,|bye|now"_s).split(u'|');
         };
@@ -248,7 +241,7 @@ void MailTest::printsALetterToEachMember()
         double top = 0;
         auto const lines = [&](int blankLines) {
             Do(form, u"blankLinesSpin=%1"_s.arg(blankLines));
-            desk.Press(form, "testPrintButton", {});
+            desk.Press(form, "testPrintButton");
             std::set<long> places;
             for (auto const& [word, box] : printed.Boxes()) {
                 top = top == 0 ? box.top() : top;
@@ -260,19 +253,17 @@ void MailTest::printsALetterToEachMember()
         QCOMPARE(*lines(40).begin(), 4000);
         QCOMPARE(std::lround((printed.Boxes()[0].second.left() - 18) / 0.72), 75);
         Do(form, u"blankLinesSpin=41"_s);
-        QCOMPARE(desk.Press(form, "printAllButton", {}), u"Enter an integer between 0 and 40."_s);
+        QCOMPARE(desk.Press(form, "printAllButton"), u"Enter an integer between 0 and 40."_s);
         Do(form, u"blankLinesSpin=3"_s);
         // Members are passed over when somebody has deleted them, also the first one.
         RunOnMembers("DELETE FROM members WHERE member_id = 1");
         QCOMPARE(desk.Print(form, "testPrintButton"), QList<QStringList>{second});
-        QCOMPARE(desk.Print(form, "printAllButton"), (QList{second, third}));
         CFileRecorder files;
         files.AnswerNext({desk.Path("letters.pdf")});
-        desk.Press(form, "pdfButton", {});
+        desk.Press(form, "pdfButton");
         QCOMPARE(CPrintedPages::LinesOf(desk.Path("letters.pdf")), (QList{second, third}));
         RunOnMembers("DROP VIEW member_view");
-        QCOMPARE(
-            desk.Press(form, "printAllButton", {}), u"Error: the members could not be read."_s);
+        QCOMPARE(desk.Press(form, "printAllButton"), u"Error: the members could not be read."_s);
         // What was written is not lost by Esc; OK closes.
         QTest::keyClick(&form, Qt::Key_Escape);
         QVERIFY(form.isVisible());
@@ -292,7 +283,7 @@ void MailTest::carriesOnWhatDoesNotFit()
         }
         TypeBody(form, words.join(u' ') + u'\n' + words.join(u'\n') + u"\n\n\n\n"_s);
         CPrintedPages const printed;
-        desk.Press(form, "testPrintButton", {});
+        desk.Press(form, "testPrintButton");
         auto const pages = printed.Lines();
         QCOMPARE(pages.size(), 2);
         auto const all = (pages[0] + pages[1]).join(u' ');
@@ -303,9 +294,6 @@ void MailTest::carriesOnWhatDoesNotFit()
         // A letter that just fills its page takes no second one for the empty lines below.
         TypeBody(form, QStringList(42, u"line"_s).join(u'\n') + QString(30, u'\n'));
         QCOMPARE(desk.Print(form, "testPrintButton").size(), 1);
-        // Nothing but the heading.
-        TypeBody(form, u"not ended"_s);
-        QCOMPARE(desk.Print(form, "testPrintButton").value(0).size(), 5);
         form.accept();
     });
 }
@@ -327,7 +315,7 @@ void MailTest::savesTheTemplateAsItStands()
         QCOMPARE(FaultsOf(form), QStringList());
         TypeBody(form, u"Grüße\n\nend\nlost"_s);
         desk.m_messages.AnswerNext({false, true, true, true});
-        QCOMPARE(desk.Press(form, "saveTemplateButton", {}),
+        QCOMPARE(desk.Press(form, "saveTemplateButton"),
             u"Are you sure you want to replace the template\n\"Second\" with the current\ncustomization?"_s);
         desk.Press(form, "saveTemplateButton", {[](QDialog& dialog) { dialog.reject(); }});
         QCOMPARE(desk.Read("tnames.txt"), u"First\nSecond\n@ignored\nThird\n"_s);
@@ -407,27 +395,25 @@ void MailTest::readsOnlyTexts()
 void MailTest::namesWhatIsMissing()
 {
     CMailDesk desk;
-    auto const told = [&](int entry) {
-        auto const before = desk.m_messages.Texts().size();
-        desk.Open(entry, [](QDialog& form) {
-            QVERIFY(!Body(form).isEnabled());
-            form.accept();
-        });
-        bool const isWarning
-            = desk.m_messages.Messages().constLast().m_icon == CMessageIcon::exclamation;
-        return isWarning ? desk.m_messages.Texts().sliced(before).join(u'|') : QString();
+    auto const told = [&desk] {
+        return desk.Told({CMailDesk::Choose(0),
+                             [](QDialog& form) {
+                                 QVERIFY(!Body(form).isEnabled());
+                                 form.accept();
+                             }},
+            [&desk] { desk.m_doc.PrintLetters(desk.m_doc.m_setMem); });
     };
     auto const cannot = u"Error: cannot open file:\n"_s;
     auto const body = desk.Path("templ0.txt");
     std::filesystem::remove(body.toStdString());
-    QCOMPARE(told(0), cannot + body);
+    QCOMPARE(told(), cannot + body);
     // To open a pipe would take until somebody writes into it.
     QCOMPARE(::mkfifo(qPrintable(body), 0600), 0);
-    QCOMPARE(told(0), cannot + body);
+    QCOMPARE(told(), cannot + body);
     qputenv("CORV_TXT", qPrintable(desk.Path("templ1.txt")));
-    QCOMPARE(told(0), cannot + desk.Path("templ1.txt/tnames.txt"));
+    QCOMPARE(told(), cannot + desk.Path("templ1.txt/tnames.txt"));
     qunsetenv("CORV_TXT");
-    QCOMPARE(told(0),
+    QCOMPARE(told(),
         u"Error: system environment variable \"CORV_TXT\" is not set|"_s + cannot
             + u"tnames.txt"_s);
 }

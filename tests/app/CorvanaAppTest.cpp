@@ -79,6 +79,11 @@ public:
     QStringList Messages() const { return m_messages.Texts(); }
     QString FirstDetail() const { return m_messages.Messages()[0].m_strDetail; }
     void AnswerYes() { m_messages.AnswerNext({true}); }
+    void StartAndEnd(int reportServer, int loadMembers, int autoBackup)
+    {
+        Store(reportServer, loadMembers, autoBackup);
+        StartApp()->ExitInstance(0);
+    }
     std::unique_ptr<CCorvanaApp> StartApp(CCorvanaApp::Start start = CCorvanaApp::Start::shown)
     {
         auto app = std::make_unique<CCorvanaApp>(m_nArguments, m_arguments.data());
@@ -147,8 +152,7 @@ void CorvanaAppTest::startsWithoutSettingsAndWithSome()
 void CorvanaAppTest::companionsComeAndGo()
 {
     CPlace place;
-    Store(0, 0, 1);
-    place.StartApp()->ExitInstance(0);
+    place.StartAndEnd(0, 0, 1);
     QStringList const error{
         u"Error: the Corvana backup utility failed to initialize on this PC."_s};
     QCOMPARE(place.Messages(), error);
@@ -163,8 +167,7 @@ void CorvanaAppTest::companionsComeAndGo()
         QTRY_VERIFY(!FindCompanion(kReportServer));
         QVERIFY(!FindCompanion(kBackupUtility));
     }
-    Store(0, 0, 1);
-    place.StartApp()->ExitInstance(0);
+    place.StartAndEnd(0, 0, 1);
     QTRY_VERIFY(FindCompanion(kBackupUtility));
     QCOMPARE(place.Messages(), error);
 
@@ -187,7 +190,6 @@ void CorvanaAppTest::lostFilesAreToldOnceAndACompactionEndsTheProgram()
     QVERIFY(QFile::remove(place.Data() + u"/member.mdb"_s));
     Store(0, 1, 0);
     auto const app = place.StartApp();
-    QVERIFY(app->SavePicture(place.Home(u"window.png"_s)));
     QApplication::processEvents(); // the tree would load now
     QCOMPARE(place.Messages(), QStringList{u"Error: could not open report.mdb, member.mdb."_s});
     for (auto const& words : {u"is cut short"_s, u"does not exist"_s, u"last backup"_s}) {
@@ -231,8 +233,8 @@ void CorvanaAppTest::answersItsArgumentsWithoutDisplay()
     for (auto const& [arguments, exitCode, output] :
         {std::tuple(QStringList{u"--version"_s}, 0, "Corvana 3.2.0.0\n"),
             {{u"--help"_s}, 0, "--screenshot <FILE>"}, {{u"--dta"_s}, 2, "'dta'"},
-            {{u"center.mdb"_s}, 2, "'center.mdb'"}, {{u"--data"_s}, 2, "'--data'"},
-            {{u"--data="_s}, 2, "--data"}, {{}, 1, "no display"},
+            {{u"center.mdb"_s}, 2, "'center.mdb'"}, {{u"--data="_s}, 2, "--data"},
+            {{}, 1, "no display"},
             {{u"--screenshot"_s, picture, u"--data"_s, missing}, 1,
                 "Error: could not retrieve data from center recordset."},
             {{u"--screenshot"_s, missing + u"/a.png"_s, u"--data"_s, place.Data()}, 1,

@@ -2,6 +2,7 @@
 // windows.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -16,7 +17,7 @@ namespace
 {
 
 /// The address that a socket really has after binding it to this one; "refused" for EACCES.
-std::string BoundTo(std::string const& text, bool onlyV6 = false)
+std::string BoundTo(std::string const& text, bool onlyV6 = false, socklen_t cutTo = 999)
 {
     addrinfo hints{};
     hints.ai_flags = AI_NUMERICHOST;
@@ -25,7 +26,7 @@ std::string BoundTo(std::string const& text, bool onlyV6 = false)
     int const fd = socket(found->ai_family, SOCK_STREAM | SOCK_CLOEXEC, 0);
     int const only = onlyV6 ? 1 : 0;
     setsockopt(fd, IPPROTO_IPV6, IPV6_V6ONLY, &only, sizeof only); // nothing to an IPv4 socket
-    bool const isBound = bind(fd, found->ai_addr, found->ai_addrlen) == 0;
+    bool const isBound = bind(fd, found->ai_addr, std::min(found->ai_addrlen, cutTo)) == 0;
     std::string address = errno == EACCES ? "refused" : std::strerror(errno);
     if (isBound) {
         address.resize(INET6_ADDRSTRLEN);
@@ -39,15 +40,11 @@ std::string BoundTo(std::string const& text, bool onlyV6 = false)
     return address;
 }
 
-TEST(LoopbackOnlyTest, ConfinesIPv4)
+TEST(LoopbackOnlyTest, ConfinesIPv4AndIPv6)
 {
     EXPECT_EQ(BoundTo("0.0.0.0"), "127.0.0.1");
     EXPECT_EQ(BoundTo("127.0.0.2"), "127.0.0.2");
     EXPECT_EQ(BoundTo("192.0.2.1"), "refused");
-}
-
-TEST(LoopbackOnlyTest, ConfinesIPv6)
-{
     if (access("/proc/net/if_inet6", F_OK) != 0) {
         GTEST_SKIP() << "no IPv6 here";
     }
@@ -66,19 +63,15 @@ TEST(LoopbackOnlyTest, LeavesLocalSocketsAndErrorsAlone)
     sockaddr_un local{};
     local.sun_family = AF_UNIX;
     path.string().copy(local.sun_path, sizeof local.sun_path - 1);
-    int const unixFd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    EXPECT_EQ(bind(unixFd, reinterpret_cast<sockaddr*>(&local), sizeof local), 0);
+    int const fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    EXPECT_EQ(bind(fd, reinterpret_cast<sockaddr*>(&local), sizeof local), 0);
     EXPECT_TRUE(std::filesystem::is_socket(path));
     std::filesystem::remove(path);
 
-    EXPECT_EQ(bind(unixFd, nullptr, sizeof local), -1);
+    EXPECT_EQ(bind(fd, nullptr, sizeof local), -1);
     EXPECT_EQ(errno, EFAULT);
-    sockaddr_in const cut{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {}, .sin_zero = {}};
-    int const fd = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    EXPECT_EQ(bind(fd, reinterpret_cast<sockaddr const*>(&cut), 4), -1);
-    EXPECT_EQ(errno, EINVAL);
     close(fd);
-    close(unixFd);
+    EXPECT_EQ(BoundTo("127.0.0.1", false, 4), std::strerror(EINVAL));
 }
 
 } // namespace

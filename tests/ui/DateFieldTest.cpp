@@ -201,8 +201,6 @@ void DateFieldTest::calendarChooses()
         QVERIFY(!open() && field.hasFocus());
         QCOMPARE(field.text(), text);
     }
-    field.undo();
-    QCOMPARE(field.text(), u"11/24/2026"_s);
     field.clear();
     form.m_name.setFocus();
     field.findChild<QToolButton*>()->click();

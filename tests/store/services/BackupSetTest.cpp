@@ -20,14 +20,7 @@ protected:
     {
         CDataFileTest::SetUp();
         fs::create_directory(m_sets);
-        for (std::int32_t id = 1; id <= 20; ++id) {
-            AddMember(id);
-            for (int i = 0; i < 15; ++i) {
-                AddWorkout(id, kTime + i * std::int64_t(60));
-                Add(m_setEval,
-                    {{"member_id", id}, {"eval_date", i}, {"eval_id", id * std::int64_t(15) + i}});
-            }
-        }
+        AddMembers(20, 15);
         CDatabaseSession::Get().ShutDown();
     }
 
@@ -58,15 +51,6 @@ protected:
         }
         std::ranges::sort(names, std::greater());
         return names;
-    }
-    /// All rows, in whatever order they are stored.
-    static std::map<std::string, Rows> SortedRows()
-    {
-        auto tables = DumpAll();
-        for (auto& table : tables) {
-            std::ranges::sort(table.second);
-        }
-        return tables;
     }
     /// What stands in the folder is whole sets.
     int ExpectGoodSets()

@@ -19,26 +19,9 @@ protected:
     void SetUp() override
     {
         CDataFileTest::SetUp();
-        for (std::int32_t id = 1; id <= 9; ++id) {
-            AddMember(id);
-            for (int i = 0; i < 40; ++i) {
-                AddWorkout(id, kTime + i * 60);
-                Add(m_setEval, {{"member_id", id}, {"eval_date", i}, {"eval_id", id * 40 + i}});
-            }
-        }
-        CDatabaseSession::Get().ShutDown();
-        fs::copy_file(m_strPath, m_folder / "model.mdb");
-    }
-
-    /// The centre as it was made, without a data file.
-    void StartAnew() const
-    {
-        CDatabaseSession::Get().ShutDown();
-        for (auto const* const extension : {"", "-wal", "-shm"}) {
-            fs::remove(m_strPath + extension);
-        }
-        fs::copy_file(m_folder / "model.mdb", m_strPath);
-        fs::remove(m_strFile);
+        AddMembers(9, 40);
+        KeepAsModel();
+        StartAnew();
     }
 
     /// Writes a set into the file, some rows at a time, and deletes it from the database.
@@ -58,16 +41,6 @@ protected:
         return set.LastStatus() ? Archive(set, m_strFile) : set.LastStatus();
     }
 
-    /// All rows, in whatever order they are stored.
-    static std::map<std::string, Rows> SortedRows()
-    {
-        auto tables = DumpAll();
-        for (auto& table : tables) {
-            std::ranges::sort(table.second);
-        }
-        return tables;
-    }
-
     /// Every record is in the database, or in a whole file of the name.
     void ExpectNothingLost(std::map<std::string, Rows> const& before)
     {
@@ -78,7 +51,6 @@ protected:
         EXPECT_TRUE(SortedRows() == before);
     }
 
-    std::string const m_strPath = m_folder / DataFileName(DataFile::member);
     std::string const m_strFile = m_folder / "archive.dat";
 };
 
@@ -86,7 +58,6 @@ protected:
 
 TEST_F(RecordTransferTest, AnArchiveKilledAtAnyMomentLosesNothing)
 {
-    StartAnew();
     auto const before = SortedRows();
     auto const start = std::chrono::steady_clock::now();
     EXPECT_TRUE(ArchiveAll());
@@ -97,6 +68,7 @@ TEST_F(RecordTransferTest, AnArchiveKilledAtAnyMomentLosesNothing)
     int written = 0;
     for (int i = 0; i < 150; ++i) {
         StartAnew();
+        fs::remove(m_strFile);
         auto peer = StartPeer([&](CPeer const& self) {
             self.Tell(1);
             EXPECT_TRUE(ArchiveAll());
@@ -114,11 +86,11 @@ TEST_F(RecordTransferTest, AnArchiveKilledAtAnyMomentLosesNothing)
 
 TEST_F(RecordTransferTest, AnArchiveThatFailsLosesNothing)
 {
-    StartAnew();
     auto const before = SortedRows();
     int const struck = Faults::ForEach([&](int nth, int error, bool lasting) {
         SCOPED_TRACE(testing::Message() << error << (lasting ? " from " : " at ") << nth);
         StartAnew();
+        fs::remove(m_strFile);
         Faults::Begin(nth, error, lasting);
         bool const done = ArchiveAll().IsOK();
         bool const hit = Faults::End();
@@ -134,7 +106,6 @@ TEST_F(RecordTransferTest, AnArchiveThatFailsLosesNothing)
 
 TEST_F(RecordTransferTest, DeletesExactlyWhatItWrote)
 {
-    StartAnew();
     m_setWk.FindWks(3);
     AddWorkout(3, kTime - 60);
     AddWorkout(3, kTime + 90);
@@ -176,7 +147,6 @@ TEST_F(RecordTransferTest, DeletesExactlyWhatItWrote)
 
 TEST_F(RecordTransferTest, LeavesOtherFilesAlone)
 {
-    StartAnew();
     m_setWk.FindWks(1);
     auto const write = [&](std::function<bool()> const& step) {
         CRecordTransfer transfer(m_setWk, Mode::backup);
@@ -211,7 +181,6 @@ TEST_F(RecordTransferTest, LeavesOtherFilesAlone)
 
 TEST_F(RecordTransferTest, DeletesUpToARowWithoutAMember)
 {
-    StartAnew();
     std::vector<std::int32_t> members;
     CForeignProgram(DataFile::member)
         .Run("UPDATE workouts SET member_id = 0 WHERE member_id = 1 AND check_in = "

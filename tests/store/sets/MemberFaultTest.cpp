@@ -12,8 +12,6 @@
 namespace
 {
 
-namespace fs = std::filesystem;
-
 class MemberFaultTest : public CDataFileTest
 {
 protected:
@@ -43,19 +41,13 @@ protected:
         }
         Run(DataFile::member, "UPDATE workouts SET class_index = id % 4");
         Run(DataFile::member, "UPDATE evaluations SET class_index = id % 4");
-        CDatabaseSession::Get().ShutDown();
-        fs::rename(m_strPath, m_folder / "model.mdb");
+        KeepAsModel();
     }
 
-    /// Opens the centre as it was made. Little of it is kept in memory, so that much is written
-    /// long before a restore ends.
+    /// Little of the file is kept in memory, so that much is written long before a restore ends.
     void StartAnew() const
     {
-        CDatabaseSession::Get().ShutDown();
-        for (auto const* const extension : {"", "-wal", "-shm"}) {
-            fs::remove(m_strPath + extension);
-        }
-        fs::copy_file(m_folder / "model.mdb", m_strPath);
+        CDataFileTest::StartAnew();
         Run(DataFile::member, kLittleMemory);
     }
 
@@ -137,7 +129,6 @@ protected:
     }
 
     static constexpr char const* kLittleMemory = "PRAGMA cache_size = 20";
-    std::string const m_strPath = m_folder / DataFileName(DataFile::member);
     std::string m_strMembers;
     std::string m_strEvals;
 };

@@ -90,6 +90,34 @@ protected:
         Add(m_setWk, {{"member_id", member}, {"check_in", time}});
     }
 
+    /// Members with as many workouts and evaluations each.
+    void AddMembers(std::int32_t count, int records)
+    {
+        for (std::int32_t id = 1; id <= count; ++id) {
+            AddMember(id);
+            for (int i = 0; i < records; ++i) {
+                AddWorkout(id, kTime + i * std::int64_t(60));
+                auto const number = std::int64_t(id) * records + i;
+                Add(m_setEval, {{"member_id", id}, {"eval_date", i}, {"eval_id", number}});
+            }
+        }
+    }
+
+    /// The file of the members as it is now is the one that each trial starts with.
+    void KeepAsModel() const
+    {
+        CDatabaseSession::Get().ShutDown();
+        std::filesystem::rename(m_strPath, m_folder / "model.mdb");
+    }
+    void StartAnew() const
+    {
+        CDatabaseSession::Get().ShutDown();
+        for (auto const* const extension : {"", "-wal", "-shm"}) {
+            std::filesystem::remove(m_strPath + extension);
+        }
+        std::filesystem::copy_file(m_folder / "model.mdb", m_strPath);
+    }
+
     /// The line of the current row; empty when it is refused.
     static std::string Line(CDAOFileSet& set)
     {
@@ -129,6 +157,17 @@ protected:
         return tables;
     }
 
+    /// The same, in whatever order the rows are stored.
+    static std::map<std::string, Rows> SortedRows()
+    {
+        auto tables = DumpAll();
+        for (auto& table : tables) {
+            std::ranges::sort(table.second);
+        }
+        return tables;
+    }
+
+    std::string const m_strPath = m_folder / DataFileName(DataFile::member);
     std::mt19937_64 m_random{20261124};
     CDAOMem m_setMem;
     CDAOWk m_setWk;

@@ -55,7 +55,7 @@ class BodyCompTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void asksForTheMethod();
+    void asksForTheMethodAndForNothingOfAMember();
     void resultsAreTheCalculators();
     void refusesWhatIsOutOfBounds();
     void sitesDecideWhatCanBeTyped();
@@ -65,10 +65,9 @@ private Q_SLOTS:
     void showsTheValuesBefore();
     void anotherDesksChangesAreNotOverwritten();
     void losesNothing() { CBodyCompDesk().LosesNothing(kProfile + u"@0 hipEdit=41"_s); }
-    void needsNoMemberButAFile();
 };
 
-void BodyCompTest::asksForTheMethod()
+void BodyCompTest::asksForTheMethodAndForNothingOfAMember()
 {
     CBodyCompDesk desk;
     auto const choose = [&desk](QDialog& dialog) {
@@ -83,6 +82,16 @@ void BodyCompTest::asksForTheMethod()
     };
     QVERIFY(!desk.Use({Steps(u"memberIDEdit=7 OK"_s), choose, ClickCancel},
         [&desk] { return desk.m_doc.AddEditBodyComp(nullptr); }));
+    RunOnMembers("CREATE TABLE nobody AS SELECT * FROM member_view WHERE 0");
+    RunOnMembers("DROP VIEW member_view");
+    RunOnMembers("ALTER TABLE nobody RENAME TO member_view");
+    QVERIFY(!desk.EditIt([](QDialog& sheet) {
+        QCOMPARE(Texts(sheet, u"ageText sexText"_s), u"|"_s);
+        ClickCancel(sheet);
+    }));
+    RunOnMembers("DROP TABLE member_view"); // but a file that can be read
+    QCOMPARE(desk.Told({}, [&] { desk.m_doc.EditBodyCompAt(7, u"05/04/2026 09:30:15"_s); }),
+        u"Error: the body composition could not be read."_s);
 }
 
 void BodyCompTest::resultsAreTheCalculators()
@@ -144,21 +153,20 @@ void BodyCompTest::refusesWhatIsOutOfBounds()
                  u"0 weightEdit 1 500,0 heightEdit 1 90,0 waistEdit 1 255,0 hipEdit 1 155,"
                  "1 percentFatEdit 1 99"_s}}) {
         CBodyCompDesk desk(method);
-        QVERIFY(desk.EditIt([&, &limits = bounds](QDialog& sheet) {
+        QVERIFY(!desk.EditIt([&, &limits = bounds](QDialog& sheet) {
             Do(sheet, limits.contains(u"chest"_s) ? u"@1 sevenRadio"_s : QString());
             desk.RefusesBeyond(sheet, limits);
-            ClickOk(sheet);
+            RunOnMembers("DELETE FROM classes"); // after the bounds: the day, then the class
+            ClickCancel(sheet);
+        }));
+        QVERIFY(!desk.EditIt([&](QDialog& sheet) {
+            desk.Refuses(sheet,
+                {{u""_s, u"Error: select a category, course, section @classList"_s},
+                    {u"dateEdit=11/7/2026"_s, u" @dateEdit"_s},
+                    {u"hipEdit=200"_s, u"Enter a number between 1 and 155. @hipEdit"_s}});
+            ClickCancel(sheet);
         }));
     }
-    CBodyCompDesk desk; // after the bounds: the day, then the class
-    RunOnMembers("DELETE FROM classes");
-    QVERIFY(!desk.EditIt([&](QDialog& sheet) {
-        desk.Refuses(sheet,
-            {{u""_s, u"Error: select a category, course, section @classList"_s},
-                {u"dateEdit=11/7/2026"_s, u" @dateEdit"_s},
-                {u"hipEdit=200"_s, u"Enter a number between 1 and 155. @hipEdit"_s}});
-        ClickCancel(sheet);
-    }));
 }
 
 void BodyCompTest::sitesDecideWhatCanBeTyped()
@@ -238,10 +246,9 @@ void BodyCompTest::unitsComeBackAsSaved()
 /// What no form takes, or shows to the last digit.
 void BodyCompTest::whatIsNotShownIsWrittenBack()
 {
-    for (auto const& [method, page, title] :
-        {std::tuple(0, 0, u"Body Measurement"_s), {1, 0, u"Skin Folds"_s},
-            {2, 0, u"Hydrostatic Weighing"_s}, {3, 1, u"Body Fat Percentage"_s},
-            {7, 0, u"Skin Folds"_s}, {255, 0, u"Skin Folds"_s}}) {
+    for (auto const& [method, page, title] : {std::tuple(0, 0, u"Body Measurement"_s),
+             {1, 0, u"Skin Folds"_s}, {2, 0, u"Hydrostatic Weighing"_s},
+             {3, 1, u"Body Fat Percentage"_s}, {255, 0, u"Skin Folds"_s}}) {
         CBodyCompDesk desk(method);
         desk.Change("weight = 181.2345678, wrist = -3.21, thigh = 400, chest = 1e-9,"
                     " wet_weight = 5000, water_temperature = 1234.5678,"
@@ -290,22 +297,6 @@ void BodyCompTest::anotherDesksChangesAreNotOverwritten()
     expected.replaceInStrings(u"|3|0|"_s, u"|3|30.5|"_s);
     desk.AsksBeforeReplacing(u"@1 percentFatEdit=30.5"_s, "DELETE FROM body_compositions");
     QCOMPARE(desk.All(), expected);
-}
-
-void BodyCompTest::needsNoMemberButAFile()
-{
-    CBodyCompDesk desk;
-    RunOnMembers("CREATE TABLE nobody AS SELECT * FROM member_view WHERE 0");
-    RunOnMembers("DROP VIEW member_view");
-    RunOnMembers("ALTER TABLE nobody RENAME TO member_view");
-    QVERIFY(!desk.EditIt([](QDialog& sheet) {
-        QCOMPARE(Texts(sheet, u"ageText sexText"_s), u"|"_s);
-        ClickCancel(sheet);
-    }));
-    RunOnMembers("DROP TABLE member_view");
-    QVERIFY(!desk.Use({}, [&] { return desk.m_doc.EditBodyCompAt(7, u"05/04/2026 09:30:15"_s); }));
-    QCOMPARE(
-        desk.m_messages.Texts().constLast(), u"Error: the body composition could not be read."_s);
 }
 
 static CTestEntryOf<BodyCompTest> const g_entry;

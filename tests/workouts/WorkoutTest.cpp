@@ -64,9 +64,9 @@ void WorkoutTest::showsTheStationsThatTheCentreHas()
 {
     CWorkoutDesk desk;
     AddClass(7, 5, "'Students', 'PE 101', ''");
+    CLargeFont const large;
     for (int const count : {0, 1, 2, 15}) {
         desk.m_doc.m_lstStnNames.assign(std::size_t(count), "Push & Pull");
-        std::unique_ptr<CLargeFont> const large(count == 15 ? new CLargeFont : nullptr);
         CWorkoutDlg dialog(desk.m_doc);
         dialog.m_lMemberID = 7;
         dialog.m_nClassIndex = count == 1 ? 99 : 5;
@@ -140,15 +140,15 @@ void WorkoutTest::asksAboutADesignationAgainstTheMinimums()
             {u"circuitsSpin=1 okNoRadio OK"_s, met, true, u"0"_s},
             {u"circuitsSpin=1 okNoRadio OK"_s, met, false, u"1"_s}}) {
         desk.m_messages.AnswerNext(question.isEmpty() ? QList<bool>() : QList<bool>{answer});
-        auto const before = desk.m_messages.Texts().size();
-        QVERIFY(desk.EditIt([did = steps, isTaken = answer](QDialog& dialog) {
+        auto const edit = [did = steps, isTaken = answer](QDialog& dialog) {
             Do(dialog, did);
             QCOMPARE(dialog.isVisible(), !isTaken);
             if (!isTaken) { // the designation agrees now
                 ClickOk(dialog);
             }
-        }));
-        QCOMPARE(desk.m_messages.Texts().sliced(before).join(u'|'), question);
+        };
+        auto const at = ToQt(kCheckIn.DateTimeStrLongYear());
+        QCOMPARE(desk.Told({edit}, [&] { desk.m_doc.EditWorkoutAt(7, at); }), question);
         QCOMPARE(desk.All()[0].section(u'|', 1, 1), stored);
     }
 }
@@ -199,12 +199,9 @@ void WorkoutTest::findsByMemberAndDates()
                 ClickCancel(dialog);
             }
         };
-        QList<CDialogUser::Step> see;
-        if (isFound) {
-            see += SeeList(list);
-        }
-        return desk.Told(QList<CDialogUser::Step>{use} + see, &CCorvanaDoc::FindWorkouts) + focus
-            + list;
+        QList<CDialogUser::Step> dialogs{use, SeeList(list)};
+        dialogs.resize(isFound ? 2 : 1);
+        return desk.Told(dialogs, &CCorvanaDoc::FindWorkouts) + focus + list;
     };
     auto const day = ToQt(kCheckIn.DateStrLongYear());
     auto const toDay = u"toEdit="_s + day;

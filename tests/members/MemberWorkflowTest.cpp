@@ -22,6 +22,12 @@ private Q_SLOTS:
 void MemberWorkflowTest::addsANewMember()
 {
     CMemberDesk desk;
+    CTestCentre::Run("UPDATE defaults SET grade_status = 2, re_eval_bonuses = 3, other_bonuses = 4,"
+                     " flags = 0x20");
+    desk.m_doc.OnNewDocument();
+    desk.Edit(7, ClickOk); // leaves what is not of the new one in the sets
+    desk.m_views.m_lstTreeCalls.clear();
+    CEFOleDateTime::SetClock(CEFOleDateTime(2027, 1, 31, 12, 0, 0));
     auto const fill = [](QDialog& sheet) {
         QCOMPARE(sheet.windowTitle(), u"Member ID 123"_s);
         // Member 7's ID, but nobody's workout #.
@@ -32,13 +38,17 @@ void MemberWorkflowTest::addsANewMember()
     QVERIFY(desk.Use(
         {Steps(u"memberIDEdit=123 OK"_s), fill}, [&desk] { return desk.m_doc.EditMember(0); }));
     QCOMPARE(desk.m_messages.Texts(), QStringList());
-    auto const today = QString::number(CEFOleDateTime(2026, 11, 6).Seconds());
-    QCOMPARE(
-        desk.Rows({u"members"_s, u"profiles"_s, u"classes"_s, u"messages"_s}).filter(u": 123|"_s),
+    auto const today = CEFOleDateTime(2027, 1, 31).Seconds();
+    auto const expires = CEFOleDateTime(2027, 2, 28).Seconds();
+    QCOMPARE(desk.Rows().filter(u": 123|"_s),
         (QStringList{u"members: 123|7|Zo\u00c3\u00ab||O'Hara;DROP|1"_s,
             u"profiles: 123||||||||||0|0|%1|1|16|0"_s.arg(today),
-            u"classes: 123|1|Staff|Wellness|Morning|1|0|0|0"_s, u"messages: 123|"_s}));
+            u"enrollments: 123|%1|%2|0|0"_s.arg(today).arg(expires),
+            u"classes: 123|1|Staff|Wellness|Morning|2|1|3|4"_s, u"messages: 123|"_s}));
     QCOMPARE(desk.m_views.m_lstTreeCalls, (QStringList{u"Remove 123"_s, u"Add 123"_s}));
+    CTestCentre::Run("DELETE FROM defaults");
+    QVERIFY(
+        !desk.Use({Steps(u"memberIDEdit=124 OK"_s)}, [&desk] { return desk.m_doc.EditMember(0); }));
 }
 
 void MemberWorkflowTest::okWithoutChangesKeepsEveryByte()

@@ -73,7 +73,6 @@ void MemberTreeTest::ordersByTextAndBearsHostileRows()
     StoreMember(6, "Lee Ann", "Bo");
     StoreMember(9, "LEE", "abe");
     StoreMember(7, "", "Yan", "Q");
-    StoreMember(10, "Archer", "", "B");
     StoreMember(12, "Äßel", "Éva", "Ő");
     StoreMember(2, "a\0b"s, "c\nd");
     // NOLINTNEXTLINE(misc-misleading-bidirectional): it is to mislead
@@ -84,11 +83,9 @@ void MemberTreeTest::ordersByTextAndBearsHostileRows()
         StoreRecords(2, when); // two of one second: both are shown
     }
     Open(withNul + u"|Workouts"_s);
-    QCOMPARE(Children().first(10),
-        (QStringList{{}, u"<b>x</b>, \uFFFD\uFFFD "_s, withNul, u"Archer, B"_s, u"Lee Ann, Bo "_s,
-            u"LEE, abe "_s, u"Lee, Zoe "_s, u"Yan Q"_s, u"zeta, Al "_s, u"Äßel, Éva Ő"_s}));
-    QCOMPARE(Children(withNul),
-        (QStringList{u"Body Compositions"_s, u"Evaluations"_s, u"Profile"_s, u"Workouts"_s}));
+    QCOMPARE(Children().first(9),
+        (QStringList{{}, u"<b>x</b>, \uFFFD\uFFFD "_s, withNul, u"Lee Ann, Bo "_s, u"LEE, abe "_s,
+            u"Lee, Zoe "_s, u"Yan Q"_s, u"zeta, Al "_s, u"Äßel, Éva Ő"_s}));
     QCOMPARE(Children(withNul + u"|Workouts"_s),
         (QStringList{kNewerText, kNewerText, u"12/30/1899 00:00:00"_s, u"Invalid DateTime"_s}));
     QVERIFY(Node(withNul).data(Qt::FontRole).value<QFont>().bold());
@@ -100,7 +97,7 @@ void MemberTreeTest::ordersByTextAndBearsHostileRows()
     Tree().ResetTree();
     QCOMPARE(width(), Tree().viewport()->width());
     Open();
-    QCOMPARE(Children().size(), 11); // loaded anew
+    QCOMPARE(Children().size(), 10); // loaded anew
 }
 
 void MemberTreeTest::refreshReloadsWhatChanged()
@@ -259,13 +256,11 @@ void MemberTreeTest::keysGoOpenAndFind()
     auto const root = u"Members"_s;
     Tree().setCurrentIndex(Node());
     // "*" would load every record of the centre if it opened everything below.
-    for (auto const& [key, current] :
-        {std::pair(Qt::Key_Asterisk, root), {Qt::Key_End, cy}, {Qt::Key_Home, root},
-            {Qt::Key_Down, kAnn}, {Qt::Key_Plus, kAnn}, {Qt::Key_Right, u"Body Compositions"_s},
-            {Qt::Key_Left, kAnn}, {Qt::Key_End, cy}, {Qt::Key_Up, al}, {Qt::Key_Up, u"Workouts"_s},
-            {Qt::Key_Left, kAnn}, {Qt::Key_Left, kAnn}, {Qt::Key_Down, al}, {Qt::Key_Home, root},
-            {Qt::Key_PageDown, cy}, {Qt::Key_PageUp, root}, {Qt::Key_Minus, root},
-            {Qt::Key_Down, root}, {Qt::Key_Plus, root}, {Qt::Key_Down, kAnn}}) {
+    for (auto const& [key, current] : {std::pair(Qt::Key_Asterisk, root), {Qt::Key_End, cy},
+             {Qt::Key_Home, root}, {Qt::Key_Down, kAnn}, {Qt::Key_Plus, kAnn},
+             {Qt::Key_Right, u"Body Compositions"_s}, {Qt::Key_Left, kAnn}, {Qt::Key_Left, kAnn},
+             {Qt::Key_Down, al}, {Qt::Key_Home, root}, {Qt::Key_Minus, root}, {Qt::Key_Down, root},
+             {Qt::Key_Plus, root}, {Qt::Key_Down, kAnn}}) {
         Press(key);
         QCOMPARE(Current(), current);
         QVERIFY(Tree().selectionModel()->isSelected(Tree().currentIndex()));

@@ -173,49 +173,6 @@ TEST_F(MemberServicesTest, ReplacingOrDeletingAClassKeepsOrDeletesItsRecords)
     }
 }
 
-TEST_F(MemberServicesTest, NewMemberStartsFromTheCentresDefaults)
-{
-    CDAOSmMem members;
-    CDAOEnr enrollments;
-    CDAOProf profiles;
-    CDAOCls classes;
-    CDAOMsg messages;
-    EXPECT_FALSE(ResetMember(members, enrollments, profiles, classes, messages));
-    Run(DataFile::center,
-        "INSERT INTO defaults (grade_status, re_eval_bonuses, other_bonuses, flags) "
-        "VALUES (2, 3, 4, 0x20)");
-    CEFOleDateTime::SetClock(CEFOleDateTime(2027, 1, 31, 12, 0));
-    members.m_LastName = profiles.m_City = classes.m_Category = messages.m_Message = "on show";
-    ASSERT_TRUE(ResetMember(members, enrollments, profiles, classes, messages));
-    auto const today = CEFOleDateTime(2027, 1, 31).Seconds();
-    auto const expires = CEFOleDateTime(2027, 2, 28).Seconds();
-    EXPECT_EQ(members.FieldValues(), Values(0, 0, "", "", "", 1));
-    EXPECT_EQ(enrollments.FieldValues(), Values(0, today, expires, 0, 0));
-    EXPECT_EQ(profiles.FieldValues(),
-        Values(0, "", "", "", "", "", "", "", "", "", 0, 0, today, 1, 0, 0));
-    EXPECT_EQ(classes.FieldValues(), Values(0, 1, "", "", "", 2, 1, 3, 4));
-    EXPECT_EQ(messages.FieldValues(), Values(0, ""));
-}
-
-TEST_F(MemberServicesTest, EnrollmentIsRewrittenOrAdded)
-{
-    for (std::int32_t const member : {2, 4, 6}) {
-        AddMember(member);
-    }
-    Run(DataFile::member, "DELETE FROM enrollments WHERE member_id = 4");
-    CEFOleDateTime const from(2026, 2, 1);
-    CEFOleDateTime const to(2027, 2, 1);
-    for (std::int32_t const member : {2, 4}) {
-        EXPECT_TRUE(UpdateEnrollment(member, from, to, 3, 1, 1));
-        CDAOEnr enrollment;
-        ASSERT_EQ(enrollment.FindEnrollment(member), 1);
-        EXPECT_EQ(enrollment.FieldValues(), Values(member, from.Seconds(), to.Seconds(), 3, 1));
-    }
-    EXPECT_FALSE(UpdateEnrollment(3, from, to, 3, 1, 1)) << "no such member";
-    EXPECT_EQ(Count("members JOIN enrollments USING (member_id) WHERE status = period / 3"), 3)
-        << "another member's";
-}
-
 TEST_F(MemberServicesTest, MessageIsStoredWhereNoneIsOrReplaced)
 {
     AddMember(2);

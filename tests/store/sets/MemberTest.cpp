@@ -124,24 +124,6 @@ TEST_F(MemberTest, RecordsAreFoundByMemberClassAndTimeOldestFirst)
     }
 }
 
-TEST_F(MemberTest, FindsWorkoutsOfASpanOfTime)
-{
-    AddMember(1);
-    AddMember(2);
-    CEFOleDateTime const from(2026, 11, 16);
-    CEFOleDateTime const to(2026, 11, 16, 23, 59, 59);
-    AddRecord<CDAOWk>(1, 3, from, "1");
-    AddRecord<CDAOWk>(1, 4, to, "0");
-    AddRecord<CDAOWk>(2, 5, {2026, 11, 15, 23, 59, 59}, "1");
-    CDAOWk set;
-    for (auto const& [member, filter, indexes] : {std::tuple(0, CDAOWk::okAll, Ids{3, 4}),
-             {1, CDAOWk::okNo, Ids{4}}, {1, CDAOWk::okYes, Ids{3}}, {2, CDAOWk::okAll, Ids()}}) {
-        int const count = set.FindWks(member, from, to, filter);
-        EXPECT_EQ(Walk(set, &CDAOWk::m_nClassIndex, count), indexes);
-    }
-    EXPECT_EQ(set.CountToday(), 2);
-}
-
 TEST_F(MemberTest, EachCriterionFindsByItsOwnField)
 {
     CEFOleDateTime const day(2020, 5, 5);

@@ -121,25 +121,6 @@ TEST_F(RecordSetTest, ChangeWritesWhatDiffersFromWhatIsStoredNow)
     EXPECT_EQ(set.LastStatus().Error(), DbError::gone);
 }
 
-TEST_F(RecordSetTest, RefusedRowIsToldAndCanBeTriedAgain)
-{
-    CDAOSmMem set;
-    for (std::int32_t const workoutNumber : {11, 12}) {
-        EXPECT_EQ(set.OpenSet(false), 0);
-        EXPECT_TRUE(set.Op(CDAOEFSet::opAddNew));
-        set.m_MemberID = 1;
-        set.m_WorkoutNum = workoutNumber;
-        EXPECT_EQ(set.Op(CDAOEFSet::opUpdate), workoutNumber == 11);
-    }
-    EXPECT_EQ(set.LastStatus().Error(), DbError::constraint);
-    set.m_MemberID = 2;
-    EXPECT_TRUE(set.Op(CDAOEFSet::opUpdate));
-    EXPECT_TRUE(set.Op(CDAOEFSet::opRequery)) << set.LastStatus().Text();
-    EXPECT_EQ(set.CountSet(), 0) << "it was opened for adding";
-    EXPECT_EQ(set.FindMember(CDAOSmMem::idWorkout, 12), 1);
-    EXPECT_EQ(set.m_MemberID, 2);
-}
-
 TEST_F(RecordSetTest, DelAllDeletesTheSelectionAlone)
 {
     for (int i = 0; i < 600; ++i) {

@@ -59,32 +59,6 @@ TEST_F(DataFileTest, RestoresEveryFieldOfEveryTable)
     EXPECT_EQ(DumpAll(), before);
 }
 
-TEST_F(DataFileTest, KeepsRecordsThatAreThereAndSkipsThoseOfUnknownMembers)
-{
-    for (std::int32_t id = 1; id <= 3; ++id) {
-        AddMember(id);
-        for (int i = 0; i < 400; ++i) {
-            AddWorkout(id, kTime + i);
-        }
-    }
-    auto const file = Backup(m_setWk);
-    // How many were stored and skipped, and how many there are.
-    auto const restore = [&](std::string const& lines, std::int32_t member) {
-        auto const stored = Restore(m_setWk, lines, member);
-        EXPECT_TRUE(m_setWk.LastStatus());
-        return std::tuple(stored, m_setWk.LastSkipped(), Count("workouts"));
-    };
-    EXPECT_EQ(restore(file, 0), std::tuple(0, 0, 1200));
-    Run(DataFile::member, "UPDATE workouts SET circuits = 7");
-    Run(DataFile::member, "DELETE FROM workouts WHERE member_id > 1 OR id % 2 = 0");
-    Run(DataFile::member, "DELETE FROM members WHERE member_id = 3");
-    EXPECT_EQ(restore(file + file, 2), std::tuple(400, 0, 600));
-    EXPECT_EQ(restore(file, 3), std::tuple(0, 400, 600));
-    EXPECT_EQ(restore(file, 0), std::tuple(200, 400, 800));
-    EXPECT_EQ(restore(file, 0), std::tuple(0, 400, 800));
-    EXPECT_GE(Count("workouts WHERE member_id = 1 AND circuits = 7"), 200);
-}
-
 TEST_F(DataFileTest, ABadFileStoresNothingAndTellsWhy)
 {
     AddMember(1);

@@ -63,7 +63,6 @@ private Q_SLOTS:
     void unitsComeBackAsSaved();
     void whatIsNotShownIsWrittenBack();
     void showsTheValuesBefore();
-    void anotherDesksChangesAreNotOverwritten();
     void losesNothing() { CBodyCompDesk().LosesNothing(kProfile + u"@0 hipEdit=41"_s); }
 };
 
@@ -287,16 +286,6 @@ void BodyCompTest::showsTheValuesBefore()
         QCOMPARE(Texts(sheet, u"wetWeightEditNote"_s), u"last 4.00, unusually high"_s);
         ClickCancel(sheet);
     }));
-}
-
-void BodyCompTest::anotherDesksChangesAreNotOverwritten()
-{
-    CBodyCompDesk desk(3);
-    desk.Change("units = 0xf00"); // of another program
-    auto expected = desk.All();
-    expected.replaceInStrings(u"|3|0|"_s, u"|3|30.5|"_s);
-    desk.AsksBeforeReplacing(u"@1 percentFatEdit=30.5"_s, "DELETE FROM body_compositions");
-    QCOMPARE(desk.All(), expected);
 }
 
 static CTestEntryOf<BodyCompTest> const g_entry;

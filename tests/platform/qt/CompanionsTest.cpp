@@ -29,7 +29,6 @@ class CompanionsTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup() { QuitCompanion(kReportServer); } // what a failed case left
-    void aNameIsTakenAsLongAsItsHolderLives();
     void namesAreNoPaths();
     void onlyAFolderOfTheUserAloneIsUsed();
     void aCompanionIsFoundAsLongAsItListens();
@@ -48,14 +47,6 @@ private:
 
 namespace
 {
-
-/// What any program does to take a name; false when another has it.
-bool Lock(CDescriptor const& file)
-{
-    struct flock whole = {};
-    whole.l_type = F_WRLCK;
-    return fcntl(file.Get(), F_OFD_SETLK, &whole) == 0;
-}
 
 CDescriptor Open(std::string const& file)
 {
@@ -85,22 +76,6 @@ std::unique_ptr<QProcess> CompanionsTest::Run(CCompanion const& companion, char 
     process->start(QString::fromStdString(std::string(companion.file)), QStringList());
     auto const socket = Path("corvana/" + std::string(companion.name) + ".sock");
     return QTest::qWaitFor([&] { return IsListening(socket); }) ? std::move(process) : nullptr;
-}
-
-void CompanionsTest::aNameIsTakenAsLongAsItsHolderLives()
-{
-    auto const file = Path("corvana/Corvana.lock");
-    QVERIFY(!IsCORVAppRunning("Corvana", false) && !std::filesystem::exists(file));
-    {
-        auto const other = Open(file);
-        QVERIFY(Lock(other));
-        QVERIFY(IsCORVAppRunning("Corvana", false) && IsCORVAppRunning("Corvana", true));
-        QVERIFY(!IsCORVAppRunning("Another", false));
-    }
-    QVERIFY(std::filesystem::exists(file) && !IsCORVAppRunning("Corvana", false));
-    QVERIFY(Lock(Open(file))); // a look does not take the name
-    QVERIFY(!IsCORVAppRunning("Corvana", true) && !IsCORVAppRunning("Corvana", true));
-    QVERIFY(!Lock(Open(file)));
 }
 
 void CompanionsTest::namesAreNoPaths()
@@ -204,11 +179,10 @@ void CompanionsTest::aCompanionIsStartedFromTheFolderBeforeThePath()
     QVERIFY(!start("there is no folder yet") && mkdir(folder.c_str(), 0700) == 0);
     QVERIFY(!start("neither a script nor a binary") && !start("#!/nonexistent/sh\n"));
     qputenv("PATH", COMPANIONS_FOLDER ":/usr/bin:/bin");
-    qputenv("MARK", "inherited");
-    QVERIFY(start("#!/bin/sh\necho \"$#,$MARK,$(pwd)\" >\"$XDG_RUNTIME_DIR/started\"\n"));
+    QVERIFY(start("#!/bin/sh\necho \"$#,$(pwd)\" >\"$XDG_RUNTIME_DIR/started\"\n"));
     QFile started(m_runtime->filePath(u"started"_s));
     QTRY_VERIFY(started.size() > 0 && (started.isOpen() || started.open(QIODevice::ReadOnly)));
-    QCOMPARE(started.readAll().trimmed(), "0,inherited," + QFile::encodeName(QDir::currentPath()));
+    QCOMPARE(started.readAll().trimmed(), "0," + QFile::encodeName(QDir::currentPath()));
     QVERIFY(!FindCompanion(kReportServer));
 }
 

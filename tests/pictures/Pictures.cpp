@@ -8,9 +8,9 @@
 #include "platform/qt/DateField.h"
 #include "reports/server/ReportWnd.h"
 #include "store/sets/DatabaseSession.h"
-#include "store/sets/SetCloser.h"
 #include "tests/TempFolder.h"
 #include "tests/doc/TestApp.h"
+#include "tests/doc/TestCentre.h"
 #include "tests/ui/DialogUser.h"
 #include "tests/ui/LargeFont.h"
 #include "tests/ui/UserSteps.h"
@@ -47,18 +47,6 @@ void Save(QWidget& window, QString const& name)
     }
 }
 
-/// Enters a member's ID; saves the prompt if there is a name for it.
-CDialogUser::Step Prompt(std::int32_t memberID, QString const& name = {})
-{
-    return [name, memberID](QDialog& prompt) {
-        Do(prompt, u"memberIDEdit=%1"_s.arg(memberID));
-        if (!name.isEmpty()) {
-            Save(prompt, name);
-        }
-        ClickOk(prompt);
-    };
-}
-
 /// Saves each page of a sheet under the name and its title, with what it calculates, and cancels.
 CDialogUser::Step Pages(QString const& name)
 {
@@ -76,14 +64,22 @@ CDialogUser::Step Pages(QString const& name)
     };
 }
 
-/// Saves the dialog after these steps and cancels.
-CDialogUser::Step Look(QString const& name, QString const& steps = {})
+/// Saves the dialog after these steps, if there is a name, and cancels or takes it.
+CDialogUser::Step Look(QString const& name, QString const& steps = {}, bool isTaken = false)
 {
-    return [name, steps](QDialog& dialog) {
+    return [=](QDialog& dialog) {
         Do(dialog, steps);
-        Save(dialog, name);
-        dialog.done(QDialog::Rejected);
+        if (!name.isEmpty()) {
+            Save(dialog, name);
+        }
+        isTaken ? ClickOk(dialog) : dialog.done(QDialog::Rejected);
     };
+}
+
+/// Enters a member's ID.
+CDialogUser::Step Prompt(std::int32_t memberID, QString const& name = {})
+{
+    return Look(name, u"memberIDEdit=%1"_s.arg(memberID), true);
 }
 
 void Use(QList<CDialogUser::Step> steps, std::function<void()> const& operation)
@@ -93,19 +89,6 @@ void Use(QList<CDialogUser::Step> steps, std::function<void()> const& operation)
     for (auto const& fault : user.Faults()) {
         std::fprintf(stderr, "%s\n", qPrintable(fault));
         ++g_failures;
-    }
-}
-
-/// Lets those who are checked in have come before the pictures' day is at its hour.
-void MoveCheckIns(CDAOChkIn& set)
-{
-    CSetCloser const close(set);
-    int const count = set.FindChkIns();
-    for (int row = 0; row < count; ++row, set.Op(CDAOEFSet::opMoveNext)) {
-        set.Op(CDAOEFSet::opEdit);
-        set.m_dtCheckIn
-            = CEFOleDateTime::FromSeconds(kToday.Seconds() - (count - row) * 700 + row * row * 40);
-        g_failures += set.Op(CDAOEFSet::opUpdate) ? 0 : 1;
     }
 }
 
@@ -121,14 +104,13 @@ void Darken()
 std::int32_t MemberWithTwoEvaluations()
 {
     CDAOSmMem members;
-    int const count = members.FindAllMembersByName(false);
-    for (int row = 0; row < count; ++row) {
+    for (int row = members.FindAllMembersByName(false); row-- > 0;) {
         if (CDAOSmEval().FindEvals(CDAOSmEval::idMember, members.m_MemberID) > 1) {
-            return members.m_MemberID;
+            break;
         }
         members.Op(CDAOEFSet::opMoveNext);
     }
-    return 0;
+    return members.m_MemberID;
 }
 
 void MakeSearchPictures(CCorvanaDoc& doc)
@@ -158,12 +140,8 @@ void MakeSearchPictures(CCorvanaDoc& doc)
 void MakeLetterPictures(CCorvanaDoc& doc)
 {
     doc.m_setMem.FindAllMembers(true);
-    auto const choose = [](QDialog& list) {
-        Do(list, u"templateList=1"_s);
-        Save(list, u"letter-templates"_s);
-        ClickOk(list);
-    };
-    Use({choose, Look(u"merge-letter"_s)}, [&] { doc.PrintLetters(doc.m_setMem); });
+    Use({Look(u"letter-templates"_s, u"templateList=1"_s, true), Look(u"merge-letter"_s)},
+        [&] { doc.PrintLetters(doc.m_setMem); });
 }
 
 void MakeWorkoutPictures(CCorvanaDoc& doc)
@@ -244,7 +222,12 @@ void MakePictures(CCorvanaDoc& doc, CMainFrame& frame)
     MakeEvaluationPictures(doc);
     MakeBodyCompPictures(doc);
     MakeReportPictures(doc);
-    MoveCheckIns(doc.m_setChkIn);
+    // Those who are checked in have come before the pictures' day is at its hour.
+    CTestCentre::Run("UPDATE check_ins SET check_in = " + std::to_string(kToday.Seconds())
+            + " - (total + 1 - n) * 700 + (n - 1) * (n - 1) * 40 FROM (SELECT id AS row, "
+              "row_number() OVER (ORDER BY check_in, id) AS n, count(*) OVER () AS total FROM "
+              "check_ins) WHERE id = row",
+        DataFile::checkIn);
     Use({Look(u"quick-statistics"_s, u"checkInList=2"_s)}, [&] { doc.ShowQuickStats(); });
     auto& tree = Child<QTreeView>(frame, "memberTree");
     auto const root = tree.model()->index(0, 0);

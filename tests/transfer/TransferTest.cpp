@@ -26,7 +26,7 @@ class CTransferDesk : public CMemberDesk
 public:
     CTransferDesk()
     {
-        QVERIFY(m_doc.m_setCenter.SetPassword("Open sesame"));
+        QVERIFY(m_doc.m_setCenter.SetPassword("OpenSesame"));
         AddMember(8);
         for (int i = 0; i < 3; ++i) {
             StoreRecords(i < 2 ? 7 : 8, CEFOleDateTime(2026, 3, 1 + i), 30 * i, 150.5, 20.25);
@@ -45,14 +45,6 @@ public:
         rows.sort();
         return rows;
     }
-    CDialogUser::Step Password(QString const& text = u"Open sesame"_s) const
-    {
-        return [text](QDialog& dialog) {
-            Type(Child<QLineEdit>(dialog, "passwordEdit"), text);
-            ClickOk(dialog);
-        };
-    }
-
     /// What the operation tells.
     QString Run(void (CCorvanaDoc::*operation)(CRecordKind), CRecordKind kind,
         QList<CDialogUser::Step> const& steps = {}, QList<bool> const& answers = {},
@@ -76,6 +68,7 @@ public:
     CFileRecorder m_files;
 };
 
+auto const kPassword = Steps(u"passwordEdit=OpenSesame OK"_s);
 auto const kWarning = u"Warning: archiving records will permanently remove\n"
                       "the records from the database. Do you still want to\n"
                       "proceed with the archive?"_s;
@@ -110,7 +103,7 @@ void TransferTest::archivesAndRestoresTheWholeCentre()
             || desk.ArchiveMembers()
                 == u"All %1 records must be archived before archiving members."_s.arg(
                     first[qsizetype(i)]));
-        QCOMPARE(desk.Run(&CCorvanaDoc::ArchiveAll, kKinds[i], {desk.Password()}, {true},
+        QCOMPARE(desk.Run(&CCorvanaDoc::ArchiveAll, kKinds[i], {kPassword}, {true},
                      u"archive%1.dat"_s.arg(i)),
             kWarning + u"|You have archived %1 record(s)."_s.arg(counts[i]));
     }
@@ -136,20 +129,20 @@ void TransferTest::asksFirstAndReplacesNoFile()
                              QString const& file = {}) {
         return desk.Run(&CCorvanaDoc::ArchiveAll, CRecordKind::workouts, steps, answers, file);
     };
-    QCOMPARE(archive({desk.Password(u"wrong"_s)}, {false}),
+    QCOMPARE(archive({Steps(u"passwordEdit=wrong OK"_s)}, {false}),
         u"Sorry, you have entered an incorrect password"_s);
-    QCOMPARE(archive({desk.Password()}, {false}), kWarning);
+    QCOMPARE(archive({kPassword}, {false}), kWarning);
     auto const& warning = desk.m_messages.Messages().constLast();
     QVERIFY(
         warning.m_question == CQuestion::destroying && warning.m_icon == CMessageIcon::exclamation);
-    QCOMPARE(archive({desk.Password()}, {true}), kWarning); // no file is chosen
+    QCOMPARE(archive({kPassword}, {true}), kWarning); // no file is chosen
     QCOMPARE(
         desk.BackUp(CRecordKind::workouts, u"mine.dat"_s), u"You have backed up 4 record(s)."_s);
     auto const mine = ReadFile(desk.Path(u"mine.dat"_s).toStdString());
     QCOMPARE(std::ranges::count(mine, '\n'), 4);
     // A file that is there stays, and so do the records.
     auto const failed = u"Error: file already exists\nor cannot write to file"_s;
-    QCOMPARE(archive({desk.Password()}, {true}, u"mine.dat"_s),
+    QCOMPARE(archive({kPassword}, {true}, u"mine.dat"_s),
         kWarning + u'|' + failed + u"|You have archived 0 record(s)."_s);
     QCOMPARE(desk.BackUp(CRecordKind::evaluations, u"mine.dat"_s),
         failed + u"|You have backed up 0 record(s)."_s);
@@ -257,7 +250,7 @@ void TransferTest::deletesAllOrOneMembersRecords()
                 ClickCancel(dialog);
             }
         };
-        return desk.Run(&CCorvanaDoc::DeleteAll, kind, {desk.Password(), choose}) + focus;
+        return desk.Run(&CCorvanaDoc::DeleteAll, kind, {kPassword, choose}) + focus;
     };
     auto const before = desk.All();
     QCOMPARE(desk.Run(&CCorvanaDoc::DeleteAll, CRecordKind::workouts, {ClickCancel}), QString());
@@ -291,8 +284,7 @@ void TransferTest::deletesAllOrOneMembersRecords()
     desk.m_messages.AnswerNext({false, true});
     for (int const deleted : {0, 1}) {
         int count = -1;
-        QCOMPARE(
-            desk.Told({desk.Password()}, [&] { count = desk.m_doc.DeleteRecords(evals, true); }),
+        QCOMPARE(desk.Told({kPassword}, [&] { count = desk.m_doc.DeleteRecords(evals, true); }),
             u"Are you sure you want to permanently\ndelete all of the records?"_s);
         QCOMPARE(count, deleted);
     }

@@ -2,7 +2,6 @@
 
 #include "ui/WaitDlg.h"
 
-#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>

@@ -16,7 +16,6 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include <array>
 #include <tuple>
 #include <utility>
 

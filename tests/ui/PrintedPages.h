@@ -3,7 +3,6 @@
 #include "platform/qt/Printers.h"
 #include "tests/TempFolder.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QRectF>
 #include <QStringList>

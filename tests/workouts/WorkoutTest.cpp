@@ -9,7 +9,6 @@
 #include <QLabel>
 
 #include <algorithm>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 

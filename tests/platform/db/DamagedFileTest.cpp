@@ -1,7 +1,6 @@
 #include "tests/platform/db/Families.h"
 #include "tests/platform/db/PlainConnection.h"
 
-#include <functional>
 #include <grp.h>
 #include <sys/stat.h>
 

@@ -10,7 +10,6 @@
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <utility>
 
 /// Another program at work on the files of a test: a copy of this process that runs a task over
 /// what it opens itself. No connection of the test to the same file may be open when it starts.

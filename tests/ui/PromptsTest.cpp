@@ -42,11 +42,10 @@ void PromptsTest::memberIDsAreChecked()
     QCOMPARE(FaultsOf(dialog), QStringList());
     auto& edit = Child<QLineEdit>(dialog, "memberIDEdit");
     QCOMPARE(edit.selectedText(), u"0"_s); // which typing replaces
-    auto const range = u"Enter an integer between 1 and 999999999."_s;
-    auto const nobody = u"Sorry, there is no member in the database\nthat matches ID %1."_s;
     for (auto const& [text, message] :
-        {std::pair(u"512"_s, nobody.arg(512)), // a workout number is no ID
-            {u"1000000000"_s, range}, {u"0"_s, range}}) {
+        {std::pair(u"512"_s, // a workout number is no ID
+             u"Sorry, there is no member in the database\nthat matches ID 512."_s),
+            {u"0"_s, u"Enter an integer between 1 and 999999999."_s}}) {
         QTest::keyClicks(&edit, text);
         QTest::keyClick(&edit, Qt::Key_Return); // OK is the default button
         QCOMPARE(messages.Texts().constLast(), message);

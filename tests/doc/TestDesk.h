@@ -47,6 +47,13 @@ public:
         return m_messages.Texts().sliced(before).join(u'|');
     }
 
+    /// The same of a button of a form.
+    QString Press(
+        QDialog const& form, QString const& button, QList<CDialogUser::Step> const& steps = {})
+    {
+        return Told(steps, [&] { Do(form, button); });
+    }
+
     /// OK: empty when the form has closed, else the new messages and the field in focus.
     QString Ok(QDialog const& form) const
     {

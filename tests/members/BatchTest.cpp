@@ -29,14 +29,14 @@ public:
         Use({Steps(search), useAndClose}, [this] { return m_doc.FindMembers(), true; });
     }
     /// What is told after a button of the list, whose dialog takes the step, was pressed.
-    QString Press(QDialog const& list, char const* button, CDialogUser::Step const& step)
+    QString PressAndWalk(QDialog const& list, QString const& button, CDialogUser::Step const& step)
     {
         auto const walkThrough = [&step](QDialog& form) {
             QCoreApplication::processEvents();
             QCOMPARE(FaultsOf(form), QStringList());
             step(form);
         };
-        return Told({walkThrough}, [&] { Child<QPushButton>(list, button).click(); });
+        return Press(list, button, {walkThrough});
     }
     QString Result() const { return m_views.m_lstResults.constLast(); }
 };
@@ -71,7 +71,7 @@ void BatchTest::updatesEnrollmentsAndFillsTheListAnew()
     desk.UseList(u"OK"_s, [&](QDialog& list) {
         AddMember(22); // seen once the list is filled anew
         auto const enroll = [&](CDialogUser::Step const& step) {
-            return desk.Press(list, "updateEnrollButton", step);
+            return desk.PressAndWalk(list, u"updateEnrollButton"_s, step);
         };
         // 15 members are no reason to ask.
         QCOMPARE(enroll([](QDialog& form) {
@@ -115,7 +115,7 @@ void BatchTest::replacesTheClassThatWasFound()
     QVERIFY(desk.m_doc.OnNewDocument());
     auto const change = [&](QString const& search, CDialogUser::Step const& step) {
         desk.UseList(search, [&](QDialog& list) {
-            QVERIFY(desk.Press(list, "updateClassButton", step)
+            QVERIFY(desk.PressAndWalk(list, u"updateClassButton"_s, step)
                         .endsWith(u"No further member records are available."_s));
             QVERIFY(!list.isVisible());
         });
@@ -156,7 +156,7 @@ void BatchTest::postsMessagesWhereThereIsNone()
                  u"posted or kept"_s),
                 {u"messageEdit=Closed replaceYesRadio OK"_s, u"Closed"_s, u"Closed"_s, u"posted"_s},
                 {u"replaceYesRadio OK"_s, QString(), QString(), u"posted"_s}}) {
-            QCOMPARE(desk.Press(list, "postMessageButton", Steps(steps)), QString());
+            QCOMPARE(desk.PressAndWalk(list, u"postMessageButton"_s, Steps(steps)), QString());
             QCOMPARE(desk.Rows({u"messages"_s}),
                 (QStringList{u"messages: 7|"_s + first, u"messages: 8|"_s + second}));
             QCOMPARE(desk.Result(), u"Messages %1 for 2 of 2 members."_s.arg(result));
@@ -181,7 +181,7 @@ void BatchTest::passesOverWhoCannotBeChangedAndStops()
                          " WHERE member_id = 15");
             AddMember(15);
         };
-        QCOMPARE(desk.Press(list, "updateEnrollButton", ClickOk),
+        QCOMPARE(desk.PressAndWalk(list, u"updateEnrollButton"_s, ClickOk),
             failed + u"Member ID 9|"_s + failed + u"Member ID 10|"_s + failed + u"Member ID 11|"_s
                 + failed + u"3 more members"_s);
         QCOMPARE(messages.Messages().constLast().m_strDetail, u"Member IDs: 12, 13, 14"_s);
@@ -198,7 +198,7 @@ void BatchTest::passesOverWhoCannotBeChangedAndStops()
                 }
             }
         };
-        QCOMPARE(desk.Press(list, "updateEnrollButton", ClickOk),
+        QCOMPARE(desk.PressAndWalk(list, u"updateEnrollButton"_s, ClickOk),
             failed + u"a member who was deleted"_s);
         QCOMPARE(
             desk.Result(), u"Enrollments updated for 1 of 15 members, failed for 1, stopped."_s);

@@ -9,9 +9,11 @@
 #include "ui/DateDlg.h"
 #include "ui/FileDialogs.h"
 #include "ui/MemberIDDlg.h"
+#include "ui/WaitCursor.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -20,6 +22,9 @@ class PromptsTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void messagesShowWhatTheyAreTold();
+    void questionsReturnTheAnswer();
+    void messagesPutTheWaitCursorAway();
     void memberIDsAreChecked();
     void datesAreTakenUpToToday();
     void filesAreAskedForInADialog();
@@ -28,6 +33,76 @@ private Q_SLOTS:
 private:
     CLargeFont const m_large; // the forms are fit for everyone then too
 };
+
+void PromptsTest::messagesShowWhatTheyAreTold()
+{
+    auto const numbers = u"1234, "_s.repeated(1000); // too many for the screen
+    CDialogUser const user({[](QDialog& dialog) {
+                                auto const& box = dynamic_cast<QMessageBox&>(dialog);
+                                QCOMPARE(box.textFormat(), Qt::PlainText);
+                                QCOMPARE(box.informativeText(), u"Disk is full."_s);
+                                QCOMPARE(box.icon(), QMessageBox::Warning);
+                                QTest::keyClick(&dialog, Qt::Key_Return);
+                            },
+        [&](QDialog& dialog) {
+            QCOMPARE(dynamic_cast<QMessageBox&>(dialog).detailedText(), numbers);
+            QVERIFY(dialog.height() < 500);
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        }});
+    Tell(nullptr, u"Error: <b>no</b> markup"_s, CMessageIcon::exclamation, u"Disk is full."_s);
+    Tell(nullptr, u"Error"_s, CMessageIcon::none, numbers);
+    QCOMPARE(user.Faults(), QStringList());
+}
+
+void PromptsTest::questionsReturnTheAnswer()
+{
+    using CBox = QMessageBox;
+    auto const click = [](CBox::StandardButton which, CBox::StandardButtons buttons) {
+        return [=](QDialog& dialog) {
+            auto& box = dynamic_cast<CBox&>(dialog);
+            QCOMPARE(box.standardButtons(), buttons);
+            QCOMPARE(box.icon(), CBox::NoIcon);
+            box.button(which)->click();
+        };
+    };
+    auto const press
+        = [](Qt::Key key) { return [key](QDialog& box) { QTest::keyClick(&box, key); }; };
+    for (auto const& [question, yes, no, isReturnYes] :
+        {std::tuple(CQuestion::yesNo, CBox::Yes, CBox::No, true),
+            {CQuestion::destroying, CBox::Yes, CBox::No, false},
+            {CQuestion::okCancel, CBox::Ok, CBox::Cancel, true},
+            {CQuestion::destroyingOkCancel, CBox::Ok, CBox::Cancel, false},
+            {CQuestion::retryCancel, CBox::Retry, CBox::Cancel, true}}) {
+        CDialogUser const user({click(yes, yes | no), click(no, yes | no), press(Qt::Key_Escape),
+            press(Qt::Key_Return)});
+        for (bool const answer : {true, false, false, isReturnYes}) {
+            QCOMPARE(Ask(nullptr, u"Are you sure?"_s, question), answer);
+        }
+        QCOMPARE(user.Faults(), QStringList());
+    }
+}
+
+void PromptsTest::messagesPutTheWaitCursorAway()
+{
+    auto const isWaiting = [] {
+        auto const* const cursor = QGuiApplication::overrideCursor();
+        return cursor != nullptr && cursor->shape() == Qt::WaitCursor;
+    };
+    CMessageRecorder messages;
+    messages.m_fnWhileShown = [&] {
+        QVERIFY(!isWaiting());
+        CWaitCursor const nested; // what a handler behind the box may start and end
+    };
+    {
+        CWaitCursor const outer;
+        {
+            CWaitCursor const inner;
+            Ask(nullptr, u"Go on?"_s);
+        }
+        QVERIFY(isWaiting());
+    }
+    QVERIFY(!isWaiting() && messages.Texts().size() == 1);
+}
 
 void PromptsTest::memberIDsAreChecked()
 {

@@ -246,7 +246,6 @@ void QuickStatsTest::failuresAreSaidAndLoseNothing()
     CLargeFont const large;
     desk.Open();
     auto const state = [&desk] { return Texts(*desk.m_pDialog, u"stateLabel"_s); };
-    QCOMPARE(state(), u"Last refreshed: 18:05:09"_s);
     auto const& bar = *desk.List().verticalScrollBar();
     auto const rowsBelow = bar.maximum();
     auto const before = desk.Shown();
@@ -256,8 +255,7 @@ void QuickStatsTest::failuresAreSaidAndLoseNothing()
     desk.Tick();
     QCOMPARE(desk.Shown(), before);
     QCOMPARE(state(), u"Not refreshed at 18:05:24: %1\nLast refreshed: 18:05:09"_s.arg(reason));
-    QVERIFY(bar.maximum() > rowsBelow); // the text needs room
-    QCOMPARE(bar.value(), bar.maximum());
+    QVERIFY(bar.maximum() > rowsBelow && bar.value() == bar.maximum()); // the text needs room
     desk.Select(0);
     desk.m_pDialog->reject();
     QCOMPARE(desk.m_messages.Messages().constLast().m_strDetail, reason);

@@ -504,10 +504,9 @@ void RecordListTest::printsAllRowsInTheOrderShown()
     QTest::keyClick(&ListOf(list), Qt::Key_6, Qt::ControlModifier);
     CListDesk::RunElsewhere(u"DELETE FROM workouts WHERE member_id = 4"_s);
     // What is done to all rows asks about those out of sight.
-    desk.Told();
     for (auto const& button : {u"deleteAllButton"_s, u"backupButton"_s, u"archiveButton"_s}) {
-        Do(list, button);
-        QVERIFY(desk.Told().startsWith(u"Only 5 of the 9 rows of this list are shown,"_s));
+        QVERIFY(
+            desk.Press(list, button).startsWith(u"Only 5 of the 9 rows of this list are shown,"_s));
     }
     auto const pages = Print(list, {1, 4, 8, 16, 64, 128});
     QCOMPARE(
@@ -525,7 +524,6 @@ void RecordListTest::printsAllRowsInTheOrderShown()
     }},
         [&] { return Do(list, u"printButton"_s), true; });
     QCOMPARE(list.m_nPrintItems, 0x22U);
-    desk.Told();
 
     CFileRecorder files;
     auto const pdf = QString::fromStdString((desk.m_centre.Folder() / "list.pdf").string());
@@ -534,14 +532,13 @@ void RecordListTest::printsAllRowsInTheOrderShown()
     QCOMPARE(CPrintedPages::LinesOf(pdf).value(0).size(), 10);
     // Without a printer nothing happens; one that fails in the middle is told.
     auto const before = SetPrinterMaker([] { return std::unique_ptr<QPrinter>(); });
-    CTestDesk::Use({ClickOk}, [&] { return Do(list, u"printButton"_s), true; });
-    QCOMPARE(desk.Told(), QString());
+    QCOMPARE(desk.Press(list, u"printButton"_s, {ClickOk}), QString());
     SetPrinterMaker(before);
     AddWorkouts(9000, "1");
     Trigger(list, "refreshAction");
     CPrintedPages const full(u"/dev/full"_s);
-    CTestDesk::Use({ClickOk}, [&] { return Do(list, u"printButton"_s), true; });
-    QVERIFY(desk.Told().startsWith(u"Error: printing stopped at page "_s));
+    QVERIFY(desk.Press(list, u"printButton"_s, {ClickOk})
+                .startsWith(u"Error: printing stopped at page "_s));
 }
 
 static CTestEntryOf<RecordListTest> const g_entry;

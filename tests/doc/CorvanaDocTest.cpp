@@ -8,6 +8,7 @@
 #include <QLineEdit>
 
 #include <filesystem>
+#include <tuple>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -92,13 +93,7 @@ void CorvanaDocTest::opensTheGateForTheRightPasswordAlone()
 {
     CTestDesk desk;
     QVERIFY(desk.m_doc.m_setCenter.SetPassword("OpenSesame"));
-    // Whether it opens, after how many questions whether to retry, of which those are answered.
-    auto const gate = [&](QList<CDialogUser::Step> const& steps, QList<bool> const& retries = {}) {
-        auto const before = desk.m_messages.Messages().size();
-        desk.m_messages.AnswerNext(retries);
-        bool const opens = CTestDesk::Use(steps, [&] { return desk.m_doc.VerifyPassword(); });
-        return std::pair(opens, desk.m_messages.Messages().size() - before);
-    };
+    CLargeFont const large;
     auto const right = Steps(u"passwordEdit=OpenSesame OK"_s);
     auto const wrong = Steps(u"passwordEdit=opensesame OK"_s);
     auto const tryAgain = [](QDialog& dialog) {
@@ -111,17 +106,20 @@ void CorvanaDocTest::opensTheGateForTheRightPasswordAlone()
         QCOMPARE(FaultsOf(dialog), QStringList());
         ClickCancel(dialog);
     };
-    CLargeFont const large;
-    using Result = std::pair<bool, qsizetype>;
-    QCOMPARE(gate({right}), Result(true, 0));
-    QCOMPARE(gate({ClickCancel}), Result(false, 0));
-    QCOMPARE(gate({wrong, Steps(u"passwordEdit= OK"_s), right}, {true, true}), Result(true, 2));
-    QCOMPARE(gate({wrong}, {false}), Result(false, 1));
-    QCOMPARE(gate({wrong, tryAgain}, {true}), Result(false, 1));
-    for (auto const& message : desk.m_messages.Messages()) {
-        QCOMPARE(message.m_strText, u"Sorry, you have entered an incorrect password"_s);
-        QVERIFY(message.m_bQuestion && message.m_question == CQuestion::retryCancel);
+    // After questions whether to retry, of which those are answered.
+    using CSteps = QList<CDialogUser::Step>;
+    for (auto const& [steps, retries, opens, questions] :
+        {std::tuple(CSteps{right}, QList<bool>(), true, 0), {{ClickCancel}, {}, false, 0},
+            {{wrong}, {false}, false, 1},
+            {{wrong, Steps(u"passwordEdit= OK"_s), right}, {true, true}, true, 2},
+            {{wrong, tryAgain}, {true}, false, 1}}) {
+        auto const before = desk.m_messages.Texts().size();
+        desk.m_messages.AnswerNext(retries);
+        QCOMPARE(CTestDesk::Use(steps, [&] { return desk.m_doc.VerifyPassword(); }), opens);
+        QCOMPARE(desk.m_messages.Texts().sliced(before),
+            QStringList(questions, u"Sorry, you have entered an incorrect password"_s));
     }
+    QCOMPARE(desk.m_messages.Messages().constLast().m_question, CQuestion::retryCancel);
 }
 
 static CTestEntryOf<CorvanaDocTest> const g_entry;

@@ -47,19 +47,16 @@ QString Found(CMemberDesk& desk, QString const& steps, bool isList)
             ClickCancel(sheet);
         }
     };
-    QList<CDialogUser::Step> see;
-    if (isList) {
-        see += [&](QDialog& found) {
-            QCOMPARE(Child<QPushButton>(found, "updateClassButton").isEnabled(),
-                steps.contains(u"categoryList="_s) && !steps.endsWith(u'='));
-            SeeList(list)(found);
-        };
-    }
-    desk.Use(QList<CDialogUser::Step>{use} + see, [&] { return desk.m_doc.FindMembers(), true; });
+    auto const see = [&](QDialog& found) {
+        QCOMPARE(Child<QPushButton>(found, "updateClassButton").isEnabled(),
+            steps.contains(u"categoryList="_s) && !steps.endsWith(u'='));
+        SeeList(list)(found);
+    };
+    QList<CDialogUser::Step> dialogs{use, see};
+    dialogs.resize(isList ? 2 : 1);
+    auto const told = desk.Told(dialogs, &CCorvanaDoc::FindMembers);
     [&] { QVERIFY(desk.m_doc.m_setMem.IsEOF() != 0); }(); // closed
-    return !refusal.isEmpty() ? refusal
-        : isList              ? list.section(u'|', 0, 0)
-                              : desk.m_messages.Texts().constLast();
+    return !refusal.isEmpty() ? refusal : isList ? list.section(u'|', 0, 0) : told;
 }
 
 } // namespace

@@ -63,6 +63,7 @@ private Q_SLOTS:
     void unitsComeBackAsSaved();
     void whatIsNotShownIsWrittenBack();
     void showsTheValuesBefore();
+    void anotherDesksChangesAreNotOverwritten();
     void losesNothing() { CBodyCompDesk().LosesNothing(kProfile + u"@0 hipEdit=41"_s); }
 };
 
@@ -152,12 +153,12 @@ void BodyCompTest::refusesWhatIsOutOfBounds()
                  u"0 weightEdit 1 500,0 heightEdit 1 90,0 waistEdit 1 255,0 hipEdit 1 155,"
                  "1 percentFatEdit 1 99"_s}}) {
         CBodyCompDesk desk(method);
-        QVERIFY(!desk.EditIt([&, &limits = bounds](QDialog& sheet) {
+        QVERIFY(desk.EditIt([&, &limits = bounds](QDialog& sheet) {
             Do(sheet, limits.contains(u"chest"_s) ? u"@1 sevenRadio"_s : QString());
             desk.RefusesBeyond(sheet, limits);
-            RunOnMembers("DELETE FROM classes"); // after the bounds: the day, then the class
-            ClickCancel(sheet);
+            ClickOk(sheet);
         }));
+        RunOnMembers("DELETE FROM classes"); // after the bounds: the day, then the class
         QVERIFY(!desk.EditIt([&](QDialog& sheet) {
             desk.Refuses(sheet,
                 {{u""_s, u"Error: select a category, course, section @classList"_s},
@@ -285,6 +286,16 @@ void BodyCompTest::showsTheValuesBefore()
         QCOMPARE(Texts(sheet, u"wetWeightEditNote"_s), u"last 4.00, unusually high"_s);
         ClickCancel(sheet);
     }));
+}
+
+void BodyCompTest::anotherDesksChangesAreNotOverwritten()
+{
+    CBodyCompDesk desk(3);
+    desk.Change("units = 0xf00"); // of another program
+    auto expected = desk.All();
+    expected.replaceInStrings(u"|3|0|"_s, u"|3|30.5|"_s);
+    desk.AsksBeforeReplacing(u"@1 percentFatEdit=30.5"_s, "DELETE FROM body_compositions");
+    QCOMPARE(desk.All(), expected);
 }
 
 static CTestEntryOf<BodyCompTest> const g_entry;

@@ -489,6 +489,7 @@ void RecordListTest::copiesAndSavesWhatIsShown()
     QVERIFY(ReadFile(path.toStdString()) != saved);
     QCOMPARE(save(u"/nonexistent/out.csv"_s), u"Error: the file \"out.csv\" was not saved."_s);
     QVERIFY(!desk.m_messages.Messages().constLast().m_strDetail.isEmpty());
+    QCOMPARE(save({}), QString());
     RunOnMembers("ALTER TABLE workouts RENAME TO away");
     desk.m_messages.AnswerNext({true});
     auto const kept = ReadFile(path.toStdString());

@@ -278,7 +278,7 @@ void MailTest::savesTheTemplateAsItStands()
         };
         QCOMPARE(FaultsOf(form), QStringList());
         TypeBody(form, u"Grüße\n\nend\nlost"_s);
-        desk.m_messages.AnswerNext({false, true, true});
+        desk.m_messages.AnswerNext({false, true, true, true});
         QCOMPARE(desk.Press(form, u"saveTemplateButton"_s),
             u"Are you sure you want to replace the template\n\"Second\" with the current\ncustomization?"_s);
         desk.Press(form, u"saveTemplateButton"_s, {[](QDialog& dialog) { dialog.reject(); }});
@@ -286,6 +286,8 @@ void MailTest::savesTheTemplateAsItStands()
         QVERIFY(desk.Press(form, u"saveTemplateButton"_s, {name}).endsWith(kDone));
         QCOMPARE(desk.Read("tnames.txt"), u"First\n"_s + QString(28, u'n') + u"\n@"_s);
         QCOMPARE(desk.Read("templ1.txt"), u"Grüße\n\nend\n\n"_s);
+        TypeBody(form, u"single"_s); // a body of one line has nothing to save
+        QVERIFY(desk.Press(form, u"saveTemplateButton"_s, {ClickOk}).endsWith(kDone));
         // Read again it has grown by its end.
         desk.Press(form, u"selectTemplateButton"_s, {CMailDesk::Choose(1)});
         QCOMPARE(Body(form).toPlainText(), u"Grüße\n\nend\n\n\n"_s);

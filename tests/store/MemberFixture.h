@@ -6,7 +6,6 @@
 #include "store/sets/DAOWk.h"
 #include "tests/store/StoreFixture.h"
 
-
 /// Members with records, added as other programs add them, on an evening in 2026.
 class CMemberTest : public CStoreTest
 {

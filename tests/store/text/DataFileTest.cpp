@@ -80,6 +80,16 @@ TEST_F(DataFileTest, RestoresEveryFieldOfEveryTable)
     EXPECT_EQ(DumpAll(), before);
 }
 
+TEST_F(DataFileTest, ARecordThatIsThereIsKept)
+{
+    AddMember(1);
+    AddWorkout(1, kTime);
+    auto const file = Backup(m_setWk);
+    Run(DataFile::member, "UPDATE workouts SET circuits = 77");
+    EXPECT_EQ(Restore(m_setWk, file + file), 0);
+    EXPECT_EQ(Count("workouts WHERE circuits = 77"), 1);
+}
+
 TEST_F(DataFileTest, ABadFileStoresNothingAndTellsWhy)
 {
     AddMember(1);

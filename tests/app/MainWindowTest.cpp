@@ -123,6 +123,9 @@ void MainWindowTest::everyCommandReachesItsOperation()
         auto* const action
             = desk.m_frame.findChild<QAction*>(QLatin1StringView("command" + number));
         QVERIFY2((action != nullptr) == command.m_menu.has_value(), number);
+        QVERIFY2(!TipOf(command).isEmpty() && !command.m_strPrompt.isEmpty(), number);
+        QVERIFY(command.m_nNumber != 32820 // no mnemonics, no dots
+            || TipOf(command) == u"Category/Course/Section Roster"_s);
         if (action == nullptr || command.m_option) {
             continue;
         }

@@ -1,5 +1,6 @@
 #include "doc/ClassDlg.h"
 #include "doc/ClassPicker.h"
+#include "doc/MemberClassDlg.h"
 #include "platform/qt/DropDown.h"
 #include "tests/QtTests.h"
 #include "tests/doc/TestDesk.h"
@@ -63,6 +64,7 @@ class ClassPickersTest : public QObject
 private Q_SLOTS:
     void listsNarrowEachOther();
     void storedClassesAreShownAndTaken();
+    void memberClassesAreListedAnew();
 };
 
 void ClassPickersTest::listsNarrowEachOther()
@@ -126,6 +128,25 @@ void ClassPickersTest::storedClassesAreShownAndTaken()
         picker.ShowStored(category, course, section);
         QCOMPARE(Entries(picker), shown);
         QVERIFY(picker.IsAsFilled());
+    }
+}
+
+void ClassPickersTest::memberClassesAreListedAnew()
+{
+    CTestDesk desk;
+    AddMember(12);
+    AddClass(12, 2, "'Staff', 'Wellness', 'Morning'");
+    AddClass(12, 4, "'Students', 'PE 101', ''");
+    CMemberClassDlg dialog(desk.m_doc);
+    dialog.m_lMemberID = 12;
+    for (auto const& [preselect, entries] :
+        {std::pair(4, u"Staff Wellness Morning|[Students PE 101]"_s),
+            {50, u"[Staff Wellness Morning]|Students PE 101"_s}, // no class
+            {99, u"[Unknown]|Staff Wellness Morning|Students PE 101"_s}}) {
+        dialog.m_nClassIndex = static_cast<std::uint8_t>(preselect);
+        dialog.show();
+        QCOMPARE(Entries(Child<CDropDown>(dialog, "classList")), entries);
+        ClickOk(dialog);
     }
 }
 

@@ -1,13 +1,9 @@
 #include "platform/qt/Settings.h"
 
 #include "tests/QtTests.h"
+#include "tests/TempFolder.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
-
-using namespace Qt::StringLiterals;
 
 class SettingsTest : public QObject
 {
@@ -18,18 +14,16 @@ private Q_SLOTS:
 
 void SettingsTest::keepsWholeNumbers()
 {
-    QTemporaryDir const config;
+    namespace fs = std::filesystem;
+    CTempFolder const config;
     // The paths of settings are taken from the environment once, at their first use.
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(config.path()));
-    QDir const folder(config.filePath(u"Halvetta"_s));
-    QFile file(folder.filePath(u"Corvana.conf"_s));
-    auto const store = [&](char const* text) {
-        QVERIFY(folder.mkpath(u"."_s) && file.open(QIODevice::WriteOnly) && file.write(text) > 0);
-        file.close();
-    };
-    store("[settings]\nminus=-1\ngreatest=2147483647\nword=yes\nmixed=5x\nfraction=1.5\nempty=\n"
-          "list=1, 2\nhuge=1099511627776\nbeyond=2147483648\n"
-          "binary=@ByteArray(\\xff\\0)\ngarbage=@Variant(\\0\\xff\\xff)\n");
+    qputenv("XDG_CONFIG_HOME", config.Path().c_str());
+    auto const file = config.Path() / "Halvetta/Corvana.conf";
+    fs::create_directory(file.parent_path());
+    WriteFile(file,
+        "[settings]\nminus=-1\ngreatest=2147483647\nword=yes\nmixed=5x\nfraction=1.5\nempty=\n"
+        "list=1, 2\nhuge=1099511627776\nbeyond=2147483648\n"
+        "binary=@ByteArray(\\xff\\0)\ngarbage=@Variant(\\0\\xff\\xff)\n");
     QCOMPARE(GetProfileInt("settings", "minus", 42), -1);
     QCOMPARE(GetProfileInt("settings", "greatest", 42), 2147483647);
     QCOMPARE(GetProfileInt("other", "minus", 42), 42);
@@ -39,20 +33,17 @@ void SettingsTest::keepsWholeNumbers()
     }
 
     QVERIFY(WriteProfileInt("settings", "load_members", 1));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    auto const lines = file.readAll().split('\n');
+    auto const lines = QByteArray::fromStdString(ReadFile(file)).split('\n');
     QVERIFY(
         lines.contains("load_members=1") && lines.contains("minus=-1")); // what others stored stays
-    file.close();
-
-    store("[settings\nload_members=1\n");
+    WriteFile(file, "[settings\nload_members=1\n");
     QVERIFY(WriteProfileInt("settings", "load_members", 3)); // puts a damaged file right
     QCOMPARE(GetProfileInt("settings", "load_members", 0), 3);
 
     // A folder in the file's place cannot be replaced, not even by root.
-    QVERIFY(file.remove() && folder.mkpath(u"Corvana.conf/inside"_s));
-    QVERIFY(
-        !WriteProfileInt("settings", "load_members", 7) && folder.exists(u"Corvana.conf/inside"_s));
+    fs::remove(file);
+    fs::create_directories(file / "inside");
+    QVERIFY(!WriteProfileInt("settings", "load_members", 7) && fs::exists(file / "inside"));
 }
 
 static CTestEntryOf<SettingsTest> const g_entry;

@@ -74,10 +74,12 @@ void MemberWorkflowTest::okWithoutChangesKeepsEveryByte()
     QCOMPARE(desk.Rows(), before);
     QCOMPARE(desk.m_views.m_lstTreeCalls, QStringList());
 
-    QVERIFY(desk.Edit(7, [](QDialog& sheet) {
+    QStringList focus;
+    QVERIFY(desk.Edit(7, [&focus](QDialog& sheet) {
         for (int page = 0; page < 4; ++page) {
             ShowPage(sheet, page);
             QCOMPARE(Tabs(sheet).currentIndex(), page);
+            focus += sheet.focusWidget()->objectName();
             QCoreApplication::processEvents();
             QCOMPARE(FaultsOf(sheet), QStringList());
         }
@@ -86,6 +88,8 @@ void MemberWorkflowTest::okWithoutChangesKeepsEveryByte()
     QCOMPARE(desk.Rows(), before);
     QCOMPARE(desk.m_views.m_lstTreeCalls, QStringList{u"Refresh 7 -10 0"_s});
     QCOMPARE(desk.m_views.m_lstResults, QStringList{u"Member ID 7 was saved."_s});
+    QCOMPARE(focus.join(u' '), // the first field of each page
+        u"memberIDEdit enrollEdit feelBetterCheck tobaccoCheck"_s);
 }
 
 void MemberWorkflowTest::aMemberWithoutClassesShowsNobodyElses()

@@ -1,10 +1,13 @@
 #include "members/ClassSlotBox.h"
+#include "members/MemberGoalsPg.h"
 #include "platform/qt/DropDown.h"
 #include "platform/qt/OneLineList.h"
+#include "platform/qt/PropertySheet.h"
 #include "tests/QtTests.h"
 #include "tests/members/RecordDesk.h"
 
 #include <QCheckBox>
+#include <QScreen>
 
 using namespace Qt::StringLiterals;
 
@@ -45,6 +48,7 @@ private Q_SLOTS:
     void enrollmentChecksInOrder();
     void deletesAClassAtOnceOrNotAtAll();
     void classesAreStoredAsTheyAreShown();
+    void areNotCut();
 };
 
 void MemberPagesTest::goalsAndConditionsAreTheirBits()
@@ -260,6 +264,17 @@ void MemberPagesTest::classesAreStoredAsTheyAreShown()
     QCOMPARE(desk.Rows({u"classes"_s}),
         (QStringList{u"classes: 7|4|Staff|Wellness|Morning|1|1|2|3"_s,
             u"classes: 7|5|Students|Yoga|D\u00ff|1|1|2|3"_s}));
+}
+
+void MemberPagesTest::areNotCut()
+{
+    CPropertySheet sheet(u"Wide"_s);
+    auto* const page = new CMemberGoalsPg;
+    // With what stands around it the page is wider than what windows get by themselves.
+    page->findChild<QCheckBox*>()->setMinimumWidth(sheet.screen()->availableSize().width() / 2);
+    sheet.AddPage(page, u"Wide"_s);
+    sheet.show();
+    QVERIFY(page->sizeHint().width() <= page->parentWidget()->width());
 }
 
 static CTestEntryOf<MemberPagesTest> const g_entry;

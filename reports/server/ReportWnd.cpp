@@ -209,7 +209,9 @@ void CReportWnd::ShowState()
 
 void CReportWnd::Refresh()
 {
-    if (!isVisible() || isMinimized()) {
+    bool const isSeen = isVisible() && !isMinimized();
+    m_worker.KeepOpen(isSeen);
+    if (!isSeen) {
         m_refresh.stop();
         return;
     }

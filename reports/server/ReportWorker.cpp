@@ -63,6 +63,13 @@ void CReportWorker::GoOn()
     QTimer::singleShot(0, this, &CReportWorker::Look);
 }
 
+void CReportWorker::KeepOpen(bool keeps)
+{
+    if (std::exchange(m_bKeepsOpen, keeps) != keeps) {
+        m_rest.Wake();
+    }
+}
+
 void CReportWorker::StopReport()
 {
     if (m_job) {
@@ -95,7 +102,7 @@ void CReportWorker::Pause(QString const& reason, bool triesAgain)
 
 void CReportWorker::Look()
 {
-    if (m_job || m_bEnding || !m_strPause.isEmpty()) {
+    if (m_job || m_bEnding || !m_strPause.isEmpty() || m_rest.IsResting()) {
         return;
     }
     m_strToken = CReportQueue::NewToken();
@@ -109,8 +116,12 @@ void CReportWorker::Look()
         m_job.reset();
         Pause(QString::fromStdString(status.Text()), true);
     } else if (m_job) {
+        m_rest.Wake();
         Begin(*std::exchange(m_job, std::nullopt));
     } else {
+        if (!m_bKeepsOpen) {
+            m_rest.FoundNothing();
+        }
         Q_EMIT Changed();
         Q_EMIT NothingWaits();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reports/server/QueueRest.h"
 #include "reports/server/ReportPlan.h"
 #include "reports/server/ReportRun.h"
 #include "store/services/ReportQueue.h"
@@ -27,6 +28,8 @@ public:
     void GoOn();
     /// Ends the report in hand, which waits again, and pauses until somebody says GoOn().
     void StopReport();
+    /// Keeps the queue's file open, for somebody who looks into it too, even if nothing waits.
+    void KeepOpen(bool keeps);
     /// Begins no further report, and tells Ended() when the one in hand is made, or given back.
     void End(bool givesBack);
 
@@ -57,6 +60,8 @@ private:
     CReportPlan m_plan;
     CReportQueue m_queue;
     CReportRun m_run;
+    CQueueRest m_rest;
+    bool m_bKeepsOpen = false;
     QTimer m_look;
     QTimer m_renew;
     QTimer m_again; ///< after a pause

@@ -39,6 +39,7 @@ class ReportWndTest : public QObject
 private Q_SLOTS:
     void init();
     void theProgramServesUntilItIsAskedToQuit();
+    void theQueueCanBeCompactedWhileNothingWaits();
     void theListTellsWhatBecameOfEachReport();
     void aReportCanBeStoppedAndItsProcessMayDie();
     void whatKeepsReportsFromBeingMadePausesTheServer();
@@ -164,6 +165,25 @@ void ReportWndTest::theProgramServesUntilItIsAskedToQuit()
     }
     QCOMPARE(done, Pdfs());
     QVERIFY(done < 200);
+}
+
+void ReportWndTest::theQueueCanBeCompactedWhileNothingWaits()
+{
+    QProcess server;
+    server.start(QStringLiteral(REPORT_PROGRAM), QStringList());
+    QTRY_VERIFY(FindCompanion(kReportServer));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        [] {
+            CDbStatus status;
+            auto* const database = CDatabaseSession::Get().Open(DataFile::report, status);
+            auto const isAlone = database != nullptr && database->UseExclusively();
+            CDatabaseSession::Get().ShutDown();
+            return isAlone;
+        }(),
+        20000);
+    Queue(CDAOReport::rtMemberCount); // which it sees all the same
+    QTRY_COMPARE_WITH_TIMEOUT(Pdfs(), 1, 10000);
+    QVERIFY(QuitCompanion(kReportServer) && server.waitForFinished(10000));
 }
 
 void ReportWndTest::theListTellsWhatBecameOfEachReport()

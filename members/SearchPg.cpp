@@ -3,13 +3,12 @@
 #include <QRadioButton>
 
 #include <cstdint>
-#include <utility>
 
 void CSearchPg::AddPair(QRadioButton& whenTrue, QRadioButton& whenFalse, search criterion)
 {
-    for (auto const& [button, value] :
-        {std::pair(&whenTrue, std::uint8_t(1)), {&whenFalse, std::uint8_t(0)}}) {
-        connect(button, &QRadioButton::clicked, this,
-            [this, criterion, value] { m_search.SetSearchCriteria(criterion, value); });
-    }
+    auto const set = [this, criterion](std::uint8_t value) {
+        return [this, criterion, value] { m_search.SetSearchCriteria(criterion, value); };
+    };
+    connect(&whenTrue, &QRadioButton::clicked, this, set(1));
+    connect(&whenFalse, &QRadioButton::clicked, this, set(0));
 }

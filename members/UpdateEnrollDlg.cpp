@@ -5,13 +5,24 @@
 #include "store/sets/DAODef.h"
 #include "ui/Messages.h"
 
+namespace
+{
+
+CEFOleDateTime Today()
+{
+    auto today = CEFOleDateTime::GetCurrentTime();
+    today.Midnight();
+    return today;
+}
+
+} // namespace
+
 CUpdateEnrollDlg::CUpdateEnrollDlg(QWidget* parent)
     : CDialog(parent)
-    , m_dtEnroll(CEFOleDateTime::GetCurrentTime())
+    , m_dtEnroll(Today())
+    , m_dtExpire(m_dtEnroll)
     , m_ui(std::make_unique<Ui::UpdateEnrollDlg>())
 {
-    m_dtEnroll.Midnight();
-    m_dtExpire = m_dtEnroll;
     m_ui->setupUi(this);
     m_fields.Date(*m_ui->enrollEdit, m_dtEnroll);
     m_fields.Date(*m_ui->expireEdit, m_dtExpire);

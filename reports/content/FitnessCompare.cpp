@@ -175,7 +175,7 @@ std::vector<std::size_t> LiftsByChange(CFitnessCase const& of)
 void ShowComparison(CReport& report, CFitnessCase const& of)
 {
     auto const letters = static_cast<int>(of.m_days.front().size()) + 2;
-    CReportTable table({{"Measure", 36}, {of.m_days.front(), letters, true},
+    CReportTable table({{"Measure", 46}, {of.m_days.front(), letters, true},
         {of.m_days.back(), letters, true}, {"Change", 10, true}, {"In percent", 11, true}});
     table.m_strIfEmpty = "Nothing was measured either time.";
     std::string section;

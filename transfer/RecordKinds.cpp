@@ -57,8 +57,7 @@ void FinishDeletion(CCorvanaDoc& doc, CDAOEFSet const& set, std::vector<std::int
 {
     EmptyLog();
     std::ranges::sort(memberIDs);
-    auto const doubles = std::ranges::unique(memberIDs);
-    memberIDs.erase(doubles.begin(), doubles.end());
+    memberIDs.erase(std::unique(memberIDs.begin(), memberIDs.end()), memberIDs.end());
     auto* const views = doc.Views();
     if (views == nullptr) {
         return;

@@ -111,6 +111,7 @@ CListDlg::CListDlg(CDAOEFSet& found, std::unique_ptr<CDAOEFSet> row, CListTexts 
     for (auto const& item : m_texts.m_lstPrintItems) {
         m_nColumns |= item.first;
     }
+    // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): known after the loop
     m_nPrintItems = m_nColumns;
     m_ui->setupUi(this);
     m_ui->recordList->setAccessibleName(m_texts.m_strCaption);

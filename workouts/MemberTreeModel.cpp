@@ -284,6 +284,7 @@ CMemberTreeModel::CMember* CMemberTreeModel::MemberOf(QModelIndex const& node) c
     case CParent::Kind::root:
         return m_lstMembers[static_cast<std::size_t>(node.row())].get();
     case CParent::Kind::member:
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): of this model, which is not const
         return const_cast<CMember*>(static_cast<CMember const*>(parent));
     case CParent::Kind::branch:
         break;

@@ -151,7 +151,7 @@ CDbStatus CDataFileWriter::Check(CDAOFileSet const& set)
     if (auto status = Sync(); !status) {
         return status;
     }
-    CDbStatus const other(
+    CDbStatus other(
         DbError::damaged, "The file \"" + m_strPath + "\" does not hold what was written into it.");
     std::ifstream file(m_strPart, std::ios::binary);
     auto sum = m_nSumBefore;

@@ -1,4 +1,5 @@
 #include "app/CorvanaApp.h"
+#include "platform/db/Process.h"
 #include "store/sets/DatabaseSession.h"
 #include "ui/Convert.h"
 #include "ui/Messages.h"
@@ -8,8 +9,6 @@
 #include <QFile>
 
 #include <cstdio>
-#include <sys/prctl.h>
-#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -135,8 +134,7 @@ int Run(int& argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    umask(S_IRWXG | S_IRWXO); // health data: what this program writes is its user's alone,
-    prctl(PR_SET_DUMPABLE, 0); // and its memory goes into no core file
+    ProtectProcess();
 
     CArguments const arguments(argc, argv);
     auto const fault = arguments.Fault();

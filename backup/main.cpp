@@ -1,4 +1,5 @@
 #include "backup/BackupWnd.h"
+#include "platform/db/Process.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -6,15 +7,12 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <sys/prctl.h>
-#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
 int main(int argc, char** argv)
 {
-    umask(S_IRWXG | S_IRWXO); // health data: what this program writes is its user's alone,
-    prctl(PR_SET_DUMPABLE, 0); // and its memory goes into no core file
+    ProtectProcess();
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsSet("DISPLAY")
         && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY")) {
         std::fputs("corvbk: there is no display; \"corvana-db backup\" needs none.\n", stderr);

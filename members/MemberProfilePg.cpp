@@ -2,24 +2,13 @@
 
 #include "ui_MemberProfilePg.h"
 
+#include "store/Today.h"
 #include "store/services/MemberServices.h"
 #include "store/text/StateAbbrev.h"
 #include "ui/Convert.h"
 #include "ui/MemberLookup.h"
 #include "ui/Messages.h"
 #include "ui/WaitCursor.h"
-
-namespace
-{
-
-CEFOleDateTime Today()
-{
-    auto today = CEFOleDateTime::GetCurrentTime();
-    today.Midnight();
-    return today;
-}
-
-} // namespace
 
 CMemberProfilePg::CMemberProfilePg(QWidget* parent)
     : CPropertyPage(parent)

@@ -2,20 +2,9 @@
 
 #include "ui_UpdateEnrollDlg.h"
 
+#include "store/Today.h"
 #include "store/sets/DAODef.h"
 #include "ui/Messages.h"
-
-namespace
-{
-
-CEFOleDateTime Today()
-{
-    auto today = CEFOleDateTime::GetCurrentTime();
-    today.Midnight();
-    return today;
-}
-
-} // namespace
 
 CUpdateEnrollDlg::CUpdateEnrollDlg(QWidget* parent)
     : CDialog(parent)

@@ -1,3 +1,4 @@
+#include "platform/db/Process.h"
 #include "store/sets/DAOCenter.h"
 #include "tools/BackupCommands.h"
 #include "tools/CenterRows.h"
@@ -10,12 +11,8 @@
 #include "tools/ShowInfo.h"
 
 #include <CLI/CLI.hpp>
-#include <fcntl.h>
 #include <filesystem>
 #include <iostream>
-#include <sys/prctl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 std::string_view DemoCenter();
 
@@ -35,19 +32,6 @@ struct COptions
     int keep = 0;
     bool replace = false;
 };
-
-/// New files are the user's alone, a crash leaves no memory behind, and no database ever takes the
-/// place of a standard stream that was closed.
-void ProtectProcess()
-{
-    ::umask(0077);
-    ::prctl(PR_SET_DUMPABLE, 0);
-    int descriptor = 0;
-    do {
-        descriptor = ::open("/dev/null", O_RDWR);
-    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
-    ::close(descriptor);
-}
 
 int Create(CCenterSettings const& settings, std::string const& passwordFile,
     std::function<CDbStatus()> const& fill = {})

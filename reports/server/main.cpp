@@ -1,3 +1,4 @@
+#include "platform/db/Process.h"
 #include "platform/qt/CompanionServer.h"
 #include "reports/server/OnceCommand.h"
 #include "reports/server/Options.h"
@@ -13,28 +14,11 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-
-/// What this program writes is its user's alone, its memory goes into no core file, and no file
-/// takes the place of a standard stream that was closed.
-void ProtectProcess()
-{
-    ::umask(S_IRWXG | S_IRWXO);
-    ::prctl(PR_SET_DUMPABLE, 0);
-    int descriptor = 0;
-    do {
-        descriptor = ::open("/dev/null", O_RDWR);
-    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
-    ::close(descriptor);
-}
 
 void SetUpLocale()
 {

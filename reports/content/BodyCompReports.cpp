@@ -16,8 +16,7 @@ void ShowMeasurements(CReport& report, CFitnessRecord const& record)
 {
     CReportTable table({{"Measurement", 30}, {"Value", 20, true}});
     table.m_strIfEmpty = "No measurements are recorded.";
-    for (auto const method :
-        {CDAOBodyComp::mBodyMeasurements, CDAOBodyComp::mSkinfolds, CDAOBodyComp::mHydrostatic}) {
+    for (auto const method : kMeasuringMethods) {
         std::string const section = CDAOBodyComp::GetMethodStr(method);
         bool isFirst = true;
         for (auto const& item : record.m_items) {
@@ -52,10 +51,9 @@ CDbStatus BodyCompInterpretation(CReportRequest const& request)
     auto const& record = found.m_records.front();
     auto facts = FitnessFacts(found);
     facts.m_lstFacts.emplace_back("Method", record.m_strMethod);
-    for (auto const* const title : {"Height", "Weight", "Body mass index", "Body fat", "Fat weight",
-             "Lean weight", "Waist-to-hip ratio"}) {
-        facts.m_lstFacts.emplace_back(title, ValueOf(record.m_items[PlaceOf(record, title)]));
-    }
+    AddValues(facts, record,
+        {"Height", "Weight", "Body mass index", "Body fat", "Fat weight", "Lean weight",
+            "Waist-to-hip ratio"});
     report.m_lstBlocks.emplace_back(std::move(facts));
     ShowRemarks(report, found);
 
@@ -85,9 +83,7 @@ CDbStatus BodyCompComparison(CReportRequest const& request)
     }
 
     CNormBlocks norms(report, found.m_member);
-    report.Heading("Comparison");
     ShowComparison(report, found);
-    report.Heading("In Words");
     ShowInWords(report, found, norms);
     ShowBodyCompNorms(norms, found.Days());
 
@@ -96,7 +92,6 @@ CDbStatus BodyCompComparison(CReportRequest const& request)
     charts.Want("Weight and Body Fat", {PlaceOf(record, "Weight"), PlaceOf(record, "Body fat")});
     charts.Want(
         "Fat and Lean Weight", {PlaceOf(record, "Fat weight"), PlaceOf(record, "Lean weight")});
-    report.Heading("Over Time");
     auto status = ShowOverTime<CDAOBodyComp>(request, found, charts);
     norms.ShowSources();
     return status;

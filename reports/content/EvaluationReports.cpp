@@ -79,9 +79,7 @@ CDbStatus TestInterpretation(CReportRequest const& request)
     }
     auto const& record = found.m_records.front();
     auto facts = FitnessFacts(found);
-    for (auto const* const title : {"Height", "Weight", "Body mass index", "Body fat"}) {
-        facts.m_lstFacts.emplace_back(title, ValueOf(record.m_items[PlaceOf(record, title)]));
-    }
+    AddValues(facts, record, {"Height", "Weight", "Body mass index", "Body fat"});
     AddTrainingRange(facts, found);
     report.m_lstBlocks.emplace_back(std::move(facts));
     ShowRemarks(report, found);
@@ -106,9 +104,7 @@ CDbStatus EvaluationComparison(CReportRequest const& request)
     ShowRemarks(report, found);
 
     CNormBlocks norms(report, found.m_member);
-    report.Heading("Comparison");
     ShowComparison(report, found);
-    report.Heading("In Words");
     ShowInWords(report, found, norms);
     ShowEvalNorms(norms, found.Days());
 
@@ -121,7 +117,6 @@ CDbStatus EvaluationComparison(CReportRequest const& request)
         lifts.resize(kMostLifts);
     }
     charts.Want("Progressive Lifts That Changed Most", lifts);
-    report.Heading("Over Time");
     auto status = ShowOverTime<CDAOEval>(request, found, charts);
     norms.ShowSources();
     return status;

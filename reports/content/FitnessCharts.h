@@ -52,6 +52,7 @@ template <typename Set>
 CDbStatus ShowOverTime(
     CReportRequest const& request, CFitnessCase const& of, CFitnessCharts& charts)
 {
+    request.m_report.Heading("Over Time");
     int withoutDate = 0;
     auto const status = ReadFitnessHistory<Set>(
         request, of, of.m_records.back().m_dtWhen,

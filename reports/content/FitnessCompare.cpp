@@ -174,6 +174,7 @@ std::vector<std::size_t> LiftsByChange(CFitnessCase const& of)
 
 void ShowComparison(CReport& report, CFitnessCase const& of)
 {
+    report.Heading("Comparison");
     auto const letters = static_cast<int>(of.m_days.front().size()) + 2;
     CReportTable table({{"Measure", 46}, {of.m_days.front(), letters, true},
         {of.m_days.back(), letters, true}, {"Change", 10, true}, {"In percent", 11, true}});
@@ -207,6 +208,7 @@ void ShowComparison(CReport& report, CFitnessCase const& of)
 
 void ShowInWords(CReport& report, CFitnessCase const& of, CNormBlocks const& norms)
 {
+    report.Heading("In Words");
     CNames better;
     CNames worse;
     CNames same;

@@ -25,6 +25,14 @@ std::string ValueOf(CFitnessItem const& item)
     return item.WithUnit() + (item.m_strNote.empty() ? "" : " (" + item.m_strNote + ")");
 }
 
+void AddValues(
+    CReportFacts& facts, CFitnessRecord const& record, std::initializer_list<char const*> titles)
+{
+    for (auto const* const title : titles) {
+        facts.m_lstFacts.emplace_back(title, ValueOf(record.m_items[PlaceOf(record, title)]));
+    }
+}
+
 CReportFacts FitnessFacts(CFitnessCase const& of)
 {
     auto const& member = of.m_member;

@@ -3,6 +3,7 @@
 #include "reports/content/FitnessRecord.h"
 
 #include <functional>
+#include <initializer_list>
 
 // What the four fitness reports say in the same way.
 
@@ -13,6 +14,9 @@ std::string ValuesOf(
     CFitnessCase const& of, std::function<std::string(CFitnessRecord const&)> const& value);
 /// The item of a record with its unit and how it came about; empty when it was not measured.
 std::string ValueOf(CFitnessItem const& item);
+/// Adds the values of these items of a record.
+void AddValues(
+    CReportFacts& facts, CFitnessRecord const& record, std::initializer_list<char const*> titles);
 /// What a reader has to know of the records: that the age is not known, or that both are one.
 void ShowRemarks(CReport& report, CFitnessCase const& of);
 /// Whether it is told that an item was not measured: not what follows from others, lifts, and the

@@ -1,6 +1,7 @@
 #include "reports/content/FitnessRecord.h"
 
 #include "reports/content/FatSource.h"
+#include "reports/content/ReportRows.h"
 #include "store/sets/DAOLiftStn.h"
 #include "store/sets/SetCloser.h"
 
@@ -155,25 +156,17 @@ CDbStatus ReadFitnessHistory(CReportRequest const& request, CFitnessCase const& 
     CEFOleDateTime const& until, std::function<void(CFitnessRecord const&)> const& show,
     int& withoutDate)
 {
-    constexpr int kBetweenLooks = 64;
     Set set;
     CSetCloser const close(set);
     int const count = FindAll(set, of.m_member.m_lMemberID);
-    for (int i = 0; i < count && set.LastStatus(); ++i) {
-        if (i % kBetweenLooks == 0 && !request.GoesOn(static_cast<double>(i) / count)) {
-            return StoppedReport();
+    return ForEachRow(request, set, count, [&] {
+        auto const record = RecordOf(set, of.m_circuit);
+        if (!IsDate(record.m_dtWhen)) {
+            ++withoutDate;
+        } else if (record.m_dtWhen <= until) {
+            show(record);
         }
-        if (set.m_lMemberID != 0) { // else it was deleted meanwhile
-            auto const record = RecordOf(set, of.m_circuit);
-            if (!IsDate(record.m_dtWhen)) {
-                ++withoutDate;
-            } else if (record.m_dtWhen <= until) {
-                show(record);
-            }
-        }
-        set.Op(CDAOEFSet::opMoveNext);
-    }
-    return set.LastStatus();
+    });
 }
 
 std::size_t PlaceOf(CFitnessRecord const& record, std::string_view title)

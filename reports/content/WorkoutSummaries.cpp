@@ -71,9 +71,9 @@ public:
     std::int64_t Members() const { return m_nMembers; }
 
 private:
-    CDbStatus Query(std::string const& sql, CRowBlock& rows) const
+    CDbStatus Query(std::string const& sql, std::string const& order, CRowBlock& rows) const
     {
-        return QueryMembers(sql + m_selected.m_strWhere + m_strGroup, m_selected.m_values, rows);
+        return QueryMembers(sql + m_selected.m_strWhere + order, m_selected.m_values, rows);
     }
     CDbStatus AddWeeks();
     CDbStatus AddMembers();
@@ -83,7 +83,6 @@ private:
     CReportRequest const& m_request;
     CSelected const& m_selected;
     bool const m_bIDs;
-    std::string m_strGroup;
     CWorkoutTotals m_totals;
     std::int64_t m_nMembers = 0;
     CEFOleDateTime m_dtLast;
@@ -92,11 +91,10 @@ private:
 
 CDbStatus CSummary::AddWeeks()
 {
-    m_strGroup = " GROUP BY 1 ORDER BY 1";
     CRowBlock rows;
     if (auto status = Query("SELECT check_in / 86400, count(*) FROM workouts AS w"
                             " JOIN members AS m ON m.member_id = w.member_id",
-            rows);
+            " GROUP BY 1 ORDER BY 1", rows);
         !status) {
         return status;
     }
@@ -138,8 +136,6 @@ void CSummary::AddRow(CReportTable& table, CRowView const& row)
 
 CDbStatus CSummary::AddMembers()
 {
-    m_strGroup = " GROUP BY m.id ORDER BY m.last_name COLLATE NOCASE,"
-                 " m.first_name COLLATE NOCASE, m.middle_initial COLLATE NOCASE, m.id";
     CRowBlock rows;
     if (auto status
         = Query("SELECT m.member_id, m.last_name, m.first_name, m.middle_initial, count(*),"
@@ -147,6 +143,8 @@ CDbStatus CSummary::AddMembers()
                 " CAST(sum(min(max(check_out - check_in, 0) / 60, 2147483647)) AS INTEGER),"
                 " sum(circuits), max(check_in) FROM workouts AS w"
                 " JOIN members AS m ON m.member_id = w.member_id",
+            " GROUP BY m.id ORDER BY m.last_name COLLATE NOCASE,"
+            " m.first_name COLLATE NOCASE, m.middle_initial COLLATE NOCASE, m.id",
             rows);
         !status) {
         return status;
@@ -185,21 +183,21 @@ CDbStatus CSummary::Build()
     return AddMembers();
 }
 
-/// Says how many of those asked for have no workout.
-void AddRest(CReport& report, std::int64_t all, std::int64_t listed)
+/// The report, and below it how many of the members that the condition is true for have no workout.
+CDbStatus SumUp(CReportRequest const& request, CSelected const& selected,
+    std::string const& members, std::vector<DbValue> const& values)
 {
-    if (auto const rest = all - listed; rest > 0) {
-        report.Note(
+    CSummary summary(request, selected);
+    if (auto status = summary.Build(); !status) {
+        return status;
+    }
+    CRowBlock rows;
+    auto status = QueryMembers("SELECT count(*) FROM members AS m" + members, values, rows);
+    auto const rest = status ? NumberIn(rows.Row(0), 0) - summary.Members() : 0;
+    if (rest > 0) {
+        request.m_report.Note(
             CountOf(rest, "member has", "members have") + " no workout that is summed up here.");
     }
-}
-
-CDbStatus CountMembers(
-    std::string const& where, std::vector<DbValue> const& values, std::int64_t& count)
-{
-    CRowBlock rows;
-    auto status = QueryMembers("SELECT count(*) FROM members AS m" + where, values, rows);
-    count = status ? NumberIn(rows.Row(0), 0) : 0;
     return status;
 }
 
@@ -220,14 +218,7 @@ CDbStatus WorkoutSummaries(CReportRequest const& request)
     }
     auto const status = StatusCondition(job.m_nParam);
     AddCondition(selected, status);
-    CSummary summary(request, selected);
-    if (auto result = summary.Build(); !result) {
-        return result;
-    }
-    std::int64_t all = 0;
-    auto result = CountMembers(status.empty() ? "" : " WHERE " + status, {}, all);
-    AddRest(request.m_report, all, summary.Members());
-    return result;
+    return SumUp(request, selected, status.empty() ? "" : " WHERE " + status, {});
 }
 
 CDbStatus ClassWorkouts(CReportRequest const& request)
@@ -245,15 +236,9 @@ CDbStatus ClassWorkouts(CReportRequest const& request)
     AddClass(selected, inClass);
     auto const status = StatusCondition(job.m_nParam);
     AddCondition(selected, status);
-    CSummary summary(request, selected);
-    if (auto result = summary.Build(); !result) {
-        return result;
-    }
-    std::int64_t all = 0;
-    auto result = CountMembers(" WHERE EXISTS (SELECT 1 FROM classes AS c"
-                               " WHERE c.member_id = m.member_id AND "
+    return SumUp(request, selected,
+        " WHERE EXISTS (SELECT 1 FROM classes AS c"
+        " WHERE c.member_id = m.member_id AND "
             + inClass.m_strText + ")" + (status.empty() ? "" : " AND " + status),
-        inClass.m_values, all);
-    AddRest(request.m_report, all, summary.Members());
-    return result;
+        inClass.m_values);
 }

@@ -30,8 +30,6 @@ public:
 
     std::vector<CColumn> const& Columns() const { return m_columns; }
     std::size_t CountRows() const { return m_rows.size(); }
-    /// Bytes that the rows take.
-    std::size_t Size() const { return m_strCells.size() + m_rows.size() * sizeof(CPlace); }
 
     /// One text for each column; more are left out, fewer leave the last ones empty.
     void AddRow(std::span<std::string_view const> cells, Row kind = Row::plain);

@@ -54,7 +54,7 @@ bool FlowFacts(CPageFlow& flow, CReportFacts const& facts)
         if (auto* const painter = flow.Painter(); painter != nullptr) {
             auto const lower = faces.m_body.Ascent() - faces.m_note.Ascent(); // on one line
             for (std::size_t i = 0; i < row.size(); ++i) {
-                auto const x = flow.Left() + double(i) * (width + gap);
+                auto const x = double(i) * (width + gap);
                 row[i].label.Draw(*painter, x, y + lower);
                 row[i].value.Draw(*painter, x + label, y);
             }

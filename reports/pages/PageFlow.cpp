@@ -57,17 +57,7 @@ QPainter* CPageFlow::Painter() const
     return m_pPages != nullptr ? &m_pPages->Painter() : nullptr;
 }
 
-bool CPageFlow::Begin()
-{
-    return StartPage();
-}
-
 bool CPageFlow::NextPage()
-{
-    return StartPage();
-}
-
-bool CPageFlow::StartPage()
 {
     if (m_pPages != nullptr) {
         if (m_fnWatch && !m_fnWatch(double(m_nPage) / std::max(m_nPageCount, 1))) {
@@ -85,7 +75,6 @@ bool CPageFlow::StartPage()
     } else {
         DrawHead();
     }
-    m_top = m_y;
     if (m_nPage > 1 && m_fnRepeated) {
         m_fnRepeated();
     }
@@ -201,7 +190,7 @@ bool FlowText(CPageFlow& flow, CFace const& face, QString const& text)
             = std::clamp(int(flow.Room() / face.LineHeight()), 1, paragraph.Lines() - line);
         auto const y = flow.Take(count * face.LineHeight());
         if (auto* const painter = flow.Painter(); painter != nullptr) {
-            paragraph.Draw(*painter, flow.Left(), y, line, count);
+            paragraph.Draw(*painter, 0, y, line, count);
         }
         line += count;
     }

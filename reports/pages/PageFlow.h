@@ -32,12 +32,11 @@ public:
     CPageFlow(QPagedPaintDevice& device, CFaces const& faces, CReport const& report, CPages* pages,
         int pageCount, CReportWatch const& watch);
 
-    /// Begins the first page. False, here and below, when no more is to be drawn.
-    bool Begin();
+    /// Begins the first page, or the next one. False, here and below, when no more is to be drawn.
+    bool NextPage();
     /// Goes to the next page when less than that is left on this one, unless nothing stands on it:
     /// what is higher than a page gets one of its own.
     bool Need(double height);
-    bool NextPage();
     /// Moves on, and gives the place before it.
     double Take(double height);
     /// The same for a gap, which falls away at the top of a page.
@@ -46,11 +45,8 @@ public:
     /// nothing.
     void SetRepeated(std::function<void()> repeated) { m_fnRepeated = std::move(repeated); }
 
-    double Left() const { return 0; }
     double Width() const { return m_width; }
     double Room() const { return m_bottom - m_y; }
-    double PageRoom() const { return m_bottom - m_top; } ///< of a page below its head
-    bool IsFresh() const { return m_bFresh; } ///< nothing stands on the page yet
     double Points(double points) const { return points * m_point; }
     int Page() const { return m_nPage; }
 
@@ -65,7 +61,6 @@ public:
     void Fill(QRectF const& area, QColor const& color) const;
 
 private:
-    bool StartPage();
     void DrawFirstHead();
     void DrawHead();
     void DrawFoot() const;
@@ -81,7 +76,6 @@ private:
     double const m_width;
     double const m_bottom;
     double m_y = 0;
-    double m_top = 0;
     int m_nPage = 0;
     mutable CFace const* m_pFont = nullptr; ///< that the painter has
     bool m_bFresh = true;

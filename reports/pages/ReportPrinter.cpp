@@ -79,7 +79,7 @@ bool NeedBlock(CPageFlow& flow, std::vector<CReportBlock> const& blocks, std::si
 /// False when not all of it was to be drawn.
 bool FlowReport(CPageFlow& flow, CReport const& report)
 {
-    if (!flow.Begin()) {
+    if (!flow.NextPage()) {
         return false;
     }
     for (std::size_t i = 0; i < report.m_lstBlocks.size(); ++i) {

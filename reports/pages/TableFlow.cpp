@@ -94,14 +94,14 @@ void CTableFlow::PlaceColumns()
     auto const room = m_flow.Width() - gap * double(widths.size() - 1);
     auto const wideScale = wide > 0 ? std::clamp((room - fixed) / wide, 0.4, 1.0) : 1.0;
     auto const scale = std::min(room / (fixed + wide * wideScale), kMostWider);
-    double left = m_flow.Left();
+    double left = 0;
     for (std::size_t i = 0; i < widths.size(); ++i) {
         bool const isWide = m_table.Columns()[i].m_nLetters >= kWideLetters;
         auto const width = widths[i] * scale * (isWide ? wideScale : 1.0);
         m_places.push_back({left, width});
         left += width + gap;
     }
-    m_whole = {m_flow.Left(), left - gap - m_flow.Left()};
+    m_whole = {0, left - gap};
 }
 
 CFace const& CTableFlow::FaceOf(Kind kind) const

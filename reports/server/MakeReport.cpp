@@ -78,18 +78,26 @@ CMade PrintToFile(CReport const& report, CPdfTarget const& target, CReportWatch 
     return status || status.Error() == DbError::exists ? CMade() : CannotPrint(status.Text());
 }
 
+std::unique_ptr<QPrinter> PrinterFor(
+    CReport const& report, QString const& name, QPageSize::PageSizeId paper)
+{
+    auto const title = QString::fromStdString(report.m_strTitle);
+    auto printer = name.isEmpty() ? DefaultPrinter(title, OrientationOf(report)) : PrinterOf(name);
+    if (printer != nullptr) {
+        printer->setDocName(title);
+        SetReportPaper(*printer, paper, report);
+    }
+    return printer;
+}
+
 CMade PrintToPrinter(CReport const& report, CPrinterTarget const& target, CReportWatch const& watch)
 {
-    auto const printer = target.printer.isEmpty()
-        ? DefaultPrinter(QString::fromStdString(report.m_strTitle), OrientationOf(report))
-        : PrinterOf(target.printer);
+    auto const printer = PrinterFor(report, target.printer, target.paper);
     if (printer == nullptr) {
         return CannotPrint(target.printer.isEmpty()
                 ? CTexts::tr("There is no default printer.")
                 : CTexts::tr("The printer \"%1\" is not there.").arg(target.printer));
     }
-    printer->setDocName(QString::fromStdString(report.m_strTitle));
-    SetReportPaper(*printer, target.paper, report);
     printer->setCopyCount(target.copies);
     bool goesOn = true;
     auto const outcome = CReportPrinter(report).Print(*printer, [&](double done) {

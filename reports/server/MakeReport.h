@@ -7,7 +7,10 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <string>
+
+class QPrinter;
 
 /// What came of a report.
 struct CMade
@@ -46,5 +49,9 @@ struct CPrinterTarget
     QPageSize::PageSizeId paper = QPageSize::Letter;
     int copies = 1;
 };
+/// The printer of that name, the default one for an empty name, ready for the report; null when it
+/// is not there.
+std::unique_ptr<QPrinter> PrinterFor(
+    CReport const& report, QString const& name, QPageSize::PageSizeId paper);
 CMade PrintToPrinter(
     CReport const& report, CPrinterTarget const& target, CReportWatch const& watch);

@@ -59,17 +59,10 @@ std::optional<CReport> Read(QWidget* parent, CReportJob const& job)
     return {};
 }
 
-std::unique_ptr<QPrinter> PrinterFor(CReport const& report, CReportPlan const& plan)
+/// Of the settings, when reports go to a printer; else the default one.
+QString PrinterOfPlan(CReportPlan const& plan)
 {
-    auto const name = QString::fromStdString(report.m_strTitle);
-    auto printer = plan.isToPrinter && !plan.printer.isEmpty()
-        ? PrinterOf(plan.printer)
-        : DefaultPrinter(name, OrientationOf(report));
-    if (printer != nullptr) {
-        printer->setDocName(name);
-        SetReportPaper(*printer, plan.Paper(), report);
-    }
-    return printer;
+    return plan.isToPrinter ? plan.printer : QString();
 }
 
 /// With the extension, and not one that is there already unless the user says so.
@@ -99,7 +92,7 @@ QString PreviewReport(QWidget* parent, CReportJob const& job, CReportPlan const&
     if (!report) {
         return {};
     }
-    auto device = PrinterFor(*report, plan);
+    auto device = PrinterFor(*report, PrinterOfPlan(plan), plan.Paper());
     if (device == nullptr) {
         device = std::make_unique<QPrinter>(QPrinter::HighResolution);
         SetReportPaper(*device, plan.Paper(), *report);
@@ -137,7 +130,7 @@ QString PrintReport(QWidget* parent, CReportJob const& job, CReportPlan const& p
         return {};
     }
     CMade made;
-    auto const target = plan.isToPrinter ? plan.printer : QString();
+    auto const target = PrinterOfPlan(plan);
     {
         CWait const wait;
         made = PrintToPrinter(*report, {target, plan.Paper(), plan.copies}, {});

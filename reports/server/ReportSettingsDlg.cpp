@@ -15,7 +15,7 @@ CReportSettingsDlg::CReportSettingsDlg(QWidget* parent)
     , m_ui(std::make_unique<Ui::ReportSettingsDlg>())
 {
     m_ui->setupUi(this);
-    m_ui->copiesSpin->setRange(1, CReportPlan::kMostCopies);
+    m_ui->copiesSpin->SetRange(1, CReportPlan::kMostCopies);
     connect(m_ui->folderButton, &QRadioButton::toggled, this, &CReportSettingsDlg::EnableFields);
     connect(m_ui->browseButton, &QPushButton::clicked, this, &CReportSettingsDlg::Browse);
 }
@@ -45,19 +45,28 @@ void CReportSettingsDlg::ShowFields()
     m_bFolderChosen = m_plan.isFolderChosen;
     m_ui->namesCheck->setChecked(m_plan.hasNames);
     m_ui->printerList->setCurrentIndex(m_ui->printerList->findData(m_plan.printer));
-    m_ui->copiesSpin->setValue(m_plan.copies);
+    m_ui->copiesSpin->SetValue(m_plan.copies);
     m_ui->paperList->setCurrentIndex(m_plan.isA4 ? 1 : 0);
     EnableFields();
 }
 
 bool CReportSettingsDlg::TakeFields()
 {
-    m_plan.isToPrinter = m_ui->printerButton->isChecked();
+    bool const isToPrinter = m_ui->printerButton->isChecked();
+    bool isNumber = false;
+    int const copies = m_ui->copiesSpin->text().toInt(&isNumber);
+    if (isToPrinter && (!isNumber || copies < 1 || copies > CReportPlan::kMostCopies)) {
+        TellUser(this, tr("Enter an integer between 1 and %1.").arg(CReportPlan::kMostCopies));
+        m_ui->copiesSpin->setFocus();
+        m_ui->copiesSpin->selectAll();
+        return false;
+    }
+    m_plan.isToPrinter = isToPrinter;
     m_plan.folder = m_ui->folderEdit->text();
     m_plan.isFolderChosen = m_bFolderChosen;
     m_plan.hasNames = m_ui->namesCheck->isChecked();
     m_plan.printer = m_ui->printerList->currentData().toString();
-    m_plan.copies = m_ui->copiesSpin->value();
+    m_plan.copies = isToPrinter ? copies : m_plan.copies;
     m_plan.isA4 = m_ui->paperList->currentIndex() == 1;
     return true;
 }
